@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+
+#include <stdexcept>
+
+/// What the database engine refused, by its number and in its own words.
+class EngineError : public std::runtime_error
+{
+public:
+    EngineError(int number, const QString &text)
+        : std::runtime_error(text.toStdString()), m_number(number), m_text(text)
+    {
+    }
+    int number() const { return m_number; }
+    const QString &text() const { return m_text; }
+
+    /// Numbers that the program or its tests tell apart; the suite's other programs know them too.
+    enum Number {
+        duplicateKey = 3022,
+        fileNotFound = 3024,
+        diskFull = 3026,
+        readOnly = 3027,
+        diskError = 3043,
+        damagedFile = 3049,
+        cannotOpenFile = 3051,
+        unknownColumn = 3061,
+        syntaxError = 3075,
+        unknownTable = 3078,
+        textAfterStatement = 3142,
+        relatedRecords = 3200,
+        relatedRecordRequired = 3201,
+        lockedFile = 3260,
+        noSuchField = 3265,
+        valueRequired = 3314,
+        notADatabase = 3343,
+        tooComplex = 3360,
+        typeMismatch = 3464,
+    };
+
+private:
+    int m_number;
+    QString m_text;
+};

@@ -1,0 +1,25 @@
+#include "platform/system/SingleInstance.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace {
+
+// The runtime folder belongs to the user's session; where a system has none, the user's own name keeps two apart.
+QString lockFile(const QString &name)
+{
+    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (!runtime.isEmpty())
+        return QDir(runtime).filePath(name + ".lock");
+    const QString user = QFileInfo(QDir::homePath()).fileName();
+    return QDir(QDir::tempPath()).filePath(name + "-" + user + ".lock");
+}
+
+}
+
+SingleInstance::SingleInstance(const QString &name) : m_lock(lockFile(name))
+{
+    // Only a living process counts as a running copy; the age of its lock says nothing.
+    m_lock.setStaleLockTime(0);
+    m_acquired = m_lock.tryLock(0);
+}
