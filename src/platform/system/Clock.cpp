@@ -6,12 +6,6 @@ namespace {
 std::function<QDateTime()> source;
 }
 
-QDateTime Clock::now()
-{
-    return source ? source() : QDateTime::currentDateTime();
-}
+QDateTime Clock::now() { return source ? source() : QDateTime::currentDateTime(); }
 
-void Clock::setSource(std::function<QDateTime()> replacement)
-{
-    source = std::move(replacement);
-}
+void Clock::setSource(std::function<QDateTime()> replacement) { source = std::move(replacement); }

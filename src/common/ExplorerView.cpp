@@ -1,0 +1,16 @@
+#include "common/ExplorerView.h"
+
+#include <stdexcept>
+
+namespace {
+ExplorerView *open = nullptr;
+}
+
+ExplorerView &theExplorer()
+{
+    if (!open)
+        throw std::logic_error("The tool explorer is not open.");
+    return *open;
+}
+
+void setTheExplorer(ExplorerView *explorer) { open = explorer; }

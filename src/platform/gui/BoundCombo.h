@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/engine/Recordset.h"
+
+#include <QComboBox>
+
+/// A combo box filled from the rows of a statement: it shows one field and hands out another. Two rows with the same
+/// shown text stay two choices.
+///
+/// Typing completes to the rows. Unless `freeText` is set (in the form's .ui file), a typed text that is no row's
+/// counts as empty, so that nothing is stored that was not offered.
+class BoundCombo : public QComboBox
+{
+    Q_OBJECT
+    Q_PROPERTY(bool freeText MEMBER m_freeText)
+public:
+    explicit BoundCombo(QWidget *parent = nullptr);
+    ~BoundCombo() override;
+
+    /// The choices and their two fields. The text shown is cleared. Combo boxes may share one recordset.
+    void setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField);
+    /// No choices, no text.
+    void clearSource();
+
+    /// The text shown, without what does not count.
+    QString text() const;
+    /// Shows `text` as if the user had chosen it: the first row with that text, in any case, is the choice.
+    void setText(const QString &text);
+    /// The bound field of the choice; empty when there is none.
+    Value boundValue() const;
+
+signals:
+    /// Another choice was made, by hand or by setText(). Not while the user is still typing.
+    void chosen();
+
+protected:
+    void wheelEvent(QWheelEvent *event) override;
+
+private:
+    class Rows;
+    int chosenRow() const;
+    void commit();
+
+    bool m_freeText = false;
+    std::unique_ptr<Rows> m_rows;
+    int m_boundColumn = -1;
+    std::pair<int, QString> m_announced{ -1, {} };
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QIcon>
+
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+/// A key that stands in the tree already.
+class KeyError : public std::runtime_error
+{
+public:
+    KeyError() : std::runtime_error("Key is not unique in collection") { }
+};
+
+/// A tree of nodes, each with a key that is unique over the tree, a text and a picture. It is the model of its view.
+class KeyedTree : public QAbstractItemModel
+{
+    Q_OBJECT
+public:
+    struct Node {
+        QString key;
+        QString text;
+        QIcon icon;
+        Node *parent = nullptr;
+        bool sorted = false; ///< children stand in the order of their texts
+        int row = 0;
+        std::vector<std::unique_ptr<Node>> children = {};
+    };
+
+    using QAbstractItemModel::QAbstractItemModel;
+
+    /// For the life of the object the view is told nothing; it reads the tree anew at the end. For builds.
+    class Filling
+    {
+    public:
+        explicit Filling(KeyedTree &tree);
+        ~Filling();
+        Q_DISABLE_COPY_MOVE(Filling)
+
+    private:
+        KeyedTree &m_tree;
+    };
+
+    void clear();
+    /// Adds a node as the last child of `parent`, or where its text belongs when the parent is sorted; without a
+    /// parent it is the root. @throws KeyError when the key is taken.
+    Node *add(Node *parent, const QString &key, const QString &text, const QIcon &icon);
+    void removeChildren(Node *node);
+    void setText(Node *node, const QString &text);
+
+    Node *root() const { return m_root.get(); }
+    /// Null when no node has that key.
+    Node *find(const QString &key) const { return m_byKey.value(key); }
+    Node *nodeAt(const QModelIndex &index) const;
+    QModelIndex indexOf(const Node *node) const;
+    /// The texts from the root down to the node, separated by "\".
+    static QString fullPath(const Node *node);
+    /// Whether `node` is `ancestor` or lies below it.
+    static bool isWithin(const Node *node, const Node *ancestor);
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &index) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    void forget(const Node *node);
+
+    std::unique_ptr<Node> m_root;
+    QHash<QString, Node *> m_byKey;
+    int m_filling = 0;
+};

@@ -1,0 +1,30 @@
+#include "platform/gui/MsgBox.h"
+
+#include "platform/gui/Handler.h"
+
+#include <QApplication>
+
+#include <utility>
+
+namespace {
+MsgBoxPresenter presenter;
+}
+
+void setMsgBoxPresenter(MsgBoxPresenter replacement) { presenter = std::move(replacement); }
+
+QMessageBox::StandardButton msgBox(const MsgBoxCall &call)
+{
+    if (presenter)
+        return presenter(call);
+    // A question asked in the middle of long work wants the ordinary pointer.
+    const NormalPointer pointer;
+    QMessageBox box(call.icon, call.caption, call.text, call.buttons, QApplication::activeWindow());
+    // Texts may hold what a user typed; nothing in them is markup.
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(call.defaultButton);
+    if (call.buttons == (QMessageBox::Yes | QMessageBox::No))
+        box.setEscapeButton(QMessageBox::No);
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+void inform(const QString &text) { msgBox({ .text = text, .icon = QMessageBox::Information }); }

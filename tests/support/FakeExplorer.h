@@ -1,0 +1,46 @@
+#pragma once
+
+#include "common/ExplorerView.h"
+
+#include <QList>
+
+/// An explorer without a window: a list with one selected row, and what dialogs asked it to do.
+class FakeExplorer : public ExplorerView
+{
+public:
+    FakeExplorer() { setTheExplorer(this); }
+    ~FakeExplorer() override { setTheExplorer(nullptr); }
+
+    QString TreeMode() const override { return mode; }
+    const ListItem *selectedItem() const override
+    {
+        return selected >= 0 && selected < items.size() ? &items[selected] : nullptr;
+    }
+    void patchSelectedItem(const ListItem &item) override { items[selected] = item; }
+    void removeSelectedItem() override
+    {
+        items.removeAt(selected);
+        selected = qMin(selected, int(items.size()) - 1);
+    }
+    int itemCount() const override { return int(items.size()); }
+    void selectFirstItem() override { selected = 0; }
+    void focusList() override { calls.append("focus list"); }
+    void listSelectedNode() override { calls.append("list node"); }
+    void rebuildView() override { calls.append("rebuild view"); }
+    void addChildNode(int id, const QString &text) override
+    {
+        calls.append(QStringLiteral("add node %1 %2").arg(id).arg(text));
+    }
+    void renameSelectedNode(const QString &text) override { calls.append("rename node " + text); }
+    std::optional<PickedFolder> pickFolder(const QString &kind, QWidget *) override
+    {
+        calls.append("pick " + kind);
+        return picked;
+    }
+
+    QString mode = "type";
+    QList<ListItem> items;
+    int selected = -1;
+    std::optional<PickedFolder> picked;
+    QStringList calls;
+};
