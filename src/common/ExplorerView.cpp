@@ -13,4 +13,6 @@ ExplorerView &theExplorer()
     return *open;
 }
 
+ExplorerView *explorerIfOpen() { return open; }
+
 void setTheExplorer(ExplorerView *explorer) { open = explorer; }

@@ -37,10 +37,12 @@ public:
 
     /// Builds the current view's tree anew.
     virtual void rebuildView() = 0;
-    /// Adds a node for the new type or location `id` under the selected node.
-    virtual void addChildNode(int id, const QString &text) = 0;
-    /// Gives the selected node another text, and the heading over the list with it.
-    virtual void renameSelectedNode(const QString &text) = 0;
+    /// Adds a node for the new folder `id` of the tree `mode`, "type" or "location", under its parent; 0 is the root.
+    /// Nothing happens while another tree is shown.
+    virtual void addChildNode(const QString &mode, int parentId, int id, const QString &text) = 0;
+    /// Gives the node of a folder another text, and the heading over the list with it. The folder need not be the
+    /// selected node: folders are edited from the tool list and from the list windows, too.
+    virtual void renameNode(const QString &mode, int id, const QString &text) = 0;
 
     /// Lets the user pick a folder of the tree "type" or "location"; nothing when he cancels.
     virtual std::optional<PickedFolder> pickFolder(const QString &mode, QWidget *parent) = 0;
@@ -48,4 +50,6 @@ public:
 
 /// The open explorer. Dialogs that act on its selection are reached only while there is one.
 ExplorerView &theExplorer();
+/// Null while the explorer is closed; for windows that are reached from the main menu as well.
+ExplorerView *explorerIfOpen();
 void setTheExplorer(ExplorerView *explorer);

@@ -27,11 +27,14 @@ public:
     void focusList() override { calls.append("focus list"); }
     void listSelectedNode() override { calls.append("list node"); }
     void rebuildView() override { calls.append("rebuild view"); }
-    void addChildNode(int id, const QString &text) override
+    void addChildNode(const QString &tree, int parentId, int id, const QString &text) override
     {
-        calls.append(QStringLiteral("add node %1 %2").arg(id).arg(text));
+        calls.append(QStringLiteral("add %1 %2 under %3: %4").arg(tree).arg(id).arg(parentId).arg(text));
     }
-    void renameSelectedNode(const QString &text) override { calls.append("rename node " + text); }
+    void renameNode(const QString &tree, int id, const QString &text) override
+    {
+        calls.append(QStringLiteral("rename %1 %2: %3").arg(tree).arg(id).arg(text));
+    }
     std::optional<PickedFolder> pickFolder(const QString &kind, QWidget *) override
     {
         calls.append("pick " + kind);
