@@ -15,6 +15,8 @@ public:
     qint64 execute(const QString &statement);
 
     /// Runs a SELECT and reads its rows to the end.
+    /// Those of one whole table, which can be added to, are read when they are first asked for. The
+    /// recordset needs this database for as long as it lives.
     Recordset openRecordset(const QString &statement);
 
     /// The file's name as it was given to openDatabase().

@@ -16,10 +16,12 @@ public:
     Value(const QString &text) : m_value(text) { }
 
     bool isNull() const { return std::holds_alternative<std::monostate>(m_value); }
+    bool isInteger() const { return std::holds_alternative<qint64>(m_value); }
     bool isText() const { return std::holds_alternative<QString>(m_value); }
     /// The value as the user reads it; empty for null.
     QString toText() const;
-    /// 0 for null and for a text that is no number.
+    /// A fraction is rounded, halves to the even neighbour. 0 for null and for a text that is no
+    /// number.
     qint64 toInteger() const;
     double toNumber() const;
     bool toBool() const { return toNumber() != 0; }

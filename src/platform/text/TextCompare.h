@@ -2,9 +2,17 @@
 
 #include <QString>
 
-/// The one order of texts: without regard to case for all letters, accents after their base
-/// letters. Statements, report formulas and sorted trees all compare by it, so that what is listed
-/// is what is printed.
+#include <string_view>
+
+/// The one order of texts: without regard to case for all letters, marks before digits before
+/// letters, accents after their base letters. Statements, report formulas and sorted trees all
+/// compare by it, so that what is listed is what is printed. Texts are equal exactly when they
+/// differ in case only.
+/// @returns a number below, at or above 0.
 int compareText(QStringView a, QStringView b);
 /// The same over UTF-8.
 int compareText(std::string_view a, std::string_view b);
+
+/// `text` in the form in which texts that differ in case only are the same. One character stays one
+/// character, which patterns with single-character wildcards rely on.
+QString foldCase(QString text);

@@ -1,0 +1,285 @@
+#include "platform/engine/Connection.h"
+
+#include "platform/engine/SqlFunctions.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+namespace {
+
+constexpr int busyMilliseconds = 2000;
+
+using dialect::ValueKind;
+
+ValueKind kindOf(const QString &declared)
+{
+    const QString type = declared.toUpper();
+    if (type == u"YESNO" || type == u"BIT" || type == u"BOOLEAN")
+        return ValueKind::YesNo;
+    if (type.startsWith(u"DATE") || type == u"TIMESTAMP")
+        return ValueKind::Date;
+    if (type == u"CURRENCY" || type == u"MONEY")
+        return ValueKind::Currency;
+    if (type.contains(u"TEXT") || type.contains(u"CHAR") || type == u"MEMO")
+        return ValueKind::Text;
+    if (type.contains(u"INT") || type == u"LONG" || type == u"COUNTER")
+        return ValueKind::Long;
+    return ValueKind::Number;
+}
+
+QString quoted(QString text) { return u'\'' + text.replace(u'\'', QLatin1String("''")) + u'\''; }
+
+QString quotedName(QString name) { return u'"' + name.replace(u'"', QLatin1String("\"\"")) + u'"'; }
+
+void bind(sqlite3_stmt *statement, int parameter, const Value &value)
+{
+    if (value.isNull()) {
+        sqlite3_bind_null(statement, parameter);
+    } else if (value.isInteger()) {
+        sqlite3_bind_int64(statement, parameter, value.toInteger());
+    } else if (value.isText()) {
+        const QByteArray text = value.toText().toUtf8();
+        sqlite3_bind_text(statement, parameter, text.constData(), int(text.size()), SQLITE_TRANSIENT);
+    } else {
+        sqlite3_bind_double(statement, parameter, value.toNumber());
+    }
+}
+
+/// Brings a statement back to its beginning, whatever happened.
+class Reset
+{
+public:
+    explicit Reset(sqlite3_stmt *statement) : m_statement(statement) { }
+    ~Reset()
+    {
+        sqlite3_reset(m_statement);
+        sqlite3_clear_bindings(m_statement);
+    }
+    Q_DISABLE_COPY_MOVE(Reset)
+
+private:
+    sqlite3_stmt *m_statement;
+};
+
+}
+
+void Connection::FinalizeStatement::operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
+
+QString Connection::nativePath(const QString &path) { return QString(path).replace(u'\\', QDir::separator()); }
+
+Connection::Connection(const QString &path, bool create) : m_path(path)
+{
+    const QString file = QFileInfo(nativePath(path)).absoluteFilePath();
+    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
+    try {
+        if (sqlite3_open_v2(file.toUtf8().constData(), &m_connection, flags, nullptr) != SQLITE_OK)
+            fail();
+        sqlite3_extended_result_codes(m_connection, 1);
+        sqlite3_busy_timeout(m_connection, busyMilliseconds);
+        // What a statement means must neither depend on a misread quote nor run what a foreign file brings along.
+        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+        registerSqlFunctions(m_connection, m_refused);
+        execute(QStringLiteral("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL; PRAGMA cache_size = -16384"));
+        // An empty file is none of the engine's: the first page is written at once.
+        if (create)
+            execute(QStringLiteral("PRAGMA user_version = 1"));
+        execute(QStringLiteral("SELECT count(*) FROM sqlite_schema"));
+        m_opened = true;
+    } catch (...) {
+        sqlite3_close_v2(m_connection);
+        throw;
+    }
+}
+
+Connection::~Connection() { sqlite3_close_v2(m_connection); }
+
+Connection::Prepared Connection::prepare(const QString &sql)
+{
+    const QByteArray text = sql.toUtf8();
+    sqlite3_stmt *statement = nullptr;
+    ++counters.prepared;
+    if (sqlite3_prepare_v3(m_connection, text.constData(), int(text.size()) + 1, SQLITE_PREPARE_PERSISTENT, &statement,
+                           nullptr)
+        != SQLITE_OK)
+        fail();
+    return Prepared(statement);
+}
+
+qint64 Connection::run(sqlite3_stmt *statement, const std::vector<Value> &values, RowStore *rows,
+                       const dialect::Translation *translation)
+{
+    const Reset reset(statement);
+    for (size_t i = 0; i < values.size(); ++i)
+        bind(statement, int(i) + 1, values[i]);
+    ++counters.run;
+    int result = sqlite3_step(statement);
+    for (; result == SQLITE_ROW; result = sqlite3_step(statement)) {
+        ++counters.rowsFetched;
+        if (rows)
+            rows->append(statement);
+    }
+    counters.fullScanSteps += sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_FULLSCAN_STEP, 1);
+    if (result != SQLITE_DONE)
+        fail(translation, values);
+    return sqlite3_stmt_readonly(statement) ? 0 : sqlite3_changes64(m_connection);
+}
+
+void Connection::hold(sqlite3_stmt *statement)
+{
+    if (sqlite3_step(statement) != SQLITE_ROW)
+        fail();
+}
+
+void Connection::execute(const QString &sql)
+{
+    ++counters.run;
+    if (sqlite3_exec(m_connection, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
+        fail();
+}
+
+RowStore Connection::read(const QString &sql)
+{
+    const Prepared statement = prepare(sql);
+    RowStore rows(sqlite3_column_count(statement.get()));
+    run(statement.get(), {}, &rows);
+    return rows;
+}
+
+void Connection::copyTo(const QString &file)
+{
+    Connection copy(file, true);
+    sqlite3_backup *backup = sqlite3_backup_init(copy.m_connection, "main", m_connection, "main");
+    if (!backup)
+        copy.fail();
+    const int result = sqlite3_backup_step(backup, -1);
+    sqlite3_backup_finish(backup);
+    if (result != SQLITE_DONE)
+        copy.fail();
+}
+
+dialect::Schema Connection::schema()
+{
+    dialect::Schema schema;
+    const RowStore tables = read(QStringLiteral("SELECT name, wr FROM pragma_table_list WHERE schema = 'main' AND type "
+                                                "= 'table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'"));
+    for (int i = 0; i < tables.rowCount(); ++i) {
+        dialect::Table table;
+        table.name = tables.at(i, 0).toText();
+        table.hasRowNumbers = !tables.at(i, 1).toBool();
+        const RowStore columns =
+            read(QStringLiteral("SELECT name, type FROM pragma_table_info(%1)").arg(quoted(table.name)));
+        for (int c = 0; c < columns.rowCount(); ++c)
+            table.columns.push_back({ columns.at(c, 0).toText(), kindOf(columns.at(c, 1).toText()) });
+        const RowStore keys = read(QStringLiteral("SELECT \"from\", \"table\", \"to\" FROM pragma_foreign_key_list(%1)")
+                                       .arg(quoted(table.name)));
+        for (int k = 0; k < keys.rowCount(); ++k)
+            table.foreignKeys.push_back({ keys.at(k, 0).toText(), keys.at(k, 1).toText(), keys.at(k, 2).toText() });
+        schema.tables.push_back(std::move(table));
+    }
+    return schema;
+}
+
+bool Connection::hasPartner(const dialect::Reference &reference, const std::vector<Value> &values)
+{
+    const QString column = reference.key.parentColumn.isEmpty() ? QStringLiteral("rowid") : reference.key.parentColumn;
+    try {
+        const Prepared statement =
+            prepare(QStringLiteral("SELECT 1 FROM %1 WHERE %2 = %3")
+                        .arg(quotedName(reference.key.parentTable), quotedName(column), reference.value));
+        RowStore found(1);
+        run(statement.get(), values, &found);
+        return found.rowCount() > 0;
+    } catch (const EngineError &) {
+        // A value that was computed from the row cannot be asked for by itself.
+        return false;
+    }
+}
+
+void Connection::failRelation(const dialect::Translation *translation, const std::vector<Value> &values)
+{
+    if (translation && !translation->references.empty()) {
+        const auto &references = translation->references;
+        const auto lacking = std::ranges::find_if(
+            references, [&](const dialect::Reference &reference) { return !hasPartner(reference, values); });
+        const dialect::Reference &named = lacking == references.end() ? references.front() : *lacking;
+        throw EngineError(
+            EngineError::relatedRecordRequired,
+            QStringLiteral("You cannot add or change a record because a related record is required in table '%1'.")
+                .arg(named.key.parentTable));
+    }
+    QString child;
+    for (const dialect::Table &table : schema().tables)
+        for (const dialect::ForeignKey &key : table.foreignKeys)
+            if (!translation || dialect::sameName(key.parentTable, translation->table))
+                child = table.name;
+    throw EngineError(
+        EngineError::relatedRecords,
+        QStringLiteral("The record cannot be deleted or changed because table '%1' includes related records.")
+            .arg(child));
+}
+
+void Connection::fail(const dialect::Translation *translation, const std::vector<Value> &values)
+{
+    if (m_refused) {
+        const EngineError refused = *m_refused;
+        m_refused.reset();
+        throw refused;
+    }
+    const int code = sqlite3_extended_errcode(m_connection);
+    const QString text = QString::fromUtf8(sqlite3_errmsg(m_connection));
+    switch (code) {
+    case SQLITE_CONSTRAINT_FOREIGNKEY:
+        failRelation(translation, values);
+    case SQLITE_CONSTRAINT_PRIMARYKEY:
+    case SQLITE_CONSTRAINT_UNIQUE:
+    case SQLITE_CONSTRAINT_ROWID:
+        throw EngineError(
+            EngineError::duplicateKey,
+            QStringLiteral("The changes you requested to the table were not successful because they would create "
+                           "duplicate values in the index, primary key, or relationship. Change the data in the "
+                           "field or fields that contain duplicate data, remove the index, or redefine the index "
+                           "to permit duplicate entries and try again."));
+    case SQLITE_CONSTRAINT_NOTNULL:
+        throw EngineError(
+            EngineError::valueRequired,
+            QStringLiteral("The field '%1' cannot contain a Null value because the Required property for this "
+                           "field is set to True. Enter a value in this field.")
+                .arg(text.sliced(text.lastIndexOf(u' ') + 1)));
+    }
+    switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        throw EngineError(EngineError::lockedFile,
+                          m_opened
+                              ? QStringLiteral("Could not update; currently locked by another user.")
+                              : QStringLiteral("Could not open '%1'; currently locked by another user.").arg(m_path));
+    case SQLITE_NOTADB:
+        throw EngineError(EngineError::notADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(m_path));
+    case SQLITE_CORRUPT:
+        throw EngineError(EngineError::damagedFile,
+                          QStringLiteral("Cannot open database '%1'. It may not be a database that your application "
+                                         "recognizes, or the file may be corrupt.")
+                              .arg(m_path));
+    case SQLITE_CANTOPEN:
+        throw EngineError(EngineError::cannotOpenFile,
+                          QStringLiteral("The database engine cannot open the file '%1'.").arg(m_path));
+    case SQLITE_READONLY:
+        throw EngineError(EngineError::readOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+    case SQLITE_FULL:
+        throw EngineError(EngineError::diskFull, QStringLiteral("Not enough space on disk."));
+    case SQLITE_IOERR:
+        throw EngineError(EngineError::diskError, QStringLiteral("Disk or network error."));
+    case SQLITE_TOOBIG:
+        throw EngineError(EngineError::tooMuchData,
+                          QStringLiteral("The field is too small to accept the amount of data you attempted to add."));
+    case SQLITE_NOMEM:
+        throw std::bad_alloc();
+    }
+    if (text.contains(u"Expression tree is too large") || text.contains(u"parser stack overflow"))
+        throw EngineError(EngineError::tooComplex, QStringLiteral("Query is too complex."));
+    throw EngineError(EngineError::internalError, QStringLiteral("Reserved error (%1); %2.").arg(code).arg(text));
+}

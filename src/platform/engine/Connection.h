@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/engine/Database.h"
+#include "platform/engine/EngineError.h"
+#include "platform/engine/RowStore.h"
+#include "platform/engine/dialect/SqliteWriter.h"
+
+#include <memory>
+#include <optional>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+/// The engine below: an open file of SQLite, its errors in the suite's numbers and words.
+class Connection
+{
+public:
+    struct FinalizeStatement {
+        void operator()(sqlite3_stmt *statement) const;
+    };
+    using Prepared = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
+
+    /// Opens the file that `path` names, as it is; with `create` a new one.
+    Connection(const QString &path, bool create);
+    ~Connection();
+    Q_DISABLE_COPY_MOVE(Connection)
+
+    const QString &path() const { return m_path; }
+    /// The file's place with the system's separators.
+    static QString nativePath(const QString &path);
+
+    Prepared prepare(const QString &sql);
+    /// Runs with `values` for "?1" onwards to the end, and puts the rows, if any, into `rows`; afterwards
+    /// the statement can run anew. `translation` tells what it was, for the words of an error.
+    /// @returns the number of rows that it changed.
+    qint64 run(sqlite3_stmt *statement, const std::vector<Value> &values, RowStore *rows = nullptr,
+               const dialect::Translation *translation = nullptr);
+    /// Stands on the first row, and so keeps the file's lock.
+    void hold(sqlite3_stmt *statement);
+    /// Runs any number of statements.
+    void execute(const QString &sql);
+    /// Reads the rows of one statement.
+    RowStore read(const QString &sql);
+    void copyTo(const QString &file);
+
+    dialect::Schema schema();
+
+    Database::Counters counters;
+
+private:
+    [[noreturn]] void fail(const dialect::Translation *translation = nullptr, const std::vector<Value> &values = {});
+    [[noreturn]] void failRelation(const dialect::Translation *translation, const std::vector<Value> &values);
+    bool hasPartner(const dialect::Reference &reference, const std::vector<Value> &values);
+
+    QString m_path;
+    sqlite3 *m_connection = nullptr;
+    std::optional<EngineError> m_refused; ///< by one of our own functions
+    bool m_opened = false;
+};

@@ -1,0 +1,18 @@
+#include "platform/engine/dialect/Schema.h"
+
+#include <algorithm>
+
+bool dialect::sameName(QStringView a, QStringView b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
+
+int dialect::Table::find(QStringView wanted) const
+{
+    const auto found =
+        std::ranges::find_if(columns, [&](const Column &column) { return sameName(column.name, wanted); });
+    return found == columns.end() ? -1 : int(found - columns.begin());
+}
+
+const dialect::Table *dialect::Schema::find(QStringView wanted) const
+{
+    const auto found = std::ranges::find_if(tables, [&](const Table &table) { return sameName(table.name, wanted); });
+    return found == tables.end() ? nullptr : &*found;
+}

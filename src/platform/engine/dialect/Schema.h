@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+namespace dialect {
+
+/// Names of tables, columns, functions and reserved words are the same in any case.
+bool sameName(QStringView a, QStringView b);
+
+/// What a column or an expression holds.
+enum class ValueKind { Unknown, Null, Text, Long, Number, Currency, YesNo, Date };
+
+struct Column {
+    QString name;
+    ValueKind kind;
+};
+
+struct ForeignKey {
+    QString column, parentTable, parentColumn;
+};
+
+struct Table {
+    QString name;
+    std::vector<Column> columns;
+    std::vector<ForeignKey> foreignKeys;
+    bool hasRowNumbers = true; ///< so that its rows can be changed one by one
+
+    /// Column called `name`, -1 where there is none.
+    int find(QStringView name) const;
+};
+
+/// The tables that statements are translated against.
+struct Schema {
+    std::vector<Table> tables;
+
+    /// Null where there is none.
+    const Table *find(QStringView name) const;
+};
+
+}

@@ -1,0 +1,45 @@
+#include "platform/text/Format.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int shortDateLength = 10;
+
+}
+
+QString Format::shortDate(const QString &stored) { return stored.left(shortDateLength); }
+
+QString Format::generalDate(const QDateTime &when) { return when.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }
+
+QString Format::listDate(const QString &stored)
+{
+    const QDateTime when = QDateTime::fromString(stored, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    return when.toString(QStringLiteral("MM/dd/yy HH:mm"));
+}
+
+QString Format::dialogDate(const QDateTime &when) { return when.toString(QStringLiteral("MMM-dd-yyyy HH:mm")); }
+
+QString Format::currency(double amount)
+{
+    // Money has four places; what is half a cent there goes up, whatever its binary fraction says.
+    const double cents = std::floor(std::round(std::fabs(amount) * 10000) / 100 + 0.5);
+    QString digits = QString::number(cents, 'f', 0).rightJustified(3, u'0');
+    digits.insert(digits.size() - 2, u'.');
+    for (qsizetype comma = digits.size() - 6; comma > 0; comma -= 3)
+        digits.insert(comma, u',');
+    return amount < 0 && cents > 0 ? QStringLiteral("($%1)").arg(digits) : QStringLiteral("$%1").arg(digits);
+}
+
+QString Format::plainNumber(double number)
+{
+    constexpr int significant = 15;
+    const QString shortest = QString::number(number, 'g', significant);
+    if (!shortest.contains(u'e'))
+        return shortest;
+    const int exponent = QStringView(shortest).mid(shortest.indexOf(u'e') + 1).toInt();
+    QString plain = QString::number(number, 'f', std::max(0, significant - 1 - exponent));
+    while (plain.contains(u'.') && (plain.endsWith(u'0') || plain.endsWith(u'.')))
+        plain.chop(1);
+    return plain;
+}
