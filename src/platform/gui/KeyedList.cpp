@@ -16,14 +16,23 @@ KeyedList::KeyedList(IconSource icons, QObject *parent) : QAbstractTableModel(pa
 
 KeyedList::Filling::Filling(KeyedList &list) : m_list(list)
 {
-    if (m_list.m_filling++ == 0)
-        m_list.beginResetModel();
+    if (m_list.m_filling > 0) {
+        ++m_list.m_filling;
+        return;
+    }
+    m_list.beginResetModel();
+    ++m_list.m_filling;
+    m_list.endResetModel();
 }
 
 KeyedList::Filling::~Filling()
 {
-    if (--m_list.m_filling > 0)
+    if (m_list.m_filling > 1) {
+        --m_list.m_filling;
         return;
+    }
+    m_list.beginResetModel();
+    --m_list.m_filling;
     if (m_list.isSorted())
         m_list.takeOrder(m_list.sortedRows());
     m_list.endResetModel();
@@ -51,7 +60,7 @@ void KeyedList::add(ListItem item)
         endInsertRows();
 }
 
-void KeyedList::add(std::vector<ListItem> items)
+void KeyedList::addAll(std::vector<ListItem> items)
 {
     if (items.empty())
         return;
@@ -101,7 +110,7 @@ void KeyedList::clickHeading(int column)
     emit layoutChanged({}, VerticalSortHint);
 }
 
-int KeyedList::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : count(); }
+int KeyedList::rowCount(const QModelIndex &parent) const { return parent.isValid() || m_filling > 0 ? 0 : count(); }
 
 int KeyedList::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(m_columns.size()); }
 
@@ -127,7 +136,8 @@ QVariant KeyedList::headerData(int section, Qt::Orientation orientation, int rol
 
 Qt::ItemFlags KeyedList::flags(const QModelIndex &index) const
 {
-    return QAbstractTableModel::flags(index) | Qt::ItemNeverHasChildren;
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemNeverHasChildren : flags;
 }
 
 QString KeyedList::text(const ListItem &item, int column) { return column == 0 ? item.text : item.subItem(column); }

@@ -14,6 +14,7 @@ struct ListItem {
     QString text;
     int icon = 0;
     QStringList subItems = {};
+    QString path = {}; ///< of the tree node that holds the item, in lists that lead there
 
     QString subItem(int number) const { return subItems.value(number - 1); }
     void setSubItem(int number, const QString &text);
@@ -33,8 +34,8 @@ public:
     using IconSource = std::function<QIcon(int number)>;
     explicit KeyedList(IconSource icons, QObject *parent = nullptr);
 
-    /// For the life of the object the view is told nothing; it reads the list anew, sorted if sorting is on, at the
-    /// end. For fills.
+    /// For the life of the object the view sees an empty list, however often it paints; it reads the list anew,
+    /// sorted if sorting is on, at the end. For fills.
     class Filling
     {
     public:
@@ -51,7 +52,7 @@ public:
     void clear();
     void add(ListItem item);
     /// Adds items that were gathered before, in one step.
-    void add(std::vector<ListItem> items);
+    void addAll(std::vector<ListItem> items);
     void replace(int row, const ListItem &item);
     void remove(int row);
     int count() const { return int(m_items.size()); }

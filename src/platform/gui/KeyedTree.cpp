@@ -6,14 +6,24 @@
 
 KeyedTree::Filling::Filling(KeyedTree &tree) : m_tree(tree)
 {
-    if (m_tree.m_filling++ == 0)
-        m_tree.beginResetModel();
+    if (m_tree.m_filling > 0) {
+        ++m_tree.m_filling;
+        return;
+    }
+    m_tree.beginResetModel();
+    ++m_tree.m_filling;
+    m_tree.endResetModel();
 }
 
 KeyedTree::Filling::~Filling()
 {
-    if (--m_tree.m_filling == 0)
-        m_tree.endResetModel();
+    if (m_tree.m_filling > 1) {
+        --m_tree.m_filling;
+        return;
+    }
+    m_tree.beginResetModel();
+    --m_tree.m_filling;
+    m_tree.endResetModel();
 }
 
 void KeyedTree::clear()
@@ -35,17 +45,15 @@ KeyedTree::Node *KeyedTree::add(Node *parent, const QString &key, const QString 
         m_byKey.insert(key, node);
         return node;
     }
-    auto &siblings = parent->children;
-    auto place = siblings.end();
-    if (parent->sorted)
-        place = std::upper_bound(siblings.begin(), siblings.end(), made,
-                                 [](const auto &a, const auto &b) { return compareText(a->text, b->text) < 0; });
-    node->row = int(place - siblings.begin());
+    Children &siblings = parent->children;
+    const auto place = parent->sorted ? placeFor(siblings, text) : siblings.end();
+    const int row = int(place - siblings.begin());
     if (m_filling == 0)
-        beginInsertRows(indexOf(parent), node->row, node->row);
-    place = siblings.insert(place, std::move(made));
-    while (++place != siblings.end())
-        ++(*place)->row;
+        beginInsertRows(indexOf(parent), row, row);
+    siblings.insert(place, std::move(made));
+    node->row = row;
+    if (row + 1 < int(siblings.size()))
+        numberRows(siblings);
     m_byKey.insert(key, node);
     if (m_filling == 0)
         endInsertRows();
@@ -63,6 +71,32 @@ void KeyedTree::removeChildren(Node *node)
     node->children.clear();
     if (m_filling == 0)
         endRemoveRows();
+}
+
+void KeyedTree::remove(Node *node)
+{
+    Children &siblings = node->parent->children;
+    beginRemoveRows(indexOf(node->parent), node->row, node->row);
+    forget(node);
+    siblings.erase(siblings.begin() + node->row);
+    numberRows(siblings);
+    endRemoveRows();
+}
+
+void KeyedTree::move(Node *node, Node *parent)
+{
+    if (node->parent == parent)
+        return;
+    Children &from = node->parent->children;
+    const int row = int(placeFor(parent->children, node->text) - parent->children.begin());
+    beginMoveRows(indexOf(node->parent), node->row, node->row, indexOf(parent), row);
+    std::unique_ptr<Node> moved = std::move(from[size_t(node->row)]);
+    from.erase(from.begin() + node->row);
+    numberRows(from);
+    node->parent = parent;
+    parent->children.insert(parent->children.begin() + row, std::move(moved));
+    numberRows(parent->children);
+    endMoveRows();
 }
 
 void KeyedTree::setText(Node *node, const QString &text)
@@ -108,6 +142,8 @@ QModelIndex KeyedTree::parent(const QModelIndex &index) const
 
 int KeyedTree::rowCount(const QModelIndex &parent) const
 {
+    if (m_filling > 0)
+        return 0;
     if (parent.isValid())
         return int(nodeAt(parent)->children.size());
     return m_root ? 1 : 0;
@@ -125,6 +161,19 @@ QVariant KeyedTree::data(const QModelIndex &index, int role) const
     default:
         return {};
     }
+}
+
+KeyedTree::Children::iterator KeyedTree::placeFor(Children &siblings, const QString &text)
+{
+    return std::upper_bound(siblings.begin(), siblings.end(), text, [](const QString &text, const auto &sibling) {
+        return compareText(text, sibling->text) < 0;
+    });
+}
+
+void KeyedTree::numberRows(const Children &siblings)
+{
+    for (size_t row = 0; row < siblings.size(); ++row)
+        siblings[row]->row = int(row);
 }
 
 void KeyedTree::forget(const Node *node)

@@ -31,7 +31,8 @@ public:
 
     using QAbstractItemModel::QAbstractItemModel;
 
-    /// For the life of the object the view is told nothing; it reads the tree anew at the end. For builds.
+    /// For the life of the object the view sees an empty tree, however often it paints; it reads the tree anew at
+    /// the end. For builds.
     class Filling
     {
     public:
@@ -48,6 +49,10 @@ public:
     /// parent it is the root. @throws KeyError when the key is taken.
     Node *add(Node *parent, const QString &key, const QString &text, const QIcon &icon);
     void removeChildren(Node *node);
+    /// Takes the node with all below it out of the tree.
+    void remove(Node *node);
+    /// Hangs the node with all below it under another one, where its text belongs.
+    void move(Node *node, Node *parent);
     void setText(Node *node, const QString &text);
 
     Node *root() const { return m_root.get(); }
@@ -67,6 +72,9 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
+    using Children = std::vector<std::unique_ptr<Node>>;
+    static Children::iterator placeFor(Children &siblings, const QString &text);
+    static void numberRows(const Children &siblings);
     void forget(const Node *node);
 
     std::unique_ptr<Node> m_root;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <memory>
+#include <QPointer>
 
-/// The one instance of a window class: loaded on first use, gone when it is unloaded.
+/// The one instance of a window class: loaded on first use, gone when it is unloaded or, for windows that delete
+/// themselves, closed.
 template<typename Form>
 class SharedForm
 {
@@ -10,11 +11,11 @@ public:
     static Form &instance()
     {
         if (!s_instance)
-            s_instance.reset(new Form);
+            s_instance = new Form;
         return *s_instance;
     }
-    static bool isLoaded() { return s_instance != nullptr; }
-    static void unload() { s_instance.reset(); }
+    static bool isLoaded() { return !s_instance.isNull(); }
+    static void unload() { delete s_instance.data(); }
 
     /// Loads the form, shows it until it is closed and unloads it. @returns what exec() gives.
     static int showModal()
@@ -26,5 +27,5 @@ public:
     }
 
 private:
-    static inline std::unique_ptr<Form> s_instance;
+    static inline QPointer<Form> s_instance;
 };
