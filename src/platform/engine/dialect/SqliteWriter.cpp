@@ -69,7 +69,8 @@ public:
             writeUpdate(statement);
             break;
         case Statement::Delete:
-            m_out.sql = QLatin1String("DELETE FROM ") + quotedName(target(statement).name) + where(statement.where);
+            m_out.sql = QLatin1String("DELETE FROM ") + quotedName(target(statement).name);
+            m_out.sql += where(statement.where);
             break;
         }
         refuseMissing();
