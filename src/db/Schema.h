@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/engine/Database.h"
+
+#include <vector>
+
+/// What a crib's database file consists of. The tool tables are this program's own; employees,
+/// jobs, operations and charge kinds belong to the suite.
+namespace Schema {
+
+struct Column {
+    const char *name;
+    /// Declared type, which says what a column is: a counter, LONG, TEXT, CURRENCY (four places),
+    /// DATETIME (text "yyyy-mm-dd hh:mm:ss") or YESNO (-1 or 0).
+    const char *type;
+    const char *rule = "";
+};
+
+struct Table {
+    const char *name;
+    std::vector<Column> columns;
+};
+
+/// All tables, a table before those that refer to it.
+const std::vector<Table> &tables();
+
+/// The kinds of charge of a loan or a scrapped tool, LineItemType.Index.
+inline constexpr int jobCharge = 4;
+inline constexpr int overheadCharge = 5;
+
+/// Loans carry tool numbers in 16 bits.
+inline constexpr int highestToolNumber = 32767;
+/// Purging a scrap record also deletes the live tool of the record's own number, so scrap records
+/// are numbered where tools seldom get to.
+inline constexpr int firstScrapNumber = 16384;
+
+/// Fills a new, empty database with all tables, indexes and relations and the rows that no crib
+/// goes without: the two kinds of charge and the shipped report templates.
+void create(Database &database);
+
+}
