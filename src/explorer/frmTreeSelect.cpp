@@ -1,0 +1,104 @@
+#include "explorer/frmTreeSelect.h"
+
+#include "common/ItemKeys.h"
+#include "db/Session.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/Icons.h"
+#include "platform/gui/MsgBox.h"
+
+namespace {
+
+// Stands for the unread branch of a folder, so that the folder can be expanded. It is known by its key: a crib may
+// well have a folder of that name.
+const auto placeholder = QStringLiteral("garbage");
+
+bool isUnread(const KeyedTree::Node *node)
+{
+    return node->children.size() == 1 && node->children.front()->key.startsWith(placeholder);
+}
+
+}
+
+frmTreeSelect::frmTreeSelect(const QString &mode, QWidget *parent) : QDialog(parent)
+{
+    ui.setupUi(this);
+    ui.tvMain->setModel(&m_tree);
+    onUserAction(ui.tvMain, &QTreeView::expanded, this, &frmTreeSelect::tvMain_Expand);
+    onUserAction(ui.cmdOK, &QPushButton::clicked, this, &frmTreeSelect::cmdOK_Click);
+    onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    if (mode == QLatin1String("type"))
+        initTreetype();
+    else
+        initTreeLocation();
+}
+
+std::optional<PickedFolder> frmTreeSelect::pick(const QString &mode, QWidget *parent)
+{
+    frmTreeSelect picker(mode, parent);
+    if (picker.exec() != Accepted)
+        return {};
+    return PickedFolder{ .id = picker.ui.txtId->text().toInt(), .path = picker.ui.txtDir->text() };
+}
+
+void frmTreeSelect::initTreetype()
+{
+    setWindowTitle(QStringLiteral("Tool Types"));
+    m_keyPrefix = QStringLiteral("t");
+    m_foldersOf = QStringLiteral("Select * from types where parent = %1 order by description");
+    m_anyBelow = QStringLiteral("Select * from types where Parent = %1");
+    initTree();
+}
+
+void frmTreeSelect::initTreeLocation()
+{
+    setWindowTitle(QStringLiteral("Tool Locations"));
+    m_keyPrefix = QStringLiteral("l");
+    m_foldersOf = QStringLiteral("Select * from locations where parent = %1 order by description");
+    m_anyBelow = QStringLiteral("Select * from locations where Parent = %1");
+    initTree();
+}
+
+void frmTreeSelect::initTree()
+{
+    KeyedTree::Node *root = m_tree.add(nullptr, ItemKeys::root, QStringLiteral("Vorlane"), Icons::icon("root"));
+    addFolders(root);
+    ui.tvMain->setCurrentIndex(m_tree.indexOf(root));
+    ui.tvMain->expand(m_tree.indexOf(root));
+}
+
+void frmTreeSelect::addFolders(KeyedTree::Node *parent)
+{
+    const ReadScope reading(Session::database());
+    Recordset folders = openRecordset(m_foldersOf.arg(ItemKeys::numberOf(parent->key)));
+    m_tree.removeChildren(parent);
+    for (; !folders.atEnd(); folders.moveNext()) {
+        const QString id = folders.text(u"ID");
+        KeyedTree::Node *node = m_tree.add(parent, m_keyPrefix + id, folders.text(u"Description"), Icons::folder());
+        if (!openRecordset(m_anyBelow.arg(id)).isEmpty())
+            m_tree.add(node, placeholder + id, placeholder, Icons::folder());
+    }
+}
+
+void frmTreeSelect::tvMain_Expand(const QModelIndex &index)
+{
+    KeyedTree::Node *node = m_tree.nodeAt(index);
+    if (!isUnread(node))
+        return;
+    ui.tvMain->collapse(index); // and so it stays if the branch cannot be read
+    addFolders(node);
+    ui.tvMain->expand(index);
+}
+
+void frmTreeSelect::cmdOK_Click()
+{
+    const QModelIndexList selected = ui.tvMain->selectionModel()->selectedIndexes();
+    // The root is no folder that a tool could lie in.
+    if (selected.isEmpty() || m_tree.nodeAt(selected.first()) == m_tree.root()) {
+        inform(QStringLiteral("You must select a Path!"));
+        return;
+    }
+    const KeyedTree::Node *node = m_tree.nodeAt(selected.first());
+    ui.txtDir->setText(KeyedTree::fullPath(node));
+    ui.txtId->setText(ItemKeys::numberOf(node->key));
+    accept();
+}
