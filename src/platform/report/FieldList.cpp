@@ -1,0 +1,31 @@
+#include "platform/report/FieldList.h"
+
+#include <algorithm>
+
+Field Field::fromName(QStringView name)
+{
+    const auto belongsInName = [](QChar c) { return c.isLetterOrNumber() || c == '_' || c == ' '; };
+    const auto isName = [&](QStringView part) {
+        return !part.isEmpty() && std::all_of(part.begin(), part.end(), belongsInName);
+    };
+    const qsizetype dot = name.indexOf('.');
+    const QStringView table = name.first(std::max<qsizetype>(dot, 0)).trimmed();
+    const QStringView column = name.sliced(dot + 1).trimmed();
+    Field field;
+    if (isName(table) && isName(column)) {
+        field.table = table.toString();
+        field.column = column.toString();
+    }
+    return field;
+}
+
+int FieldList::add(const Field &field)
+{
+    const QString key = field.name().toCaseFolded();
+    const auto known = m_numbers.constFind(key);
+    if (known != m_numbers.constEnd())
+        return *known;
+    m_numbers.insert(key, count());
+    m_fields.append(field);
+    return count() - 1;
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+/// What a column holds, by its declared type.
+enum class FieldKind { Text, Number, YesNo, DateTime };
+
+/// One column of one table, as a template or a formula names it: "Table.Column".
+struct Field {
+    QString table;
+    QString column;
+    /// Where the template mentions it first; 0 for a field that only the caller's formula names.
+    int line = 0;
+    /// Known once the database's schema has been read.
+    FieldKind kind = FieldKind::Text;
+
+    QString name() const { return table + '.' + column; }
+    /// @returns a field without a table when `name` is not of the form "Table.Column".
+    static Field fromName(QStringView name);
+};
+
+/// The fields of a report, each once. A field's number is its column in the records.
+class FieldList
+{
+public:
+    /// The number of `field`, in any case; a new one is added at the end.
+    int add(const Field &field);
+    int count() const { return int(m_fields.size()); }
+    const Field &at(int number) const { return m_fields[number]; }
+    Field &at(int number) { return m_fields[number]; }
+    auto begin() const { return m_fields.begin(); }
+    auto end() const { return m_fields.end(); }
+
+private:
+    QList<Field> m_fields;
+    QHash<QString, int> m_numbers;
+};

@@ -1,0 +1,116 @@
+#include "platform/report/Formula.h"
+
+#include "platform/report/FormulaParser.h"
+#include "platform/report/ResultCode.h"
+#include "platform/text/Numbers.h"
+#include "platform/text/TextCompare.h"
+
+#include <algorithm>
+#include <compare>
+
+namespace {
+/// Of numbers, texts and days alike; unordered where the value is empty or cannot be read as the constant's kind.
+std::partial_ordering compare(const Value &value, const FormulaConstant &constant)
+{
+    if (value.isNull())
+        return std::partial_ordering::unordered;
+    switch (constant.kind) {
+    case FormulaConstant::Number: {
+        const std::optional<double> number = value.isText() ? numberIn(value.toText()) : value.toNumber();
+        return number ? *number <=> constant.number : std::partial_ordering::unordered;
+    }
+    case FormulaConstant::Text:
+        return compareText(value.toText(), constant.text) <=> 0;
+    case FormulaConstant::Date:
+        return QStringView(value.toText()).left(constant.text.size()).compare(constant.text) <=> 0;
+    }
+    Q_UNREACHABLE();
+}
+
+bool precedes(const FormulaConstant &a, const FormulaConstant &b)
+{
+    return a.kind == FormulaConstant::Number ? a.number < b.number : compareText(a.text, b.text) < 0;
+}
+
+bool contains(const std::vector<FormulaConstant> &sorted, const Value &value)
+{
+    const auto before = [&](const FormulaConstant &constant, const Value &sought) {
+        return compare(sought, constant) > 0;
+    };
+    const auto found = std::lower_bound(sorted.begin(), sorted.end(), value, before);
+    return found != sorted.end() && compare(value, *found) == 0;
+}
+
+bool holds(const FormulaCondition &condition, const Value *record)
+{
+    const auto holdsHere = [record](const FormulaCondition &part) { return holds(part, record); };
+    const auto order = [&](size_t constant = 0) {
+        return compare(record[condition.field], condition.constants[constant]);
+    };
+    switch (condition.kind) {
+    case FormulaCondition::All:
+        return std::all_of(condition.parts.begin(), condition.parts.end(), holdsHere);
+    case FormulaCondition::Any:
+        return std::any_of(condition.parts.begin(), condition.parts.end(), holdsHere);
+    case FormulaCondition::Equal:
+        return order() == 0;
+    case FormulaCondition::NotEqual:
+        return order() < 0 || order() > 0;
+    case FormulaCondition::Less:
+        return order() < 0;
+    case FormulaCondition::LessOrEqual:
+        return order() <= 0;
+    case FormulaCondition::Greater:
+        return order() > 0;
+    case FormulaCondition::GreaterOrEqual:
+        return order() >= 0;
+    case FormulaCondition::Range:
+        return (order(0) >= 0 && order(1) <= 0) || (order(0) <= 0 && order(1) >= 0);
+    case FormulaCondition::OneOf:
+        return contains(condition.constants, record[condition.field]);
+    }
+    Q_UNREACHABLE();
+}
+
+void convert(FormulaConstant &constant, const Field &field)
+{
+    const bool isNumeric = field.kind == FieldKind::Number || field.kind == FieldKind::YesNo;
+    bool fits = false;
+    if (constant.kind == FormulaConstant::Date) {
+        fits = field.kind == FieldKind::DateTime;
+    } else if (constant.kind == FormulaConstant::Number) {
+        fits = isNumeric || field.kind == FieldKind::Text;
+    } else if (isNumeric) {
+        const std::optional<double> number = numberIn(constant.text);
+        fits = number.has_value();
+        constant = { FormulaConstant::Number, {}, number.value_or(0) };
+    } else {
+        fits = field.kind == FieldKind::Text;
+    }
+    if (!fits)
+        throw ReportError(ResultCode::errorInFormula,
+                          QStringLiteral("{%1} is compared with a value of another kind").arg(field.name()));
+}
+
+void bindCondition(FormulaCondition &condition, const FieldList &fields)
+{
+    for (FormulaCondition &part : condition.parts)
+        bindCondition(part, fields);
+    for (FormulaConstant &constant : condition.constants)
+        convert(constant, fields.at(condition.field));
+    if (condition.kind == FormulaCondition::OneOf)
+        std::sort(condition.constants.begin(), condition.constants.end(), precedes);
+}
+}
+
+Formula Formula::parse(const QString &text, FieldList &fields, int line)
+{
+    Formula formula;
+    formula.m_root = FormulaParser(text, fields, line).parse();
+    formula.m_line = line;
+    return formula;
+}
+
+void Formula::bind(const FieldList &fields) { bindCondition(m_root, fields); }
+
+bool Formula::matches(const Value *record) const { return holds(m_root, record); }
