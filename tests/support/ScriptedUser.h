@@ -56,7 +56,8 @@ void whenModal(Steps steps)
     since->start();
     QObject::connect(poll, &QTimer::timeout, qApp, [poll, since, steps] {
         auto *dialog = dynamic_cast<Dialog *>(QApplication::activeModalWidget());
-        if (!dialog && since->elapsed() < 2000)
+        // Until the window is active, none of its controls has the focus.
+        if (!(dialog && dialog->isActiveWindow()) && since->elapsed() < 2000)
             return;
         poll->stop();
         poll->deleteLater();

@@ -1,6 +1,8 @@
 #include "platform/gui/BoundCombo.h"
 
 #include <QAbstractListModel>
+#include <QCompleter>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QWheelEvent>
@@ -8,7 +10,10 @@
 class BoundCombo::Rows : public QAbstractListModel
 {
 public:
-    Rows(std::shared_ptr<Recordset> rows, int column) : m_rows(std::move(rows)), m_column(column) { }
+    Rows(std::shared_ptr<Recordset> rows, int listColumn, int boundColumn)
+        : m_rows(std::move(rows)), m_listColumn(listColumn), m_boundColumn(boundColumn)
+    {
+    }
     int rowCount(const QModelIndex &parent) const override
     {
         return parent.isValid() || !m_rows ? 0 : m_rows->recordCount();
@@ -16,19 +21,41 @@ public:
     QVariant data(const QModelIndex &index, int role) const override
     {
         if (role == Qt::DisplayRole || role == Qt::EditRole)
-            return m_rows->at(index.row(), m_column).toText();
+            return m_rows->at(index.row(), m_listColumn).toText();
+        if (role == Qt::UserRole)
+            return boundValue(index.row()).toText();
         return {};
     }
-    Value value(int row, int column) const { return m_rows->at(row, column); }
+    Value boundValue(int row) const { return m_rows->at(row, m_boundColumn); }
 
 private:
     std::shared_ptr<Recordset> m_rows;
-    int m_column;
+    int m_listColumn;
+    int m_boundColumn;
+};
+
+/// Completes what is typed to the first row that begins so, unless a row reads just so: 1250 is not made 12500.
+class BoundCombo::Completer : public QCompleter
+{
+public:
+    explicit Completer(QObject *parent) : QCompleter(parent)
+    {
+        setCaseSensitivity(Qt::CaseInsensitive);
+        setCompletionMode(InlineCompletion);
+    }
+    QString pathFromIndex(const QModelIndex &index) const override
+    {
+        const QModelIndex first = index.siblingAtRow(0);
+        const bool isWhole =
+            !model()->match(first, Qt::DisplayRole, completionPrefix(), 1, Qt::MatchFixedString).isEmpty();
+        return isWhole ? completionPrefix() : QCompleter::pathFromIndex(index);
+    }
 };
 
 BoundCombo::BoundCombo(QWidget *parent) : QComboBox(parent)
 {
     setEditable(true);
+    setCompleter(new Completer(this));
     setInsertPolicy(NoInsert);
     // Thousands of jobs are listed: nobody measures them all to find the widest.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
@@ -45,28 +72,17 @@ BoundCombo::~BoundCombo() = default;
 
 void BoundCombo::setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField)
 {
-    m_boundColumn = rows->fieldIndex(boundField);
     const int listColumn = rows->fieldIndex(listField);
-    auto model = std::make_unique<Rows>(std::move(rows), listColumn);
-    {
-        const QSignalBlocker quiet(this);
-        setModel(model.get());
-        m_rows = std::move(model);
-    }
-    setText({});
+    const int boundColumn = rows->fieldIndex(boundField);
+    take(std::make_unique<Rows>(std::move(rows), listColumn, boundColumn));
 }
 
-void BoundCombo::clearSource()
+void BoundCombo::setSource(Recordset rows, const QString &listField, const QString &boundField)
 {
-    auto none = std::make_unique<Rows>(nullptr, -1);
-    {
-        const QSignalBlocker quiet(this);
-        setModel(none.get());
-        m_rows = std::move(none);
-    }
-    m_boundColumn = -1;
-    setText({});
+    setSource(std::make_shared<Recordset>(std::move(rows)), listField, boundField);
 }
+
+void BoundCombo::clearSource() { take(std::make_unique<Rows>(nullptr, -1, -1)); }
 
 QString BoundCombo::text() const
 {
@@ -83,7 +99,8 @@ void BoundCombo::setText(const QString &text)
         setCurrentIndex(-1);
         setEditText(text);
         setCurrentIndex(chosenRow());
-        if (currentIndex() < 0)
+        // A free text keeps its own capitals.
+        if (currentIndex() < 0 || m_freeText)
             setEditText(text);
     }
     commit();
@@ -92,13 +109,32 @@ void BoundCombo::setText(const QString &text)
 Value BoundCombo::boundValue() const
 {
     const int row = chosenRow();
-    return row < 0 || m_boundColumn < 0 ? Value() : m_rows->value(row, m_boundColumn);
+    return row < 0 ? Value() : m_rows->boundValue(row);
+}
+
+void BoundCombo::keyPressEvent(QKeyEvent *event)
+{
+    // Enter takes the completion and presses the default button at once.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        lineEdit()->deselect();
+    QComboBox::keyPressEvent(event);
 }
 
 void BoundCombo::wheelEvent(QWheelEvent *event)
 {
     // Scrolling past a box must not lend a tool to somebody else.
     event->ignore();
+}
+
+void BoundCombo::take(std::unique_ptr<Rows> rows)
+{
+    {
+        const QSignalBlocker quiet(this);
+        setModel(rows.get());
+        completer()->setModel(rows.get());
+        m_rows = std::move(rows);
+    }
+    setText({});
 }
 
 int BoundCombo::chosenRow() const

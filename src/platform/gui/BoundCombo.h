@@ -7,8 +7,8 @@
 /// A combo box filled from the rows of a statement: it shows one field and hands out another. Two rows with the same
 /// shown text stay two choices.
 ///
-/// Typing completes to the rows. Unless `freeText` is set (in the form's .ui file), a typed text that is no row's
-/// counts as empty, so that nothing is stored that was not offered.
+/// Typing completes to the first row that begins so. Unless `freeText` is set (in the form's .ui file), a typed text
+/// that is no row's counts as empty, so that nothing is stored that was not offered.
 class BoundCombo : public QComboBox
 {
     Q_OBJECT
@@ -19,12 +19,14 @@ public:
 
     /// The choices and their two fields. The text shown is cleared. Combo boxes may share one recordset.
     void setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField);
+    void setSource(Recordset rows, const QString &listField, const QString &boundField);
     /// No choices, no text.
     void clearSource();
 
     /// The text shown, without what does not count.
     QString text() const;
-    /// Shows `text` as if the user had chosen it: the first row with that text, in any case, is the choice.
+    /// Shows `text` as if the user had chosen it: the first row with that text, in any case, is the choice. To choose
+    /// among rows of the same text, findData() gives the row with a bound value, as text.
     void setText(const QString &text);
     /// The bound field of the choice; empty when there is none.
     Value boundValue() const;
@@ -34,15 +36,17 @@ signals:
     void chosen();
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
     class Rows;
+    class Completer;
+    void take(std::unique_ptr<Rows> rows);
     int chosenRow() const;
     void commit();
 
     bool m_freeText = false;
     std::unique_ptr<Rows> m_rows;
-    int m_boundColumn = -1;
     std::pair<int, QString> m_announced{ -1, {} };
 };
