@@ -1,0 +1,45 @@
+#include "transactions/JobPicker.h"
+
+#include "common/ProgramState.h"
+#include "db/Session.h"
+#include "platform/gui/BoundCombo.h"
+#include "platform/gui/Handler.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent)
+    : QObject(parent), m_boxes(boxes), m_wording(wording)
+{
+    m_boxes.dbcEmp->setSource(
+        openRecordset("Select empid,ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee "
+                      "Where EmpStatus='Active' order by lastName"),
+        "Name", "empid");
+    m_boxes.dbcJobType->setSource(
+        openRecordset("Select Index,Code from LineItemType where code ='Job' or code ='Overhead'"), "Code", "index");
+    GetJobOverheadList();
+    onUserAction(m_boxes.dbcEmp, &BoundCombo::chosen, this, &JobPicker::dbcEmp_Change);
+    onUserAction(m_boxes.dbcJobType, &BoundCombo::chosen, this, &JobPicker::GetJobOverheadList);
+}
+
+void JobPicker::GetJobOverheadList()
+{
+    const QString jobType = m_boxes.dbcJobType->text();
+    BoundCombo *dbcJob = m_boxes.dbcJob;
+    if (jobType == "Job") {
+        if (ProgramState::SuiteInstalled)
+            dbcJob->setSource(openRecordset("Select Jobno from Job where shipped = 0 order by jobno desc"), "JobNo",
+                              "JobNo");
+        else
+            dbcJob->setSource(openRecordset("Select ID,Jobno from JobVorlane order by jobno desc"), "JobNo", "ID");
+        m_boxes.lblJob->setText(m_wording.jobLabel);
+    } else if (jobType == "Overhead") {
+        dbcJob->setSource(openRecordset(m_wording.overheadStatement), "Description", "OperNo");
+        m_boxes.lblJob->setText("Overhead Operation");
+    } else {
+        dbcJob->clearSource();
+        m_boxes.lblJob->clear();
+    }
+}
+
+void JobPicker::dbcEmp_Change() { m_boxes.txtEmpNo->setText(m_boxes.dbcEmp->boundValue().toText()); }

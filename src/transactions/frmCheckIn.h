@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/gui/SharedForm.h"
+#include "ui_frmCheckIn.h"
+
+/// "Tool Check In": takes back the tool selected in the explorer.
+class frmCheckIn : public QDialog, public SharedForm<frmCheckIn>
+{
+    Q_OBJECT
+public:
+    Ui::frmCheckIn ui;
+
+private:
+    friend class SharedForm<frmCheckIn>;
+    frmCheckIn();
+    void cmdOk_Click();
+};

@@ -1,0 +1,75 @@
+#include "transactions/frmCheckOut.h"
+
+#include "common/ExplorerView.h"
+#include "common/ItemKeys.h"
+#include "db/Session.h"
+#include "platform/gui/Handler.h"
+#include "platform/system/Clock.h"
+#include "platform/text/Format.h"
+#include "platform/text/Numbers.h"
+#include "transactions/JobPicker.h"
+#include "transactions/MainSubs.h"
+
+frmCheckOut::frmCheckOut()
+{
+    const HourGlass busy;
+    ui.setupUi(this);
+    ui.lblDate->setText(Format::dialogDate(Clock::now()));
+    new JobPicker({ ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2 },
+                  { .jobLabel = "Job Number",
+                    .overheadStatement = "Select OperNo,Description from Operation Where"
+                                         " OperType='O'order by Description" },
+                  this);
+    const ListItem *item = theExplorer().selectedItem();
+    ui.lblTool->setText(item->text);
+    // Behind the mark "..\" of a folder elsewhere in the tree.
+    ui.lblLocation->setText(item->subItem(3).mid(3));
+
+    onUserAction(ui.cmdOK, &QPushButton::clicked, this, &frmCheckOut::cmdOK_Click);
+    onUserAction(ui.cndCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+bool frmCheckOut::SaveCheckOut()
+{
+    const HourGlass busy;
+    if (!MainSubs::isFilled(ui.dbcEmp, "You must select an Employee!")
+        || !MainSubs::isFilled(ui.dbcJob, "You must select a Job Number or Overhead Description!"))
+        return false;
+
+    ListItem item = *theExplorer().selectedItem();
+    const qint16 toolId = ItemKeys::toolIdOf(item.key);
+    const QString id = QString::number(toolId);
+    Recordset loans = openRecordset("Select * from checkoutin");
+    const Recordset tool = openRecordset("Select * from Tools where id =" + id);
+    // The flag goes first: if storing the loan then fails, the tool still shows as out and is not lent twice.
+    execute("Update tools set out=-1 where id=" + id);
+    loans.addNew();
+    loans.setField(u"Tool_Id", toolId);
+    // A job's number is what is shown: where the program's own list is offered, the bound value is only its row there.
+    // An overhead operation described by digits alone is taken for a job number as well.
+    const QString job = ui.dbcJob->text();
+    loans.setField(u"jobOrOH", toLong(isNumeric(job) ? job : ui.dbcJob->boundValue().toText()));
+    loans.setField(u"LineItemTypeID", toLong(ui.dbcJobType->boundValue().toText()));
+    loans.setField(u"employee", ui.dbcEmp->boundValue().toText());
+    loans.setField(u"DateOut", Format::generalDate(Clock::now()));
+    loans.setField(u"active", -1);
+    loans.setField(u"CheckOutDesc", tool.field(u"Description"));
+    loans.setField(u"CheckOutPartNo", tool.field(u"partNumber"));
+    loans.update();
+
+    item.key = ItemKeys::toolOut(toolId);
+    item.setSubItem(5, ui.dbcEmp->text());
+    item.icon = ItemIcon::toolOut;
+    theExplorer().patchSelectedItem(item);
+    return true;
+}
+
+void frmCheckOut::cmdOK_Click()
+{
+    // Alt+O leaves the focus in a box that is being typed in; what hangs on its choice comes first.
+    ui.cmdOK->setFocus();
+    if (!SaveCheckOut())
+        return;
+    accept();
+    theExplorer().focusList();
+}
