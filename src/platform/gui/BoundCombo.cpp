@@ -64,11 +64,19 @@ BoundCombo::BoundCombo(QWidget *parent) : QComboBox(parent)
     if (auto *list = qobject_cast<QListView *>(view()))
         list->setUniformItemSizes(true);
     clearSource();
+    // The box's own answer to a finished text, to put the row's capitals in its place, is not ours.
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     connect(this, &QComboBox::currentIndexChanged, this, &BoundCombo::commit);
     connect(lineEdit(), &QLineEdit::editingFinished, this, &BoundCombo::commit);
 }
 
 BoundCombo::~BoundCombo() = default;
+
+void BoundCombo::setFreeText(bool freeText)
+{
+    m_freeText = freeText;
+    completer()->setCompletionMode(freeText ? QCompleter::PopupCompletion : QCompleter::InlineCompletion);
+}
 
 void BoundCombo::setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField)
 {
@@ -148,9 +156,10 @@ int BoundCombo::chosenRow() const
 void BoundCombo::commit()
 {
     const std::pair<int, QString> now{ chosenRow(), currentText() };
-    if (now.first >= 0 && now.first != currentIndex()) {
+    if (now.first >= 0) {
         const QSignalBlocker quiet(this);
         setCurrentIndex(now.first);
+        setEditText(m_freeText ? now.second : itemText(now.first));
     }
     if (now == m_announced)
         return;

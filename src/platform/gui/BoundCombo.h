@@ -7,15 +7,19 @@
 /// A combo box filled from the rows of a statement: it shows one field and hands out another. Two rows with the same
 /// shown text stay two choices.
 ///
-/// Typing completes to the first row that begins so. Unless `freeText` is set (in the form's .ui file), a typed text
-/// that is no row's counts as empty, so that nothing is stored that was not offered.
+/// Typing completes to the first row that begins so, and a typed text that is no row's counts as empty: nothing is
+/// stored that was not offered. With `freeText` (set in the form's .ui file) a typed text stays as it is, to the
+/// capitals; the rows that begin so are offered below it.
 class BoundCombo : public QComboBox
 {
     Q_OBJECT
-    Q_PROPERTY(bool freeText MEMBER m_freeText)
+    Q_PROPERTY(bool freeText READ isFreeText WRITE setFreeText)
 public:
     explicit BoundCombo(QWidget *parent = nullptr);
     ~BoundCombo() override;
+
+    bool isFreeText() const { return m_freeText; }
+    void setFreeText(bool freeText);
 
     /// The choices and their two fields. The text shown is cleared. Combo boxes may share one recordset.
     void setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField);

@@ -50,6 +50,11 @@ void TestBoundCombo::typing_data()
     QTest::newRow("what is no row counts as empty") << false << "99" << QString() << QString();
     QTest::newRow("unless the text is free") << true << "99"
                                              << "99" << QString();
+    QTest::newRow("a free text is not made a longer one") << true << "Wor"
+                                                          << "Wor" << QString();
+    QTest::newRow("a free text keeps its capitals") << true << "WORN OUT"
+                                                    << "WORN OUT"
+                                                    << "5";
 }
 
 void TestBoundCombo::typing()
