@@ -56,6 +56,18 @@ void MainSubs::closeLoans(qint16 toolId)
     execute("Update tools set out=0 where id=" + id);
 }
 
+int MainSubs::FilterKey(int keyAscii, const QString &allowed, bool allowBackspace, const QString &disallowed)
+{
+    constexpr char16_t backspace = 8;
+    const QChar character = QChar(keyAscii).toUpper();
+    QString passing = allowed.toUpper();
+    if (allowBackspace)
+        passing.prepend(backspace);
+    if (allowed != "*" && !passing.contains(character, Qt::CaseInsensitive))
+        return 0;
+    return disallowed.contains(character, Qt::CaseInsensitive) ? 0 : keyAscii;
+}
+
 bool MainSubs::isFilled(BoundCombo *box, const QString &message)
 {
     if (!box->text().isEmpty())

@@ -15,6 +15,10 @@ void CheckInSelectedTool();
 /// Ends every open loan of the tool at the present moment and takes its "out" flag away.
 void closeLoans(qint16 toolId);
 
+/// The code of a pressed key if it may pass, else 0: `allowed` are the characters that may ("*": all), `disallowed`
+/// those that may not in any case; letters of either case count.
+int FilterKey(int keyAscii, const QString &allowed, bool allowBackspace, const QString &disallowed);
+
 /// Whether something stands in the box. If not, says `message` and puts the focus there.
 bool isFilled(BoundCombo *box, const QString &message);
 

@@ -1,0 +1,137 @@
+#include "transactions/frmScrap.h"
+
+#include "common/ExplorerView.h"
+#include "common/ItemKeys.h"
+#include "db/Literals.h"
+#include "db/Session.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/MsgBox.h"
+#include "platform/system/Clock.h"
+#include "transactions/JobPicker.h"
+#include "transactions/KeyFilter.h"
+#include "transactions/MainSubs.h"
+
+namespace {
+
+// Shows what a loan says. Of rows with the same text the one with the loan's own number is meant; where that one is
+// not offered any more, another with its text must not stand in for it.
+void choose(BoundCombo *box, const QString &text, const QString &boundValue)
+{
+    const int row = box->findData(boundValue);
+    if (row >= 0) {
+        box->setCurrentIndex(row);
+        return;
+    }
+    box->setText(text);
+    if (!box->text().isEmpty())
+        box->setText({});
+}
+
+// Number of the reason described so; a new one is added to the list.
+QString reasonNumber(const QString &reason)
+{
+    const QString statement = "Select * from scrapReasons where description ='" + reason + "'";
+    const Recordset known = openRecordset(statement);
+    if (!known.isEmpty())
+        return known.text(u"ID");
+    execute("INSERT INTO ScrapReasons (Description) VALUES ('" + reason + "');");
+    return openRecordset(statement).text(u"ID");
+}
+
+}
+
+frmScrap::frmScrap()
+{
+    const HourGlass busy;
+    ui.setupUi(this);
+    KeyFilter::watch(ui.txtNotes);
+    KeyFilter::watch(ui.dbcScrapReason);
+    new JobPicker({ ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2 },
+                  { .jobLabel = "Scrapped on Job Number:",
+                    .overheadStatement = "Select OperNo,Description from Operation Where"
+                                         " OperType='O'order by OperNo" },
+                  this);
+    ui.dbcScrapReason->setSource(openRecordset("Select Id,Description from ScrapReasons order by description"),
+                                 "Description", "Id");
+    const ListItem *item = theExplorer().selectedItem();
+    ui.lblTool->setText(item->text);
+    ui.lblLocation->setText(item->subItem(3));
+    if (item->icon == ItemIcon::toolOut)
+        GetCheckedOutInfo(ItemKeys::toolIdOf(item->key, 2));
+
+    onUserAction(ui.cmdOK, &QPushButton::clicked, this, &frmScrap::cmdOK_Click);
+    onUserAction(ui.cndCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmScrap::GetCheckedOutInfo(qint16 toolId)
+{
+    const Recordset loan =
+        openRecordset("Select * from CheckOutIn where Tool_Id= " + QString::number(toolId) + " and active=-1");
+    if (loan.isEmpty())
+        return;
+    const QString empId = QString::number(loan.field(u"employee").toInteger());
+    const Recordset employee = openRecordset(
+        "Select ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee Where empid=" + empId);
+    choose(ui.dbcEmp, employee.isEmpty() ? QString() : employee.text(u"Name"), empId);
+
+    const Recordset kind = openRecordset("Select Code from LineItemType where index ="
+                                         + QString::number(loan.field(u"LineItemTypeID").toInteger()));
+    if (kind.isEmpty()) {
+        ui.dbcJobType->setText({});
+        return;
+    }
+    // The choice of the type lists its jobs or operations.
+    ui.dbcJobType->setText(kind.text(u"Code"));
+    const QString jobOrOH = QString::number(loan.field(u"jobOrOH").toInteger());
+    if (kind.text(u"Code") == "Job") {
+        ui.dbcJob->setText(jobOrOH);
+        return;
+    }
+    const Recordset operation = openRecordset("Select Description from Operation where OperNo =" + jobOrOH);
+    choose(ui.dbcJob, operation.isEmpty() ? QString() : operation.text(u"Description"), jobOrOH);
+}
+
+void frmScrap::cmdOK_Click()
+{
+    const HourGlass busy;
+    // Alt+O leaves the focus in a box that is being typed in; what hangs on its choice comes first.
+    ui.cmdOK->setFocus();
+    ExplorerView &explorer = theExplorer();
+    ListItem item = *explorer.selectedItem();
+    const bool isOnLoan = item.key.startsWith("co");
+    const qint16 toolId = ItemKeys::toolIdOf(item.key, isOnLoan ? 2 : 1);
+    // Before anything is checked: who wants to scrap a tool holds it in his hand, so the loan is over in any case.
+    if (isOnLoan) {
+        MainSubs::closeLoans(toolId);
+        item.setSubItem(5, {});
+        item.icon = ItemIcon::toolInStock;
+        explorer.patchSelectedItem(item);
+    }
+    if (!MainSubs::isFilled(ui.dbcEmp, "You must select an employee!")
+        || !MainSubs::isFilled(ui.dbcJob, "You must enter a job or overhead number!")
+        || !MainSubs::isFilled(ui.dbcScrapReason, "You must select a scrap reason!"))
+        return;
+
+    const QString id = QString::number(toolId);
+    const qint64 written = execute(
+        "INSERT INTO Scrap (ToolID,Type,TypeDescription,Manufacturer,PartNumber,Description,PricePer,Employee,"
+        "ScrapDate,JobOrOH,Reason,LineItemTypeId,Location,Notes )"
+        " SELECT Tools.ID, Tools.Type,Types.Description, Tools.Manufacturer, Tools.PartNumber, Tools.Description,"
+        " Tools.PricePer,"
+        + ui.dbcEmp->boundValue().toText() + "," + dateLiteral(Clock::now()) + "," + ui.dbcJob->boundValue().toText()
+        + "," + reasonNumber(ui.dbcScrapReason->text()) + "," + ui.dbcJobType->boundValue().toText()
+        + ",Tools.Location,'" + ui.txtNotes->toPlainText()
+        + "' From Tools INNER JOIN Types on Tools.Type=Types.id WHERE Tools.ID=" + id);
+    // What was not written must not be deleted.
+    if (written == 0) {
+        msgBox({ .text = "The tool could not be entered among the scrapped tools and was not deleted.",
+                 .icon = QMessageBox::Critical });
+        return;
+    }
+    execute("DELETE * FROM Tools WHERE ID =" + id);
+    explorer.removeSelectedItem();
+    if (explorer.itemCount() == 0)
+        explorer.rebuildView();
+    accept();
+    explorer.focusList();
+}
