@@ -1,0 +1,88 @@
+#include "admin/Admin.h"
+
+#include "admin/Command.h"
+#include "platform/engine/EngineError.h"
+
+#include <algorithm>
+
+namespace {
+
+const QString program = "vorlane-admin";
+
+const QList<Command> &commands()
+{
+    static const QList<Command> all{ createCommand(), sqlCommand(), backupCommand() };
+    return all;
+}
+
+QString overview()
+{
+    QString text = "usage: " + program + " COMMAND ...\n\n";
+    for (const Command &command : commands())
+        text += "  " + command.usage().leftJustified(42) + ' ' + command.summary + '\n';
+    return text + "\n" + program + " COMMAND --help tells more.\n";
+}
+
+QString usageLine(const Command &command) { return "usage: " + program + ' ' + command.usage() + '\n'; }
+
+QString help(const Command &command)
+{
+    QString text = usageLine(command) + '\n' + command.summary + ".\n";
+    if (!command.details.isEmpty())
+        text += command.details + '\n';
+    for (const QCommandLineOption &option : command.options)
+        text += "\n  --" + (option.names().constFirst() + ' ' + option.valueName()).leftJustified(24) + ' '
+            + option.description() + '\n';
+    return text;
+}
+
+int runCommand(const Command &command, const QStringList &arguments, QTextStream &out)
+{
+    QCommandLineParser parser;
+    parser.addOption({ { "h", "help" }, {} });
+    parser.addOptions(command.options);
+    const bool parsed = parser.parse(QStringList(program) + arguments);
+    if (parsed && parser.isSet("help")) {
+        out << help(command);
+        return 0;
+    }
+    if (!parsed)
+        throw UsageError(parser.errorText());
+    if (parser.positionalArguments().size() != command.operands.size())
+        throw UsageError(command.name + " takes " + command.operands.join(" and ") + '.');
+    return command.run(parser, out);
+}
+
+}
+
+QString Command::usage() const
+{
+    QStringList words{ name };
+    words += operands;
+    for (const QCommandLineOption &option : options)
+        words << "[--" + QString(option.names().constFirst() + ' ' + option.valueName()).trimmed() + ']';
+    return words.join(' ');
+}
+
+int runAdmin(const QStringList &arguments, QTextStream &out, QTextStream &errors)
+{
+    const QString name = arguments.value(0);
+    if (name == "--help" || name == "-h") {
+        out << overview();
+        return 0;
+    }
+    const auto command = std::ranges::find(commands(), name, &Command::name);
+    if (command == commands().end()) {
+        errors << overview();
+        return 2;
+    }
+    try {
+        return runCommand(*command, arguments.sliced(1), out);
+    } catch (const UsageError &error) {
+        errors << error.what() << '\n' << usageLine(*command);
+        return 2;
+    } catch (const EngineError &error) {
+        errors << "error " << error.number() << ": " << error.text() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,50 @@
+#include "admin/Command.h"
+#include "platform/engine/Workspace.h"
+
+#include <QRegularExpression>
+
+namespace {
+
+// RFC 4180: a field with a comma, a quotation mark or a line break stands in quotation marks; lines end in CR LF.
+QString csvField(QString text)
+{
+    static const QRegularExpression special("[,\"\r\n]");
+    return text.contains(special) ? '"' + text.replace('"', "\"\"") + '"' : text;
+}
+
+void writeCsv(const Recordset &rows, QTextStream &out)
+{
+    QStringList fields(rows.fieldCount());
+    for (int column = 0; column < fields.size(); ++column)
+        fields[column] = csvField(rows.fieldName(column));
+    out << fields.join(',') << "\r\n";
+    for (int row = 0; row < rows.recordCount(); ++row) {
+        for (int column = 0; column < fields.size(); ++column)
+            fields[column] = csvField(rows.at(row, column).toText());
+        out << fields.join(',') << "\r\n";
+    }
+}
+
+int sql(const QCommandLineParser &arguments, QTextStream &out)
+{
+    const auto database = Workspace::first().openDatabase(arguments.positionalArguments().at(0));
+    const QString statement = arguments.positionalArguments().at(1);
+    static const QRegularExpression select("^\\s*select\\b", QRegularExpression::CaseInsensitiveOption);
+    if (statement.contains(select))
+        writeCsv(database->openRecordset(statement), out);
+    else
+        out << database->execute(statement) << " rows affected\n";
+    return 0;
+}
+
+}
+
+Command sqlCommand()
+{
+    return { "sql",
+             { "FILE", "STATEMENT" },
+             {},
+             "Runs one statement of the query dialect",
+             "A SELECT is printed as CSV with a header line: yes/no as -1 and 0, dates as they are stored.",
+             sql };
+}
