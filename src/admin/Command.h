@@ -32,4 +32,5 @@ struct Command {
 
 Command createCommand();
 Command sqlCommand();
+Command checkCommand();
 Command backupCommand();

@@ -46,6 +46,7 @@ void TestAdmin::wrongUsageExitsWithTwo_data()
     QTest::newRow("unknown command") << QStringList{ "destroy" };
     QTest::newRow("missing operand") << QStringList{ "sql", "crib.mdb" };
     QTest::newRow("operand too many") << QStringList{ "create", "new.mdb", "other.mdb" };
+    QTest::newRow("unknown option") << QStringList{ "check", "crib.mdb", "--repair" };
 }
 
 void TestAdmin::wrongUsageExitsWithTwo()
@@ -63,7 +64,7 @@ void TestAdmin::everyCommandHasHelp()
 {
     const AdminRun overview({ "--help" });
     QCOMPARE(overview.status, 0);
-    for (const QString usage : { "create FILE", "sql FILE STATEMENT", "backup FILE COPY" }) {
+    for (const QString usage : { "create FILE", "sql FILE STATEMENT", "check FILE [--fix]", "backup FILE COPY" }) {
         QVERIFY2(overview.out.contains(usage), qPrintable(usage));
         const AdminRun help({ usage.section(' ', 0, 0), "--help" });
         QCOMPARE(help.status, 0);
@@ -187,6 +188,7 @@ void TestAdmin::backupIsConsistentWhileAnotherWrites()
     }
     QCOMPARE(AdminRun({ "sql", path("copy.mdb"), "SELECT Description FROM Types" }).out, "Description\r\nDrills\r\n");
     QCOMPARE(writer->openRecordset("SELECT * FROM Types").recordCount(), 2);
+    QCOMPARE(AdminRun({ "check", path("copy.mdb") }).out, "No faults found.\n");
 }
 
 void TestAdmin::programRunsByItself()
