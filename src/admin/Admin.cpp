@@ -11,7 +11,7 @@ const QString program = "vorlane-admin";
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{ createCommand(), sqlCommand(), checkCommand(), backupCommand() };
+    static const QList<Command> all{ createCommand(), sampleCommand(), sqlCommand(), checkCommand(), backupCommand() };
     return all;
 }
 

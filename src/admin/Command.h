@@ -31,6 +31,7 @@ struct Command {
 };
 
 Command createCommand();
+Command sampleCommand();
 Command sqlCommand();
 Command checkCommand();
 Command backupCommand();

@@ -47,6 +47,8 @@ void TestAdmin::wrongUsageExitsWithTwo_data()
     QTest::newRow("missing operand") << QStringList{ "sql", "crib.mdb" };
     QTest::newRow("operand too many") << QStringList{ "create", "new.mdb", "other.mdb" };
     QTest::newRow("unknown option") << QStringList{ "check", "crib.mdb", "--repair" };
+    QTest::newRow("unknown scale") << QStringList{ "sample", "new.mdb", "--scale", "huge" };
+    QTest::newRow("option without its value") << QStringList{ "sample", "new.mdb", "--scale" };
 }
 
 void TestAdmin::wrongUsageExitsWithTwo()
@@ -64,7 +66,8 @@ void TestAdmin::everyCommandHasHelp()
 {
     const AdminRun overview({ "--help" });
     QCOMPARE(overview.status, 0);
-    for (const QString usage : { "create FILE", "sql FILE STATEMENT", "check FILE [--fix]", "backup FILE COPY" }) {
+    for (const QString usage : { "create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT",
+                                 "check FILE [--fix]", "backup FILE COPY" }) {
         QVERIFY2(overview.out.contains(usage), qPrintable(usage));
         const AdminRun help({ usage.section(' ', 0, 0), "--help" });
         QCOMPARE(help.status, 0);
@@ -76,6 +79,7 @@ void TestAdmin::existingFilesAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("create") << QStringList{ "create" };
+    QTest::newRow("sample") << QStringList{ "sample" };
     QTest::newRow("backup") << QStringList{ "backup", path("crib.mdb") };
 }
 
@@ -101,6 +105,7 @@ void TestAdmin::failureLeavesNoHalfFile_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("create in a missing folder") << QStringList{ "create", "absent/new.mdb" };
+    QTest::newRow("sample in a missing folder") << QStringList{ "sample", "absent/new.mdb" };
     QTest::newRow("backup to a missing folder") << QStringList{ "backup", "crib.mdb", "absent/new.mdb" };
     QTest::newRow("backup of a file that is no database") << QStringList{ "backup", "text.mdb", "new.mdb" };
     QTest::newRow("backup of nothing") << QStringList{ "backup", "nothing.mdb", "new.mdb" };

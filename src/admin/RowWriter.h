@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/engine/Database.h"
+
+#include <QStringList>
+
+/// An amount of money.
+struct Cents {
+    qint64 amount;
+};
+
+/// Stores many rows of one table in few statements.
+class RowWriter
+{
+public:
+    RowWriter(Database &database, const QString &table)
+        : m_database(database), m_head("INSERT INTO [" + table + "] VALUES ")
+    {
+    }
+
+    /// One row, a value for every column; nullptr leaves one empty.
+    template<typename... Values>
+    void add(const Values &...values)
+    {
+        m_rows << '(' + QStringList{ literal(values)... }.join(',') + ')';
+        if (m_rows.size() == 500)
+            flush();
+    }
+
+    /// Stores what add() has gathered; to be called after the last row.
+    void flush();
+
+private:
+    static QString literal(qint64 number) { return QString::number(number); }
+    static QString literal(const QString &text);
+    static QString literal(Cents price);
+    static QString literal(std::nullptr_t) { return "NULL"; }
+
+    Database &m_database;
+    QString m_head;
+    QStringList m_rows;
+};
