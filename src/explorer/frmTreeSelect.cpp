@@ -37,7 +37,7 @@ std::optional<PickedFolder> frmTreeSelect::pick(const QString &mode, QWidget *pa
     frmTreeSelect picker(mode, parent);
     if (picker.exec() != Accepted)
         return {};
-    return PickedFolder{ .id = picker.ui.txtId->text().toInt(), .path = picker.ui.txtDir->text() };
+    return PickedFolder{.id = picker.ui.txtId->text().toInt(), .path = picker.ui.txtDir->text()};
 }
 
 void frmTreeSelect::initTreetype()

@@ -65,19 +65,19 @@ void TestTreeSelect::picks_data()
     const int escape = Qt::Key_Escape;
     QTest::newRow("Enter takes the folder")
         << "type"
-        << "Tool Types" << QList<int>{ Qt::Key_Down, enter } << false << "Vorlane\\Drills" << 3;
+        << "Tool Types" << QList<int>{Qt::Key_Down, enter} << false << "Vorlane\\Drills" << 3;
     QTest::newRow("Right opens a branch")
         << "type"
-        << "Tool Types" << QList<int>{ Qt::Key_W, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, enter }
+        << "Tool Types" << QList<int>{Qt::Key_W, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, enter}
         << false << "Vorlane\\Wrenches\\Torque wrenches\\Digital" << 4;
     QTest::newRow("letters find a location")
         << "location"
-        << "Tool Locations" << QList<int>{ Qt::Key_C, Qt::Key_A, enter } << false << "Vorlane\\Cabinet A" << 1;
+        << "Tool Locations" << QList<int>{Qt::Key_C, Qt::Key_A, enter} << false << "Vorlane\\Cabinet A" << 1;
     QTest::newRow("Escape takes nothing")
         << "location"
-        << "Tool Locations" << QList<int>{ Qt::Key_Down, escape } << false << QString() << 0;
+        << "Tool Locations" << QList<int>{Qt::Key_Down, escape} << false << QString() << 0;
     QTest::newRow("the root is no folder") << "type"
-                                           << "Tool Types" << QList<int>{ enter, escape } << true << QString() << 0;
+                                           << "Tool Types" << QList<int>{enter, escape} << true << QString() << 0;
 }
 
 void TestTreeSelect::picks()
@@ -113,7 +113,7 @@ void TestTreeSelect::foldersWithoutSubFoldersCannotBeExpanded()
 {
     frmTreeSelect form("type", nullptr);
     const QTreeView *tree = form.ui.tvMain;
-    QCOMPARE(shown(tree), QStringList({ "Vorlane", "Drills", "Wrenches" }));
+    QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches"}));
     QVERIFY(!tree->model()->hasChildren(node(tree, "Drills")));
     QVERIFY(tree->model()->hasChildren(node(tree, "Wrenches")));
 }
@@ -127,7 +127,7 @@ void TestTreeSelect::branchesAreReadOnce()
 
     const qint64 before = statements();
     tree->expand(node(tree, "Wrenches"));
-    QCOMPARE(shown(tree), QStringList({ "Vorlane", "Drills", "Wrenches", "Torque wrenches" }));
+    QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches", "Torque wrenches"}));
     // The children, and whether their one folder has any.
     QCOMPARE(statements() - before, 2);
     QVERIFY(!node(tree, "Digital").isValid());
@@ -140,7 +140,7 @@ void TestTreeSelect::branchesAreReadOnce()
 
 void TestTreeSelect::folderMayBeCalledLikeThePlaceholder()
 {
-    crib->run({ "INSERT INTO Locations (Description,Parent) VALUES('garbage',1)" });
+    crib->run({"INSERT INTO Locations (Description,Parent) VALUES('garbage',1)"});
     frmTreeSelect form("location", nullptr);
     QTreeView *tree = form.ui.tvMain;
     tree->expand(node(tree, "Cabinet A"));

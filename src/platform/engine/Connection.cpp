@@ -173,11 +173,11 @@ dialect::Schema Connection::schema()
         const RowStore columns =
             read(QStringLiteral("SELECT name, type FROM pragma_table_info(%1)").arg(quoted(table.name)));
         for (int c = 0; c < columns.rowCount(); ++c)
-            table.columns.push_back({ columns.at(c, 0).toText(), kindOf(columns.at(c, 1).toText()) });
+            table.columns.push_back({columns.at(c, 0).toText(), kindOf(columns.at(c, 1).toText())});
         const RowStore keys = read(QStringLiteral("SELECT \"from\", \"table\", \"to\" FROM pragma_foreign_key_list(%1)")
                                        .arg(quoted(table.name)));
         for (int k = 0; k < keys.rowCount(); ++k)
-            table.foreignKeys.push_back({ keys.at(k, 0).toText(), keys.at(k, 1).toText(), keys.at(k, 2).toText() });
+            table.foreignKeys.push_back({keys.at(k, 0).toText(), keys.at(k, 1).toText(), keys.at(k, 2).toText()});
         schema.tables.push_back(std::move(table));
     }
     return schema;

@@ -49,7 +49,7 @@ Database::Private::Kept &Database::Private::ready(const QString &statement)
         dialect::Translation translation = dialect::translate(
             dialect::parse(statement), schema, keep ? dialect::Literals::AsParameters : dialect::Literals::Inline);
         Connection::Prepared prepared = connection.prepare(translation.sql);
-        Kept fresh{ shape.text, std::move(translation), std::move(prepared), {} };
+        Kept fresh{shape.text, std::move(translation), std::move(prepared), {}};
         if (!keep) {
             m_passing = std::move(fresh);
             kept = &m_passing;
@@ -133,7 +133,7 @@ Recordset Database::openNative(const QString &sql)
     rows->database = d.get();
     for (int i = 0; i < sqlite3_column_count(statement.get()); ++i)
         rows->columns.push_back(
-            { QString::fromUtf8(sqlite3_column_name(statement.get(), i)), dialect::ValueKind::Unknown });
+            {QString::fromUtf8(sqlite3_column_name(statement.get(), i)), dialect::ValueKind::Unknown});
     rows->rows = RowStore(int(rows->columns.size()));
     d->connection.run(statement.get(), {}, &*rows->rows);
     return Recordset(std::move(rows));

@@ -39,7 +39,7 @@ LikePattern::LikePattern(const QString &pattern)
                 continue; // an empty list stands for nothing
             while (at < close) {
                 const bool range = at + 2 < close && characters[at + 1] == '-';
-                part.ranges.push_back({ characters[at], characters[range ? at + 2 : at] });
+                part.ranges.push_back({characters[at], characters[range ? at + 2 : at]});
                 at += range ? 3 : 1;
             }
             break;

@@ -205,7 +205,7 @@ void Recordset::update()
         assignments.append(names.last() + QLatin1String(" = ") + parameters.last());
         for (const dialect::ForeignKey &key : table.foreignKeys)
             if (dialect::sameName(key.column, d->columns[i].name))
-                translation.references.push_back({ key, parameters.last() });
+                translation.references.push_back({key, parameters.last()});
     }
     if (!adding && values.empty()) {
         d->mode = Private::Reading;
@@ -238,7 +238,7 @@ void Recordset::remove()
     translation.kind = dialect::Statement::Delete;
     translation.table = d->table;
     translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(quotedName(d->table));
-    d->store(translation, { d->rows->at(d->current, fieldCount()) });
+    d->store(translation, {d->rows->at(d->current, fieldCount())});
     d->rows->remove(d->current);
     d->mode = Private::Reading;
 }

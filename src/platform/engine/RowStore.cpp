@@ -10,15 +10,15 @@ RowStore::Cell RowStore::keepText(const char *text, size_t size)
 {
     if (m_texts.size() + size > std::numeric_limits<quint32>::max())
         throw EngineError(EngineError::tooMuchData, QStringLiteral("The result is too large to be read."));
-    const Text place{ quint32(m_texts.size()), quint32(size) };
+    const Text place{quint32(m_texts.size()), quint32(size)};
     m_texts.insert(m_texts.end(), text, text + size);
-    return { .text = place };
+    return {.text = place};
 }
 
 void RowStore::append(sqlite3_stmt *statement)
 {
     for (int column = 0; column < m_columnCount; ++column) {
-        Cell cell{ .integer = 0 };
+        Cell cell{.integer = 0};
         Type type = Type::Text;
         switch (sqlite3_column_type(statement, column)) {
         case SQLITE_INTEGER:

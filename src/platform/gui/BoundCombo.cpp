@@ -155,7 +155,7 @@ int BoundCombo::chosenRow() const
 
 void BoundCombo::commit()
 {
-    const std::pair<int, QString> now{ chosenRow(), currentText() };
+    const std::pair<int, QString> now{chosenRow(), currentText()};
     if (now.first >= 0) {
         const QSignalBlocker quiet(this);
         setCurrentIndex(now.first);

@@ -52,5 +52,5 @@ private:
 
     bool m_freeText = false;
     std::unique_ptr<Rows> m_rows;
-    std::pair<int, QString> m_announced{ -1, {} };
+    std::pair<int, QString> m_announced{-1, {}};
 };

@@ -9,7 +9,7 @@ ElidingLabel::ElidingLabel(QWidget *parent) : QLabel(parent)
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
-QSize ElidingLabel::minimumSizeHint() const { return { 0, QLabel::minimumSizeHint().height() }; }
+QSize ElidingLabel::minimumSizeHint() const { return {0, QLabel::minimumSizeHint().height()}; }
 
 void ElidingLabel::paintEvent(QPaintEvent *)
 {

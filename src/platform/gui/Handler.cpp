@@ -36,5 +36,5 @@ void runUserAction(const std::function<void()> &action)
     } catch (const std::exception &error) {
         problem = QString::fromUtf8(error.what());
     }
-    msgBox({ .text = problem, .icon = QMessageBox::Critical });
+    msgBox({.text = problem, .icon = QMessageBox::Critical});
 }

@@ -137,7 +137,7 @@ QVariant KeyedList::headerData(int section, Qt::Orientation orientation, int rol
 Qt::ItemFlags KeyedList::flags(const QModelIndex &index) const
 {
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-    return index.isValid() ? flags | Qt::ItemNeverHasChildren : flags;
+    return index.isValid() ? flags | Qt::ItemNeverHasChildren | Qt::ItemIsDragEnabled : flags;
 }
 
 QString KeyedList::text(const ListItem &item, int column) { return column == 0 ? item.text : item.subItem(column); }

@@ -37,7 +37,7 @@ KeyedTree::Node *KeyedTree::add(Node *parent, const QString &key, const QString 
 {
     if (m_byKey.contains(key))
         throw KeyError();
-    auto made = std::make_unique<Node>(Node{ .key = key, .text = text, .icon = icon, .parent = parent });
+    auto made = std::make_unique<Node>(Node{.key = key, .text = text, .icon = icon, .parent = parent});
     Node *node = made.get();
     if (!parent) {
         const Filling filling(*this);
@@ -174,6 +174,12 @@ void KeyedTree::numberRows(const Children &siblings)
 {
     for (size_t row = 0; row < siblings.size(); ++row)
         siblings[row]->row = int(row);
+}
+
+Qt::ItemFlags KeyedTree::flags(const QModelIndex &index) const
+{
+    const Qt::ItemFlags flags = QAbstractItemModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled : flags;
 }
 
 void KeyedTree::forget(const Node *node)

@@ -27,4 +27,4 @@ QMessageBox::StandardButton msgBox(const MsgBoxCall &call)
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
-void inform(const QString &text) { msgBox({ .text = text, .icon = QMessageBox::Information }); }
+void inform(const QString &text) { msgBox({.text = text, .icon = QMessageBox::Information}); }

@@ -6,7 +6,7 @@ QList<TextPiece> CellTextParser::parse(QStringView text)
     QString literal;
     const auto endLiteral = [&] {
         if (!literal.isEmpty())
-            pieces.append({ TextPiece::Literal, std::exchange(literal, {}) });
+            pieces.append({TextPiece::Literal, std::exchange(literal, {})});
     };
     while (!text.isEmpty()) {
         const qsizetype brace = text.indexOf('{');
@@ -43,7 +43,7 @@ TextPiece CellTextParser::piece(QStringView inner)
     const qsizetype bracket = what.indexOf('(');
     TextPiece piece;
     if (bracket < 0)
-        piece = { TextPiece::FieldValue, {}, field(what) };
+        piece = {TextPiece::FieldValue, {}, field(what)};
     else if (what.endsWith(')'))
         piece = aggregate(what.first(bracket).trimmed(), what.sliced(bracket + 1).chopped(1).trimmed());
     else
@@ -61,13 +61,13 @@ TextPiece CellTextParser::piece(QStringView inner)
 TextPiece CellTextParser::special(QStringView name) const
 {
     static constexpr std::pair<QLatin1StringView, TextPiece::Kind> specials[] = {
-        { QLatin1StringView("page"), TextPiece::PageNumber }, { QLatin1StringView("pages"), TextPiece::PageCount },
-        { QLatin1StringView("today"), TextPiece::Today },     { QLatin1StringView("now"), TextPiece::Now },
-        { QLatin1StringView("rows"), TextPiece::RowCount },   { QLatin1StringView("continued"), TextPiece::Continued },
+        {QLatin1StringView("page"), TextPiece::PageNumber}, {QLatin1StringView("pages"), TextPiece::PageCount},
+        {QLatin1StringView("today"), TextPiece::Today},     {QLatin1StringView("now"), TextPiece::Now},
+        {QLatin1StringView("rows"), TextPiece::RowCount},   {QLatin1StringView("continued"), TextPiece::Continued},
     };
     for (const auto &[known, kind] : specials)
         if (name == known)
-            return { kind, QString() };
+            return {kind, QString()};
     fail(QStringLiteral("unknown text {#%1}").arg(name));
 }
 
@@ -76,26 +76,26 @@ TextPiece CellTextParser::parameter(QStringView name)
     const QString parameter = name.toString();
     if (!m_template.parameters.contains(parameter))
         m_template.parameters.insert(parameter, m_line);
-    return { TextPiece::Parameter, parameter };
+    return {TextPiece::Parameter, parameter};
 }
 
 TextPiece CellTextParser::aggregate(QStringView function, QStringView argument)
 {
     static constexpr std::pair<QLatin1StringView, Aggregate::Function> functions[] = {
-        { QLatin1StringView("count"), Aggregate::Count }, { QLatin1StringView("sum"), Aggregate::Sum },
-        { QLatin1StringView("min"), Aggregate::Minimum }, { QLatin1StringView("max"), Aggregate::Maximum },
-        { QLatin1StringView("avg"), Aggregate::Average },
+        {QLatin1StringView("count"), Aggregate::Count}, {QLatin1StringView("sum"), Aggregate::Sum},
+        {QLatin1StringView("min"), Aggregate::Minimum}, {QLatin1StringView("max"), Aggregate::Maximum},
+        {QLatin1StringView("avg"), Aggregate::Average},
     };
     for (const auto &[known, meaning] : functions) {
         if (function.compare(known, Qt::CaseInsensitive) != 0)
             continue;
-        Aggregate aggregate{ meaning, -1, m_level, m_line };
+        Aggregate aggregate{meaning, -1, m_level, m_line};
         if (meaning != Aggregate::Count || !argument.isEmpty())
             aggregate.field = field(argument);
         const qsizetype found = m_template.aggregates.indexOf(aggregate);
         if (found < 0)
             m_template.aggregates.append(aggregate);
-        return { TextPiece::AggregateValue, {}, int(found < 0 ? m_template.aggregates.size() - 1 : found) };
+        return {TextPiece::AggregateValue, {}, int(found < 0 ? m_template.aggregates.size() - 1 : found)};
     }
     fail(QStringLiteral("unknown function %1()").arg(function));
 }

@@ -7,17 +7,17 @@
 
 namespace {
 constexpr std::pair<QLatin1StringView, FieldFormat> formats[] = {
-    { QLatin1StringView("short date"), { FieldFormat::ShortDate } },
-    { QLatin1StringView("general date"), { FieldFormat::GeneralDate } },
-    { QLatin1StringView("month"), { FieldFormat::Month } },
-    { QLatin1StringView("currency"), { FieldFormat::Currency } },
-    { QLatin1StringView("number 0"), { FieldFormat::Decimals, 0 } },
-    { QLatin1StringView("number 1"), { FieldFormat::Decimals, 1 } },
-    { QLatin1StringView("number 2"), { FieldFormat::Decimals, 2 } },
-    { QLatin1StringView("number 3"), { FieldFormat::Decimals, 3 } },
-    { QLatin1StringView("number 4"), { FieldFormat::Decimals, 4 } },
-    { QLatin1StringView("yes/no"), { FieldFormat::YesNo } },
-    { QLatin1StringView("upper"), { FieldFormat::Upper } },
+    {QLatin1StringView("short date"), {FieldFormat::ShortDate}},
+    {QLatin1StringView("general date"), {FieldFormat::GeneralDate}},
+    {QLatin1StringView("month"), {FieldFormat::Month}},
+    {QLatin1StringView("currency"), {FieldFormat::Currency}},
+    {QLatin1StringView("number 0"), {FieldFormat::Decimals, 0}},
+    {QLatin1StringView("number 1"), {FieldFormat::Decimals, 1}},
+    {QLatin1StringView("number 2"), {FieldFormat::Decimals, 2}},
+    {QLatin1StringView("number 3"), {FieldFormat::Decimals, 3}},
+    {QLatin1StringView("number 4"), {FieldFormat::Decimals, 4}},
+    {QLatin1StringView("yes/no"), {FieldFormat::YesNo}},
+    {QLatin1StringView("upper"), {FieldFormat::Upper}},
 };
 
 QString month(const QString &stored)

@@ -83,7 +83,7 @@ void convert(FormulaConstant &constant, const Field &field)
     } else if (isNumeric) {
         const std::optional<double> number = numberIn(constant.text);
         fits = number.has_value();
-        constant = { FormulaConstant::Number, {}, number.value_or(0) };
+        constant = {FormulaConstant::Number, {}, number.value_or(0)};
     } else {
         fits = field.kind == FieldKind::Text;
     }

@@ -20,7 +20,7 @@ void gatherEqualities(FormulaCondition &any)
             others.push_back(std::move(part));
             continue;
         }
-        FormulaCondition &list = lists[{ part.field, part.constants.front().kind }];
+        FormulaCondition &list = lists[{part.field, part.constants.front().kind}];
         list.kind = FormulaCondition::OneOf;
         list.field = part.field;
         list.constants.push_back(std::move(part.constants.front()));
@@ -124,12 +124,12 @@ int FormulaParser::field()
 FormulaCondition::Kind FormulaParser::comparisonSign()
 {
     static constexpr std::pair<QLatin1StringView, FormulaCondition::Kind> signs[] = {
-        { QLatin1StringView("<>"), FormulaCondition::NotEqual },
-        { QLatin1StringView("<="), FormulaCondition::LessOrEqual },
-        { QLatin1StringView(">="), FormulaCondition::GreaterOrEqual },
-        { QLatin1StringView("="), FormulaCondition::Equal },
-        { QLatin1StringView("<"), FormulaCondition::Less },
-        { QLatin1StringView(">"), FormulaCondition::Greater },
+        {QLatin1StringView("<>"), FormulaCondition::NotEqual},
+        {QLatin1StringView("<="), FormulaCondition::LessOrEqual},
+        {QLatin1StringView(">="), FormulaCondition::GreaterOrEqual},
+        {QLatin1StringView("="), FormulaCondition::Equal},
+        {QLatin1StringView("<"), FormulaCondition::Less},
+        {QLatin1StringView(">"), FormulaCondition::Greater},
     };
     for (const auto &[sign, kind] : signs)
         if (takeSign(sign))
@@ -146,10 +146,10 @@ FormulaConstant FormulaParser::constant()
     if (takeWord(QLatin1StringView("date")))
         return date();
     if (takeWord(QLatin1StringView("true")))
-        return { FormulaConstant::Number, {}, -1 };
+        return {FormulaConstant::Number, {}, -1};
     if (takeWord(QLatin1StringView("false")))
-        return { FormulaConstant::Number, {}, 0 };
-    return { FormulaConstant::Number, {}, number() };
+        return {FormulaConstant::Number, {}, 0};
+    return {FormulaConstant::Number, {}, number()};
 }
 
 FormulaConstant FormulaParser::quotedText()
@@ -163,7 +163,7 @@ FormulaConstant FormulaParser::quotedText()
         text += m_text.sliced(m_position, end - m_position);
         m_position = end + 1;
         if (m_position == m_text.size() || m_text[m_position] != quote)
-            return { FormulaConstant::Text, text, 0 };
+            return {FormulaConstant::Text, text, 0};
         text += quote;
         ++m_position;
     }
@@ -181,7 +181,7 @@ FormulaConstant FormulaParser::date()
     const QDate date(year, month, day);
     if (!date.isValid() || year < 1 || year > 9999)
         fail(ResultCode::errorInFormula, QStringLiteral("there is no such day"));
-    return { FormulaConstant::Date, date.toString(Qt::ISODate), 0 };
+    return {FormulaConstant::Date, date.toString(Qt::ISODate), 0};
 }
 
 double FormulaParser::number()

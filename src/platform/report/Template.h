@@ -108,7 +108,7 @@ struct Join {
 struct Template {
     QString fileName;
     QString title;
-    QPageSize paper{ QPageSize::Letter };
+    QPageSize paper{QPageSize::Letter};
     bool landscape = false;
     double margin = 36; ///< points
     QString font;

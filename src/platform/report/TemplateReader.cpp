@@ -12,7 +12,7 @@
 
 ReportError templateError(const QString &fileName, int line, const QString &what, int code)
 {
-    return { code, QStringLiteral("%1, line %2: %3").arg(fileName).arg(line).arg(what) };
+    return {code, QStringLiteral("%1, line %2: %3").arg(fileName).arg(line).arg(what)};
 }
 
 Template TemplateReader::readFile(const QString &path)
@@ -55,31 +55,31 @@ void TemplateReader::readReport()
             fail(QStringLiteral("the template is not of version 1"));
         m_template.title = text("title");
         m_template.paper = QPageSize(QPageSize::PageSizeId(choice("paper",
-                                                                  { { "Letter", QPageSize::Letter },
-                                                                    { "Legal", QPageSize::Legal },
-                                                                    { "A3", QPageSize::A3 },
-                                                                    { "A4", QPageSize::A4 },
-                                                                    { "A5", QPageSize::A5 } },
+                                                                  {{"Letter", QPageSize::Letter},
+                                                                   {"Legal", QPageSize::Legal},
+                                                                   {"A3", QPageSize::A3},
+                                                                   {"A4", QPageSize::A4},
+                                                                   {"A5", QPageSize::A5}},
                                                                   QPageSize::Letter)));
-        m_template.landscape = choice("orientation", { { "portrait", false }, { "landscape", true } }, false);
+        m_template.landscape = choice("orientation", {{"portrait", false}, {"landscape", true}}, false);
         m_template.margin = number("margin", 18, 144, m_template.margin);
         m_template.font = has("font") ? text("font") : QStringLiteral("Liberation Sans");
         m_template.size = number("size", 5, 24, m_template.size);
         readChildren({
-            { "data", "", [this] { readData(); } },
-            { "columns", "", [this] { readColumns(); } },
-            { "reportheader", "when", [this] { readBand(m_template.reportHeader, -1); } },
-            { "pageheader", "when", [this] { readBand(m_template.pageHeader, -1); } },
-            { "group", "by per sort keep repeat newpage", [this] { readGroup(); }, true },
-            { "detail", "when shade", [this] { readDetail(); } },
-            { "reportfooter", "when", [this] { readBand(m_template.reportFooter, -1); } },
-            { "pagefooter", "when", [this] { readBand(m_template.pageFooter, -1); } },
-            { "nodata", "when", [this] { readBand(m_template.noData, -1); } },
+            {"data", "", [this] { readData(); }},
+            {"columns", "", [this] { readColumns(); }},
+            {"reportheader", "when", [this] { readBand(m_template.reportHeader, -1); }},
+            {"pageheader", "when", [this] { readBand(m_template.pageHeader, -1); }},
+            {"group", "by per sort keep repeat newpage", [this] { readGroup(); }, true},
+            {"detail", "when shade", [this] { readDetail(); }},
+            {"reportfooter", "when", [this] { readBand(m_template.reportFooter, -1); }},
+            {"pagefooter", "when", [this] { readBand(m_template.pageFooter, -1); }},
+            {"nodata", "when", [this] { readBand(m_template.noData, -1); }},
         });
         m_line = int(m_xml.lineNumber());
         checkComplete();
     };
-    readChildren({ { "report", "version title paper orientation margin font size", page } });
+    readChildren({{"report", "version title paper orientation margin font size", page}});
 }
 
 void TemplateReader::readData()
@@ -90,10 +90,10 @@ void TemplateReader::readData()
         readEmpty();
     };
     readChildren({
-        { "from", "table", from },
-        { "join", "table on kind", [this] { readJoin(); }, true },
-        { "where", "", [this] { m_template.where = formula(readText()); } },
-        { "sort", "by order", [this] { readSort(); }, true },
+        {"from", "table", from},
+        {"join", "table on kind", [this] { readJoin(); }, true},
+        {"where", "", [this] { m_template.where = formula(readText()); }},
+        {"sort", "by order", [this] { readSort(); }, true},
     });
 }
 
@@ -105,14 +105,14 @@ void TemplateReader::readJoin()
     Join join;
     join.table = requiredText("table");
     join.line = m_line;
-    join.keepsUnmatched = choice("kind", { { "left", true }, { "inner", false } }, true);
+    join.keepsUnmatched = choice("kind", {{"left", true}, {"inner", false}}, true);
     const QString on = requiredText("on");
     const QStringList pairs = on.split(andWord);
     for (const QString &pair : pairs) {
         const QStringList sides = pair.split('=');
         if (sides.size() != 2)
             fail(QStringLiteral("on=\"%1\" is not \"Table.Column = Table.Column\"").arg(on));
-        join.equalFields.append({ field(sides[0]), field(sides[1]) });
+        join.equalFields.append({field(sides[0]), field(sides[1])});
     }
     m_template.joins.append(join);
     readEmpty();
@@ -123,7 +123,7 @@ void TemplateReader::readSort()
     const QString order = has("order") ? text("order") : QStringLiteral("ascending");
     if (order != QStringLiteral("ascending") && order != QStringLiteral("descending"))
         fail(ResultCode::invalidSortDirection, QStringLiteral("unknown order \"%1\"").arg(order));
-    m_template.sorting.append({ fieldReference("by"), order == QStringLiteral("descending") });
+    m_template.sorting.append({fieldReference("by"), order == QStringLiteral("descending")});
     readEmpty();
 }
 
@@ -145,7 +145,7 @@ void TemplateReader::readColumns()
         m_template.columns.append(column);
         readEmpty();
     };
-    readChildren({ { "column", "name width align wrap", column, true } });
+    readChildren({{"column", "name width align wrap", column, true}});
 }
 
 void TemplateReader::readGroup()
@@ -156,7 +156,7 @@ void TemplateReader::readGroup()
     group.line = m_line;
     group.field = fieldReference("by");
     group.period = Group::Period(
-        choice("per", { { "day", Group::Day }, { "month", Group::Month }, { "year", Group::Year } }, Group::EachValue));
+        choice("per", {{"day", Group::Day}, {"month", Group::Month}, {"year", Group::Year}}, Group::EachValue));
     group.sortField = has("sort") ? fieldReference("sort") : -1;
     group.keep = int(number("keep", 1, 100, 1));
     group.repeatsHeader = yesNo("repeat");
@@ -164,8 +164,8 @@ void TemplateReader::readGroup()
     const int level = int(m_template.groups.size());
     m_template.groups.append(group);
     readChildren({
-        { "header", "when", [&] { readBand(m_template.groups.last().header, level); } },
-        { "footer", "when", [&] { readBand(m_template.groups.last().footer, level); } },
+        {"header", "when", [&] { readBand(m_template.groups.last().header, level); }},
+        {"footer", "when", [&] { readBand(m_template.groups.last().footer, level); }},
     });
 }
 
@@ -184,8 +184,8 @@ void TemplateReader::readBand(Band &band, int level)
 {
     band.when = formula(text("when"));
     readChildren({
-        { "line", "size bold when", [&] { readLine(band, level); }, true },
-        { "rule", "", [&] { readRule(band); }, true },
+        {"line", "size bold when", [&] { readLine(band, level); }, true},
+        {"rule", "", [&] { readRule(band); }, true},
     });
 }
 
@@ -204,7 +204,7 @@ void TemplateReader::readLine(Band &band, int level)
         line.cells.last().bold = bold;
         readCell(line.cells.last(), level);
     };
-    readChildren({ { "cell", "in from to align bold when barcode", cell, true } });
+    readChildren({{"cell", "in from to align bold when barcode", cell, true}});
     band.lines.append(line);
 }
 
@@ -229,7 +229,7 @@ void TemplateReader::readCell(Cell &cell, int level)
     const GridColumn &column = m_template.columns.at(cell.firstColumn);
     cell.alignment = alignment(column.alignment);
     cell.bold = has("bold") ? yesNo("bold") : cell.bold;
-    cell.isBarcode = choice("barcode", { { "code128", true } }, false);
+    cell.isBarcode = choice("barcode", {{"code128", true}}, false);
     cell.wraps = column.wraps && !cell.isBarcode;
     cell.when = formula(text("when"));
     cell.line = m_line;
@@ -320,7 +320,7 @@ QString TemplateReader::requiredText(const char *attribute) const
 
 bool TemplateReader::yesNo(const char *attribute) const
 {
-    return choice(attribute, { { "yes", true }, { "no", false } }, false);
+    return choice(attribute, {{"yes", true}, {"no", false}}, false);
 }
 
 double TemplateReader::number(const char *attribute, double lowest, double highest, double otherwise) const
@@ -349,9 +349,9 @@ int TemplateReader::choice(const char *attribute, std::initializer_list<Word> wo
 
 Qt::Alignment TemplateReader::alignment(Qt::Alignment otherwise) const
 {
-    return Qt::Alignment(
-        choice("align", { { "left", Qt::AlignLeft }, { "center", Qt::AlignHCenter }, { "right", Qt::AlignRight } },
-               otherwise.toInt()));
+    return Qt::Alignment(choice("align",
+                                {{"left", Qt::AlignLeft}, {"center", Qt::AlignHCenter}, {"right", Qt::AlignRight}},
+                                otherwise.toInt()));
 }
 
 int TemplateReader::fieldReference(const char *attribute)

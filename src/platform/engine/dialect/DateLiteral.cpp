@@ -12,8 +12,8 @@ struct DatePart {
     qsizetype digits;
 };
 
-constexpr QStringView monthNames[] = { u"january", u"february", u"march",     u"april",   u"may",      u"june",
-                                       u"july",    u"august",   u"september", u"october", u"november", u"december" };
+constexpr QStringView monthNames[] = {u"january", u"february", u"march",     u"april",   u"may",      u"june",
+                                      u"july",    u"august",   u"september", u"october", u"november", u"december"};
 
 /// 1 to 12 for a month's name or its beginning of three letters and more; 0 for another word.
 int monthCalled(QStringView word)
@@ -58,7 +58,7 @@ public:
             return {};
         const auto &[first, second, third] = std::tie(m_dateParts[0], m_dateParts[1], m_dateParts[2]);
         if (first.digits > 2)
-            return { first.value, second.value, third.value };
+            return {first.value, second.value, third.value};
         const QDate american(fullYear(third), first.value, second.value);
         return american.isValid() ? american : QDate(fullYear(third), second.value, first.value);
     }
@@ -74,7 +74,7 @@ public:
                 return {};
             hour = hour % 12 + (m_half == Afternoon ? 12 : 0);
         }
-        return { hour, m_timeParts[1], m_timeParts.size() == 3 ? m_timeParts[2] : 0 };
+        return {hour, m_timeParts[1], m_timeParts.size() == 3 ? m_timeParts[2] : 0};
     }
 
 private:
@@ -113,7 +113,7 @@ private:
         }
         if (!m_timeParts.empty())
             return false;
-        m_dateParts.push_back({ digits.toInt(), digits.size() });
+        m_dateParts.push_back({digits.toInt(), digits.size()});
         take(u"/-");
         return true;
     }

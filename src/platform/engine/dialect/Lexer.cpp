@@ -104,7 +104,7 @@ dialect::Token dialect::Lexer::next()
     skipBlanks();
     const qsizetype begin = m_at;
     if (begin == m_statement.size())
-        return { Token::End, {}, begin };
+        return {Token::End, {}, begin};
     const QChar c = m_statement[begin];
     Token::Kind kind = Token::Symbol;
     if (beginsWord(c)) {
@@ -138,7 +138,7 @@ dialect::Token dialect::Lexer::next()
     } else {
         refuse("", m_statement.sliced(begin));
     }
-    return { kind, m_statement.sliced(begin, m_at - begin), begin };
+    return {kind, m_statement.sliced(begin, m_at - begin), begin};
 }
 
 dialect::Shape dialect::shapeOf(QStringView statement)
@@ -153,7 +153,7 @@ dialect::Shape dialect::shapeOf(QStringView statement)
         // The lexer refuses control characters outside of texts, so none can be mistaken for a literal.
         shape.text += QChar(char16_t(token.kind));
         copied = token.begin + token.source.size();
-        shape.literals.push_back({ token.kind, token.value() });
+        shape.literals.push_back({token.kind, token.value()});
     }
     shape.text += statement.sliced(copied);
     return shape;

@@ -19,22 +19,20 @@ struct ClauseError {
     int number;
     const char *text;
 };
-constexpr ClauseError expressionError{ EngineError::syntaxError, "Syntax error in query expression." };
+constexpr ClauseError expressionError{EngineError::syntaxError, "Syntax error in query expression."};
 constexpr ClauseError selectError{
     3141,
     "The SELECT statement includes a reserved word or an argument name that is misspelled "
-    "or missing, or the punctuation is incorrect."
-};
-constexpr ClauseError fromError{ 3131, "Syntax error in FROM clause." };
-constexpr ClauseError joinError{ 3135, "Syntax error in JOIN operation." };
-constexpr ClauseError orderError{ 3138, "Syntax error in ORDER BY clause." };
-constexpr ClauseError insertError{ 3134, "Syntax error in INSERT INTO statement." };
-constexpr ClauseError updateError{ 3144, "Syntax error in UPDATE statement." };
-constexpr ClauseError deleteError{ 3128, "Specify the table containing the records you want to delete." };
+    "or missing, or the punctuation is incorrect."};
+constexpr ClauseError fromError{3131, "Syntax error in FROM clause."};
+constexpr ClauseError joinError{3135, "Syntax error in JOIN operation."};
+constexpr ClauseError orderError{3138, "Syntax error in ORDER BY clause."};
+constexpr ClauseError insertError{3134, "Syntax error in INSERT INTO statement."};
+constexpr ClauseError updateError{3144, "Syntax error in UPDATE statement."};
+constexpr ClauseError deleteError{3128, "Specify the table containing the records you want to delete."};
 constexpr ClauseError statementError{
-    3129, "Invalid SQL statement; expected 'DELETE', 'INSERT', 'PROCEDURE', 'SELECT', or 'UPDATE'."
-};
-constexpr ClauseError trailingError{ EngineError::textAfterStatement, "Characters found after end of SQL statement." };
+    3129, "Invalid SQL statement; expected 'DELETE', 'INSERT', 'PROCEDURE', 'SELECT', or 'UPDATE'."};
+constexpr ClauseError trailingError{EngineError::textAfterStatement, "Characters found after end of SQL statement."};
 
 // Words that end an expression or a list, and so never are a bare name.
 constexpr QStringView reservedWords[] = {
@@ -431,7 +429,7 @@ private:
     }
     bool atComparison() const
     {
-        constexpr QStringView signs[] = { u"=", u"<>", u"<", u">", u"<=", u">=" };
+        constexpr QStringView signs[] = {u"=", u"<>", u"<", u">", u"<=", u">="};
         return peek().kind == Token::Symbol && std::ranges::find(signs, peek().source) != std::end(signs);
     }
     ExpressionPtr concatenation()

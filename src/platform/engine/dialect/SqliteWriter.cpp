@@ -79,17 +79,17 @@ public:
 
     QString translateCondition(const Expression &expression, const std::vector<OutputColumn> &columns)
     {
-        Table row{ {}, {}, {} };
+        Table row{{}, {}, {}};
         QStringList values;
         for (const OutputColumn &column : columns) {
-            row.columns.push_back({ column.name, column.kind });
+            row.columns.push_back({column.name, column.kind});
             const QString parameter = u'?' + QString::number(row.columns.size());
             // The cast lets the value compare as the column that it was read from would.
             values.append(
                 (column.kind == ValueKind::Text ? QStringLiteral("CAST(%1 AS TEXT) AS %2") : QStringLiteral("%1 AS %2"))
                     .arg(parameter, quotedName(positionName(row.columns.size()))));
         }
-        m_tables = { { {}, &row } };
+        m_tables = {{{}, &row}};
         m_positional = true;
         const QString sql = condition(expression);
         refuseMissing();
@@ -113,7 +113,7 @@ private:
     {
         const Table &found = table(statement.table);
         m_out.table = found.name;
-        m_tables = { { found.name, &found } };
+        m_tables = {{found.name, &found}};
         return found;
     }
     void collectTables(const Source &source)
@@ -124,7 +124,7 @@ private:
             return;
         }
         const Table &found = table(source.table);
-        m_tables.push_back({ source.alias.isEmpty() ? found.name : source.alias, &found });
+        m_tables.push_back({source.alias.isEmpty() ? found.name : source.alias, &found});
     }
     static QString positionName(size_t position) { return QStringLiteral("column") + QString::number(position); }
 
@@ -142,7 +142,7 @@ private:
                 continue;
             const int column = candidate.table->find(name);
             if (column >= 0)
-                found = { found.times + 1, &candidate, column };
+                found = {found.times + 1, &candidate, column};
         }
         return found;
     }
@@ -159,8 +159,8 @@ private:
     {
         const Column &found = table.table->columns[column];
         if (m_positional)
-            return { quotedName(positionName(column + 1)), found.kind };
-        return { quotedName(table.name) + u'.' + quotedName(found.name), found.kind };
+            return {quotedName(positionName(column + 1)), found.kind};
+        return {quotedName(table.name) + u'.' + quotedName(found.name), found.kind};
     }
     Written column(const Expression &expression)
     {
@@ -178,7 +178,7 @@ private:
             expression.qualifier.isEmpty() ? expression.text : expression.qualifier + u'.' + expression.text;
         if (!m_missing.contains(name, Qt::CaseInsensitive))
             m_missing.append(name);
-        return { QStringLiteral("NULL") };
+        return {QStringLiteral("NULL")};
     }
     void refuseMissing() const
     {
@@ -200,11 +200,11 @@ private:
         QString right = from(*source.right);
         if (!source.right->isTable())
             right = u'(' + right + u')';
-        static const QLatin1String joins[] = { {},
-                                               QLatin1String(", "),
-                                               QLatin1String(" INNER JOIN "),
-                                               QLatin1String(" LEFT JOIN "),
-                                               QLatin1String(" RIGHT JOIN ") };
+        static const QLatin1String joins[] = {{},
+                                              QLatin1String(", "),
+                                              QLatin1String(" INNER JOIN "),
+                                              QLatin1String(" LEFT JOIN "),
+                                              QLatin1String(" RIGHT JOIN ")};
         QString sql = from(*source.left) + joins[source.join] + right;
         if (source.condition)
             sql += QLatin1String(" ON ") + condition(*source.condition);
@@ -234,7 +234,7 @@ private:
             } else if (name.isEmpty()) {
                 name = QStringLiteral("Expr%1").arg(unnamed++);
             }
-            columns.push_back({ name, {}, &value });
+            columns.push_back({name, {}, &value});
         }
         return columns;
     }
@@ -245,7 +245,7 @@ private:
             if (!qualifier.isEmpty() && !sameName(source.name, qualifier))
                 continue;
             for (size_t i = 0; i < source.table->columns.size(); ++i)
-                columns.push_back({ source.table->columns[i].name, column(source, int(i)), nullptr });
+                columns.push_back({source.table->columns[i].name, column(source, int(i)), nullptr});
         }
         if (columns.size() == before)
             throw EngineError(
@@ -259,7 +259,7 @@ private:
         for (SelectedColumn &column : columns) {
             if (column.expression)
                 column.written = value(*column.expression);
-            m_out.columns.push_back({ column.name, column.written.kind });
+            m_out.columns.push_back({column.name, column.written.kind});
         }
         const bool textual = std::ranges::any_of(
             columns, [](const SelectedColumn &column) { return column.written.kind == ValueKind::Text; });
@@ -282,7 +282,7 @@ private:
         for (const OrderKey &key : select.order) {
             const int position = outputPosition(*key.value, columns);
             const Written written = position >= 0
-                ? Written{ QString::number(position + 1), columns[position].written.kind }
+                ? Written{QString::number(position + 1), columns[position].written.kind}
                 : value(*key.value);
             if (select.distinct && position < 0)
                 conflictsWithDistinct(*key.value);
@@ -308,7 +308,7 @@ private:
             const int position = outputPosition(*key.value, columns);
             if (position < 0)
                 conflictsWithDistinct(*key.value);
-            keys.append(orderKey({ QString::number(position + 1), columns[position].written.kind }, key.descending));
+            keys.append(orderKey({QString::number(position + 1), columns[position].written.kind}, key.descending));
         }
         return QLatin1String("SELECT DISTINCT ") + outer.join(QLatin1String(", ")) + QLatin1String(" FROM (") + rows
             + u')' + orderBy(keys);
@@ -382,20 +382,20 @@ private:
         if (expression.kind == Expression::Null)
             return column.kind == ValueKind::YesNo ? QStringLiteral("0") : QStringLiteral("NULL");
         if (expression.literal >= 0)
-            return parameter({ expression.literal, expression.negated, false, column.kind });
+            return parameter({expression.literal, expression.negated, false, column.kind});
         return stored(value(expression), column);
     }
     static QString stored(const Written &written, const Column &column)
     {
         // What was read from a column of the same kind fits as it is; a yes/no may still be empty behind an outer join.
         const bool fits = written.kind == column.kind && column.kind != ValueKind::YesNo;
-        return fits ? written.sql : call(names::stored, { written.sql, QString::number(int(column.kind)) });
+        return fits ? written.sql : call(names::stored, {written.sql, QString::number(int(column.kind))});
     }
     void noteReference(const Table &table, const Column &column, const QString &value)
     {
         for (const ForeignKey &key : table.foreignKeys)
             if (sameName(key.column, column.name))
-                m_out.references.push_back({ key, value });
+                m_out.references.push_back({key, value});
     }
     void writeInsert(const Statement &statement)
     {
@@ -487,18 +487,18 @@ private:
     void pin(const Expression &literal)
     {
         if (literal.literal >= 0)
-            m_out.pinned.push_back({ literal.literal, literal.text });
+            m_out.pinned.push_back({literal.literal, literal.text});
     }
     Written literal(const Expression &expression, bool shortDate = false)
     {
-        constexpr ValueKind kinds[] = { ValueKind::Long, ValueKind::Number, ValueKind::Text, ValueKind::Date };
+        constexpr ValueKind kinds[] = {ValueKind::Long, ValueKind::Number, ValueKind::Text, ValueKind::Date};
         if (expression.kind == Expression::YesNo)
-            return { expression.text, ValueKind::YesNo };
+            return {expression.text, ValueKind::YesNo};
         const ValueKind kind = shortDate ? ValueKind::Text : kinds[expression.kind];
         if (m_literals == Literals::AsParameters)
-            return { parameter({ expression.literal, expression.negated, shortDate }), kind };
+            return {parameter({expression.literal, expression.negated, shortDate}), kind};
         if (kind == ValueKind::Text || kind == ValueKind::Date)
-            return { quotedText(shortDate ? expression.text.left(10) : expression.text), kind };
+            return {quotedText(shortDate ? expression.text.left(10) : expression.text), kind};
         // Written as a fraction, a number of any length is read as one; "5." and ".5" are not numbers down there.
         QString number = expression.text;
         if (number.startsWith(u'.'))
@@ -506,7 +506,7 @@ private:
         if (expression.kind == Expression::Fraction && !number.contains(u'.')
             && !number.contains(u'e', Qt::CaseInsensitive))
             number += QLatin1String(".0");
-        return { expression.negated ? QLatin1String("(-") + number + u')' : number, kind };
+        return {expression.negated ? QLatin1String("(-") + number + u')' : number, kind};
     }
 
     // ---- conditions and values
@@ -527,9 +527,8 @@ private:
         case Expression::Comparison:
             return comparison(expression);
         case Expression::Like:
-            return negated(
-                expression,
-                call(names::like, { value(*expression.operands[0]).sql, value(*expression.operands[1]).sql }));
+            return negated(expression,
+                           call(names::like, {value(*expression.operands[0]).sql, value(*expression.operands[1]).sql}));
         case Expression::Between:
             return between(expression);
         case Expression::In:
@@ -610,7 +609,7 @@ private:
             tooComplex();
         // The bounds may stand in either order.
         const QString collated = comparesTexts(values) ? collate : QString();
-        const QStringList bounds = { values[1].sql + collated, values[2].sql };
+        const QStringList bounds = {values[1].sql + collated, values[2].sql};
         return negated(expression,
                        u'(' + values[0].sql + collated + QLatin1String(" BETWEEN ") + call("min", bounds)
                            + QLatin1String(" AND ") + call("max", bounds) + u')');
@@ -637,12 +636,12 @@ private:
         case Expression::YesNo:
             return literal(expression);
         case Expression::Null:
-            return { QStringLiteral("NULL"), ValueKind::Null };
+            return {QStringLiteral("NULL"), ValueKind::Null};
         case Expression::Column:
             return column(expression);
         case Expression::Negation: {
             const Written inner = number(*expression.operands[0]);
-            return { QLatin1String("(-") + inner.sql + u')', inner.kind };
+            return {QLatin1String("(-") + inner.sql + u')', inner.kind};
         }
         case Expression::Arithmetic:
             return arithmetic(expression);
@@ -650,14 +649,14 @@ private:
             QStringList parts;
             for (const ExpressionPtr &operand : expression.operands)
                 parts.append(value(*operand).sql);
-            return { concatenation(parts), ValueKind::Text };
+            return {concatenation(parts), ValueKind::Text};
         }
         case Expression::Call:
             return function(expression);
         case Expression::AllColumns:
             throw EngineError(EngineError::syntaxError, QStringLiteral("Syntax error in query expression '*'."));
         default:
-            return { QLatin1String("(-") + condition(expression) + u')', ValueKind::YesNo };
+            return {QLatin1String("(-") + condition(expression) + u')', ValueKind::YesNo};
         }
     }
     Written number(const Expression &expression)
@@ -666,22 +665,22 @@ private:
         if (written.kind == ValueKind::Date || (written.kind == ValueKind::Text && expression.isLiteral()))
             typeMismatch();
         if (written.kind == ValueKind::Text)
-            return { call(names::toNumber, { written.sql }), ValueKind::Number };
+            return {call(names::toNumber, {written.sql}), ValueKind::Number};
         return written;
     }
     Written arithmetic(const Expression &expression)
     {
         const QString left = number(*expression.operands[0]).sql, right = number(*expression.operands[1]).sql;
         if (expression.text == u"/")
-            return { u'(' + left + QLatin1String(" * 1.0 / ") + right + u')', ValueKind::Number };
-        return { u'(' + left + u' ' + expression.text + u' ' + right + u')', ValueKind::Number };
+            return {u'(' + left + QLatin1String(" * 1.0 / ") + right + u')', ValueKind::Number};
+        return {u'(' + left + u' ' + expression.text + u' ' + right + u')', ValueKind::Number};
     }
     static QString concatenation(const QStringList &parts)
     {
         if (size_t(parts.size()) <= maximumArguments)
             return call(names::concatenate, parts);
         const qsizetype middle = parts.size() / 2;
-        return call(names::concatenate, { concatenation(parts.first(middle)), concatenation(parts.sliced(middle)) });
+        return call(names::concatenate, {concatenation(parts.first(middle)), concatenation(parts.sliced(middle))});
     }
 
     // ---- functions
@@ -700,7 +699,7 @@ private:
             return count(expression);
         if (sameName(expression.text, u"ucase")) {
             requireArguments(expression, 1, 1);
-            return { call(names::upperCase, { value(*expression.operands[0]).sql }), ValueKind::Text };
+            return {call(names::upperCase, {value(*expression.operands[0]).sql}), ValueKind::Text};
         }
         if (sameName(expression.text, u"iif"))
             return choice(expression);
@@ -712,9 +711,9 @@ private:
     Written count(const Expression &expression)
     {
         if (expression.operands.size() == 1 && expression.operands[0]->kind == Expression::AllColumns)
-            return { QStringLiteral("count(*)"), ValueKind::Long };
+            return {QStringLiteral("count(*)"), ValueKind::Long};
         requireArguments(expression, 1, 1);
-        return { call("count", { value(*expression.operands[0]).sql }), ValueKind::Long };
+        return {call("count", {value(*expression.operands[0]).sql}), ValueKind::Long};
     }
     Written choice(const Expression &expression)
     {
@@ -725,9 +724,9 @@ private:
             : yes.kind == ValueKind::Null                                        ? no.kind
             : isNumber(yes.kind) && isNumber(no.kind)                            ? ValueKind::Number
                                                                                  : ValueKind::Text;
-        return { QStringLiteral("CASE WHEN ") + test + QLatin1String(" THEN ") + yes.sql + QLatin1String(" ELSE ")
-                     + no.sql + QLatin1String(" END"),
-                 kind };
+        return {QStringLiteral("CASE WHEN ") + test + QLatin1String(" THEN ") + yes.sql + QLatin1String(" ELSE ")
+                    + no.sql + QLatin1String(" END"),
+                kind};
     }
     Written format(const Expression &expression)
     {
@@ -736,9 +735,9 @@ private:
         pin(pattern);
         const QString value = this->value(*expression.operands[0]).sql;
         if (pattern.kind == Expression::Text && sameName(pattern.text, u"short date"))
-            return { call(names::shortDate, { value }), ValueKind::Text };
+            return {call(names::shortDate, {value}), ValueKind::Text};
         if (pattern.kind == Expression::Text && sameName(pattern.text, u"currency"))
-            return { call(names::currency, { value }), ValueKind::Text };
+            return {call(names::currency, {value}), ValueKind::Text};
         throw EngineError(EngineError::syntaxError,
                           QStringLiteral("Unknown format in query expression '%1()'.").arg(expression.text));
     }

@@ -1,0 +1,150 @@
+#include "explorer/ToolListView.h"
+
+#include "explorer/DragPictures.h"
+#include "explorer/ListColumns.h"
+#include "platform/gui/Twips.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QHeaderView>
+#include <QMimeData>
+#include <QMouseEvent>
+
+const QString ToolListView::dragFormat = QStringLiteral("application/x-vorlane-items");
+
+ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&MainSubs::itemIcon)
+{
+    setModel(&m_items);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    header()->setSectionsClickable(true);
+    header()->setSectionsMovable(false);
+    header()->setStretchLastSection(false);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connect(header(), &QHeaderView::sectionClicked, this, &ToolListView::headingClicked);
+    connect(this, &QAbstractItemView::doubleClicked, this, &ToolListView::itemOpened);
+}
+
+void ToolListView::setColumns(const std::vector<ListColumn> &columns)
+{
+    m_items.setColumns(columns);
+    for (size_t column = 0; column < columns.size(); ++column)
+        header()->resizeSection(int(column), Twips::toPixels(columns[column].width));
+}
+
+int ToolListView::selectedRow() const
+{
+    if (selectionModel()->isSelected(currentIndex()))
+        return currentIndex().row();
+    const std::vector<int> rows = selectedRows();
+    return rows.empty() ? -1 : rows.front();
+}
+
+std::vector<int> ToolListView::selectedRows() const
+{
+    std::vector<int> rows;
+    for (const QModelIndex &index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ToolListView::selectRow(int row) { setCurrentIndex(m_items.index(row, 0)); }
+
+void ToolListView::setMovesAllowed(bool allowed)
+{
+    setDragEnabled(allowed);
+    setAcceptDrops(allowed);
+    DragArmed = false;
+    DragItem = -1;
+}
+
+void ToolListView::mousePressEvent(QMouseEvent *event)
+{
+    if (movesAllowed() && event->button() == Qt::LeftButton) {
+        DragItem = indexAt(event->position().toPoint()).row();
+        emit itemPressed();
+    }
+    QTreeView::mousePressEvent(event);
+    emit touched();
+}
+
+void ToolListView::mouseMoveEvent(QMouseEvent *event)
+{
+    if (movesAllowed() && event->buttons() & Qt::LeftButton) {
+        DragArmed = true;
+        // A hand that trembles on a row moves nothing: a drag begins when the pointer crosses onto another row.
+        const int row = indexAt(event->position().toPoint()).row();
+        if (DragItem < 0 || row < 0 || row == DragItem)
+            return;
+    }
+    QTreeView::mouseMoveEvent(event);
+}
+
+void ToolListView::mouseReleaseEvent(QMouseEvent *event)
+{
+    QTreeView::mouseReleaseEvent(event);
+    emit touched();
+    if (event->button() == Qt::RightButton && selectedRow() >= 0)
+        emit popUpWanted(event->globalPosition().toPoint());
+}
+
+void ToolListView::keyPressEvent(QKeyEvent *event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && selectedRow() >= 0) {
+        emit itemOpened();
+        return;
+    }
+    const QModelIndex before = currentIndex();
+    QTreeView::keyPressEvent(event);
+    if (before != currentIndex() || event->key() == Qt::Key_Space)
+        emit touched();
+}
+
+void ToolListView::contextMenuEvent(QContextMenuEvent *event)
+{
+    if (event->reason() != QContextMenuEvent::Keyboard || selectedRow() < 0)
+        return;
+    emit touched();
+    emit popUpWanted(viewport()->mapToGlobal(visualRect(m_items.index(selectedRow(), 0)).bottomLeft()));
+}
+
+void ToolListView::startDrag(Qt::DropActions)
+{
+    auto *drag = new QDrag(this);
+    auto *data = new QMimeData;
+    data->setData(dragFormat, {});
+    drag->setMimeData(data);
+    setDragPictures(*drag);
+    drag->exec(Qt::MoveAction);
+    DragArmed = false;
+}
+
+void ToolListView::dragEnterEvent(QDragEnterEvent *event)
+{
+    event->setAccepted(event->mimeData()->hasFormat(dragFormat));
+}
+
+void ToolListView::dragMoveEvent(QDragMoveEvent *event)
+{
+    // Over the list itself the drag only shows that it may go on; nothing is dropped here.
+    event->setDropAction(Qt::MoveAction);
+    event->accept();
+}
+
+void ToolListView::dropEvent(QDropEvent *event)
+{
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+}
+
+void ToolListView::headingClicked(int column)
+{
+    m_items.clickHeading(column);
+    header()->setSortIndicatorShown(true);
+    header()->setSortIndicator(m_items.sortColumn(), m_items.sortOrder());
+}

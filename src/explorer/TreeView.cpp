@@ -1,0 +1,151 @@
+#include "explorer/TreeView.h"
+
+#include "explorer/DragPictures.h"
+#include "explorer/ToolListView.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace {
+const QString nodeFormat = QStringLiteral("application/x-vorlane-node");
+constexpr int hoverBeforeExpanding = 800; // milliseconds of a drag over a closed node
+}
+
+TreeView::TreeView(QWidget *parent) : QTreeView(parent)
+{
+    setModel(&m_nodes);
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setAutoExpandDelay(hoverBeforeExpanding);
+    setDropIndicatorShown(false);
+    // Marks on nodes go with them.
+    const auto forgetMarks = [this] { m_dropHighlight = m_draggedNode = nullptr; };
+    connect(&m_nodes, &QAbstractItemModel::modelAboutToBeReset, this, forgetMarks);
+    connect(&m_nodes, &QAbstractItemModel::rowsAboutToBeRemoved, this, forgetMarks);
+}
+
+TreeView::Node *TreeView::selectedNode() const { return m_nodes.nodeAt(currentIndex()); }
+
+void TreeView::selectNode(Node *node) { setCurrentIndex(m_nodes.indexOf(node)); }
+
+void TreeView::setDropHighlight(Node *node)
+{
+    if (m_dropHighlight == node)
+        return;
+    m_dropHighlight = node;
+    viewport()->update();
+}
+
+void TreeView::setMovesAllowed(bool allowed)
+{
+    setDragEnabled(allowed);
+    setAcceptDrops(allowed);
+}
+
+void TreeView::mousePressEvent(QMouseEvent *event)
+{
+    // The right button selects the node for its pop-up, no more.
+    if (event->button() == Qt::RightButton) {
+        if (Node *node = nodeUnder(event->position().toPoint()))
+            selectNode(node);
+        return;
+    }
+    QTreeView::mousePressEvent(event);
+}
+
+void TreeView::mouseReleaseEvent(QMouseEvent *event)
+{
+    Node *node = nodeUnder(event->position().toPoint());
+    if (event->button() == Qt::RightButton) {
+        if (node)
+            emit popUpWanted(node, event->globalPosition().toPoint());
+        return;
+    }
+    QTreeView::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton && node && node == selectedNode())
+        emit nodeClicked(node);
+}
+
+void TreeView::keyPressEvent(QKeyEvent *event)
+{
+    const Node *before = selectedNode();
+    QTreeView::keyPressEvent(event);
+    if (Node *node = selectedNode(); node && node != before)
+        emit nodeClicked(node);
+}
+
+void TreeView::contextMenuEvent(QContextMenuEvent *event)
+{
+    Node *node = selectedNode();
+    if (event->reason() == QContextMenuEvent::Keyboard && node)
+        emit popUpWanted(node, viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+}
+
+void TreeView::startDrag(Qt::DropActions)
+{
+    Node *node = selectedNode();
+    if (!node || !node->parent) // the root stays where it is
+        return;
+    m_draggedNode = node;
+    auto *drag = new QDrag(this);
+    auto *data = new QMimeData;
+    data->setData(nodeFormat, {});
+    drag->setMimeData(data);
+    setDragPictures(*drag);
+    drag->exec(Qt::MoveAction);
+    m_draggedNode = nullptr;
+    setDropHighlight(nullptr);
+}
+
+void TreeView::dragEnterEvent(QDragEnterEvent *event)
+{
+    const QMimeData *data = event->mimeData();
+    event->setAccepted(data->hasFormat(nodeFormat) || data->hasFormat(ToolListView::dragFormat));
+}
+
+void TreeView::dragMoveEvent(QDragMoveEvent *event)
+{
+    QTreeView::dragMoveEvent(event); // scrolls at the edges and opens closed nodes
+    Node *node = nodeUnder(event->position().toPoint());
+    setDropHighlight(node);
+    event->setDropAction(Qt::MoveAction);
+    event->setAccepted(node);
+}
+
+void TreeView::dragLeaveEvent(QDragLeaveEvent *event)
+{
+    setDropHighlight(nullptr);
+    QTreeView::dragLeaveEvent(event);
+}
+
+void TreeView::dropEvent(QDropEvent *event)
+{
+    stopAutoScroll();
+    setState(NoState);
+    setDropHighlight(nodeUnder(event->position().toPoint()));
+    event->setDropAction(Qt::MoveAction);
+    event->accept();
+    if (m_draggedNode)
+        emit nodeDropped(m_draggedNode);
+    else
+        emit itemsDropped();
+    setDropHighlight(nullptr);
+}
+
+void TreeView::drawRow(QPainter *painter, const QStyleOptionViewItem &options, const QModelIndex &index) const
+{
+    QTreeView::drawRow(painter, options, index);
+    if (!m_dropHighlight || m_nodes.nodeAt(index) != m_dropHighlight)
+        return;
+    // A frame, so that the mark differs from a selection by more than its colour.
+    const QColor colour = palette().color(QPalette::Highlight);
+    QColor filling = colour;
+    filling.setAlpha(60);
+    painter->setPen(QPen(colour, 2));
+    painter->setBrush(filling);
+    painter->drawRect(visualRect(index).adjusted(1, 1, -1, -1));
+}

@@ -1,0 +1,174 @@
+#include "explorer/frmTree.h"
+
+#include "common/MainFrame.h"
+#include "common/ProgramState.h"
+#include "explorer/ListColumns.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/Icons.h"
+#include "platform/gui/Twips.h"
+#include "transactions/MainSubs.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+
+namespace {
+constexpr int startWidth = 11325, startHeight = 7125; // twips
+constexpr int treeShare = 35, listShare = 65; // per cent of the splitter at first
+}
+
+frmTree::frmTree()
+{
+    ui.setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowIcon(Icons::icon("tools"));
+    ui.Split->setStretchFactor(0, treeShare);
+    ui.Split->setStretchFactor(1, listShare);
+    const std::pair<QPushButton *, const char *> pictures[] = {
+        {ui.cmdNew, "new"},
+        {ui.cmdEdit, "edit"},
+        {ui.cmdDelete, "delete"},
+        {ui.cmdCheckOut, "check-out"},
+        {ui.cmdCheckIn, "check-in"},
+        {ui.cmdScrapTool, "scrap"},
+        {ui.cmdRestoreScrap, "restore"},
+        {ui.cmdQuery, "query"},
+        {ui.cmdFind, "find"},
+        {ui.cmdRefresh, "refresh"},
+        {ui.cmdClose, "close"},
+    };
+    for (const auto &[button, picture] : pictures)
+        button->setIcon(Icons::icon(picture));
+
+    QRadioButton *const options[] = {ui.optMode0, ui.optMode1, ui.optMode2, ui.optMode3};
+    for (int index = 0; index < 4; ++index)
+        connect(options[index], &QRadioButton::toggled, this, [this, index](bool checked) {
+            if (checked)
+                runUserAction([this, index] { optMode_Click(index); });
+        });
+    onUserAction(ui.tvMain, &TreeView::nodeClicked, this, &frmTree::tvMain_NodeClick);
+    onUserAction(ui.tvMain, &TreeView::popUpWanted, this, &frmTree::tvMain_PopUp);
+    onUserAction(ui.tvMain, &TreeView::itemsDropped, this, &frmTree::lstToolList_DragDrop);
+    onUserAction(ui.tvMain, &TreeView::nodeDropped, this, &frmTree::tvMain_DragDrop);
+    connect(ui.tvMain, &QTreeView::expanded, this,
+            [this](const QModelIndex &index) { tvMain_Expand(nodes().nodeAt(index)); });
+    connect(ui.lstToolList, &ToolListView::touched, this, [] { ProgramState::TreeHasFocus = false; });
+    connect(ui.lstToolList, &ToolListView::itemPressed, this, [this] { ui.tvMain->setDropHighlight(nullptr); });
+    onUserAction(ui.lstToolList, &ToolListView::popUpWanted, this, &frmTree::lstToolList_PopUp);
+    onUserAction(ui.lstToolList, &ToolListView::itemOpened, this, &frmTree::lstToolList_DblClick);
+    onUserAction(ui.cmdCheckOut, &QPushButton::clicked, &MainSubs::CheckOutSelectedTool);
+    onUserAction(ui.cmdCheckIn, &QPushButton::clicked, &MainSubs::CheckInSelectedTool);
+    onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
+    connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
+
+    setTheExplorer(this);
+    ui.optMode0->setChecked(true);
+}
+
+frmTree::~frmTree() { setTheExplorer(nullptr); }
+
+void frmTree::Startup(bool showProgress)
+{
+    if (m_started)
+        return;
+    m_started = true;
+    m_mode.clear();
+    MainFrame &mdi = theMainFrame();
+    mdi.showChildWindow(this, {Twips::toPixels(startWidth), Twips::toPixels(startHeight)});
+    const HourGlass busy;
+    if (showProgress) {
+        mdi.showStartProgress(5, "Loading Data from database...");
+        mdi.showStartProgress(40);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    ViewByType();
+    if (showProgress)
+        mdi.showStartProgress(100);
+}
+
+void frmTree::optMode_Click(int index)
+{
+    static const struct {
+        const char *mode;
+        void (frmTree::*view)();
+    } modes[] = {
+        {"type", &frmTree::ViewByType},
+        {"location", &frmTree::ViewByLocation},
+        {"checkedOut", &frmTree::ViewByCheckedOut},
+        {"scrap", &frmTree::ViewByScrap},
+    };
+    ui.lstToolList->setColumns(MainSubs::listColumns(modes[index].mode));
+    (this->*modes[index].view)();
+}
+
+const ListItem *frmTree::selectedItem() const
+{
+    const int row = ui.lstToolList->selectedRow();
+    return row < 0 ? nullptr : &items().item(row);
+}
+
+void frmTree::patchSelectedItem(const ListItem &item) { items().replace(ui.lstToolList->selectedRow(), item); }
+
+void frmTree::removeSelectedItem()
+{
+    const int row = ui.lstToolList->selectedRow();
+    items().remove(row);
+    if (itemCount() > 0)
+        ui.lstToolList->selectRow(qMin(row, itemCount() - 1));
+}
+
+int frmTree::itemCount() const { return items().count(); }
+
+void frmTree::selectFirstItem() { ui.lstToolList->selectRow(0); }
+
+void frmTree::focusList() { ui.lstToolList->setFocus(); }
+
+void frmTree::listSelectedNode()
+{
+    if (Node *node = ui.tvMain->selectedNode())
+        tvMain_NodeClick(node);
+}
+
+void frmTree::rebuildView()
+{
+    if (m_mode == "location")
+        ViewByLocation();
+    else if (m_mode == "checkedOut")
+        ViewByCheckedOut();
+    else if (m_mode == "scrap")
+        ViewByScrap();
+    else
+        ViewByType();
+}
+
+void frmTree::closeEvent(QCloseEvent *event)
+{
+    m_started = false;
+    emit FormUnload();
+    event->accept();
+}
+
+// Several captions of the frame's menus, the views and the commands share a letter. The commands have it: an
+// attendant lends with Alt+T dozens of times an hour.
+bool frmTree::event(QEvent *event)
+{
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return QWidget::event(event);
+    QAbstractButton *command = commandOf(*static_cast<QKeyEvent *>(event));
+    if (!command)
+        return QWidget::event(event);
+    event->accept();
+    if (event->type() == QEvent::KeyPress)
+        command->click();
+    return true;
+}
+
+QAbstractButton *frmTree::commandOf(const QKeyEvent &key) const
+{
+    if (key.modifiers() != Qt::AltModifier)
+        return nullptr;
+    const QKeySequence pressed(key.keyCombination());
+    const auto commands = ui.picOptions->findChildren<QAbstractButton *>();
+    const auto found = std::find_if(commands.begin(), commands.end(),
+                                    [&](auto *button) { return QKeySequence::mnemonic(button->text()) == pressed; });
+    return found == commands.end() ? nullptr : *found;
+}

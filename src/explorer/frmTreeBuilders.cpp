@@ -1,0 +1,206 @@
+// The explorer's four trees.
+#include "common/ItemKeys.h"
+#include "db/Session.h"
+#include "explorer/frmTree.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/Icons.h"
+#include "platform/text/Numbers.h"
+
+#include <QScopeGuard>
+
+/// One of the two stored trees: what tells it from the other.
+struct FolderTree {
+    const char *mode;
+    const char *title;
+    const char *count;
+    const char *descriptionOf;
+    const char *childrenOf;
+};
+
+namespace {
+
+constexpr FolderTree typeTree{
+    "type",
+    "Tool Types",
+    "SELECT Count(*) AS cnt FROM Types",
+    "SELECT Description FROM Types WHERE ID = %1 ORDER BY Description",
+    "SELECT * FROM Types WHERE Parent = %1 ORDER BY Description",
+};
+constexpr FolderTree locationTree{
+    "location",
+    "Tool Locations",
+    "SELECT Count(*) AS cnt FROM Locations",
+    "SELECT Description FROM Locations WHERE ID = %1 ORDER BY Description",
+    "SELECT * FROM Locations WHERE Parent = %1 ORDER BY Description",
+};
+
+// Nothing of a tree is seen until it is built.
+class HiddenContents
+{
+public:
+    explicit HiddenContents(TreeView &view) : m_view(view), m_filling(view.nodes()) { m_view.viewport()->hide(); }
+    ~HiddenContents() { m_view.viewport()->show(); }
+    Q_DISABLE_COPY_MOVE(HiddenContents)
+
+private:
+    TreeView &m_view;
+    KeyedTree::Filling m_filling;
+};
+
+}
+
+void frmTree::ViewByType()
+{
+    const HourGlass busy;
+    initTreetype(nullptr, 0);
+    showRoot();
+}
+
+void frmTree::ViewByLocation()
+{
+    const HourGlass busy;
+    initTreeLocation(nullptr, 0);
+    showRoot();
+}
+
+void frmTree::ViewByCheckedOut()
+{
+    const HourGlass busy;
+    initTreeCheckedOut();
+    showRoot();
+}
+
+void frmTree::ViewByScrap()
+{
+    const HourGlass busy;
+    initTreeScrap();
+    showRoot();
+}
+
+void frmTree::showRoot()
+{
+    Node *root = nodes().root();
+    ui.tvMain->selectNode(root);
+    ui.tvMain->expandNode(root);
+    tvMain_NodeClick(root);
+}
+
+void frmTree::startTree(const QString &mode, const QString &title)
+{
+    nodes().clear();
+    m_mode = mode;
+    ui.lblTree->setText(title);
+    const bool stored = mode == "type" || mode == "location";
+    ui.tvMain->setMovesAllowed(stored);
+    ui.lstToolList->setMovesAllowed(stored);
+    nodes().add(nullptr, ItemKeys::root, "Tools", Icons::icon("root"));
+}
+
+void frmTree::initTreetype(Node *parent, qint16 id)
+{
+    if (id == 0)
+        initFolderTree(typeTree);
+    else
+        addFolderNode(typeTree, parent, id);
+}
+
+void frmTree::initTreeLocation(Node *parent, qint16 id)
+{
+    if (id == 0)
+        initFolderTree(locationTree);
+    else
+        addFolderNode(locationTree, parent, id);
+}
+
+void frmTree::initFolderTree(const FolderTree &tree)
+{
+    const ReadScope scope(Session::database());
+    const KeyedTree::Filling filling(nodes());
+    ui.pB->start(int(openRecordset(tree.count).field(u"cnt").toInteger()));
+    const auto hide = qScopeGuard([this] { ui.pB->finish(); });
+    startTree(tree.mode, tree.title);
+    addFolderNode(tree, nodes().root(), 0);
+}
+
+// The root's node is there already; every other one is read, added and followed by what lies below it.
+void frmTree::addFolderNode(const FolderTree &tree, Node *parent, qint16 id)
+{
+    Node *node = parent;
+    if (id != 0) {
+        const Recordset row = openRecordset(QString(tree.descriptionOf).arg(id));
+        node = nodes().add(parent, QStringLiteral("l%1").arg(id), row.text(u"Description"), Icons::folder());
+        ui.pB->step();
+    }
+    for (Recordset rows = openRecordset(QString(tree.childrenOf).arg(id)); !rows.atEnd(); rows.moveNext())
+        addFolderNode(tree, node, toInteger(rows.text(u"ID")));
+    // The rows came in order; a node that is added later goes to its place.
+    node->sorted = true;
+}
+
+void frmTree::initTreeScrap()
+{
+    const ReadScope scope(Session::database());
+    const HiddenContents hidden(*ui.tvMain);
+    startTree("scrap", "Tools Scrapped");
+    Node *root = nodes().root();
+    root->sorted = true;
+    Recordset kinds = openRecordset("SELECT distinct Scrap.LineItemTypeID, LineItemType.Code"
+                                    " FROM Scrap INNER JOIN LineItemType"
+                                    " ON Scrap.LineItemTypeID = LineItemType.index");
+    Recordset pairs = openRecordset("SELECT distinct JoborOH,LineItemTypeID FROM Scrap");
+    ui.pB->start(kinds.recordCount() + pairs.recordCount(), "Tree Items");
+    const auto hide = qScopeGuard([this] { ui.pB->finish(); });
+    for (; !kinds.atEnd(); kinds.moveNext()) {
+        Node *kind = nodes().add(root, "l" + kinds.text(u"LineItemTypeID"), kinds.text(u"Code"), Icons::folder());
+        kind->sorted = true;
+        ui.pB->step();
+    }
+    for (; !pairs.atEnd(); pairs.moveNext()) {
+        addChargeNode(nodes().find("l" + pairs.text(u"LineItemTypeID")), pairs);
+        ui.pB->step();
+    }
+}
+
+void frmTree::addChargeNode(Node *kind, const Recordset &pair)
+{
+    nodes().add(kind, "C" + pair.text(u"JobOrOH"), chargeText(pair), Icons::folder())->sorted = true;
+}
+
+void frmTree::initTreeCheckedOut()
+{
+    const HiddenContents hidden(*ui.tvMain);
+    nodes().clear();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    startTree("checkedOut", "Tools Checked Out");
+    Node *root = nodes().root();
+    root->sorted = true;
+    Recordset rows = openRecordset("SELECT Distinct Description FROM Tools WHERE Out=-1");
+    ui.pB->start(rows.recordCount(), "Tree Items");
+    const auto hide = qScopeGuard([this] { ui.pB->finish(); });
+    for (int counter = 1; !rows.atEnd(); rows.moveNext(), ++counter) {
+        const QString key = QStringLiteral("l%1").arg(toInteger(QString::number(counter)));
+        nodes().add(root, key, rows.text(u"Description"), Icons::folder())->sorted = true;
+        ui.pB->step();
+    }
+}
+
+// What was charged to a kind is read anew every time its node is opened. A step that fails is skipped: the same
+// number may be a job's and an operation's, and the second one finds its key taken.
+void frmTree::tvMain_Expand(Node *node)
+{
+    if (m_mode != "scrap" || !node->parent || ui.tvMain->draggedNode())
+        return;
+    const auto skippingErrors = [](const std::function<void()> &step) {
+        try {
+            step();
+        } catch (const std::exception &) {
+        }
+    };
+    skippingErrors([&] {
+        Recordset pairs = openRecordset("SELECT distinct JoborOH,LineItemTypeID FROM Scrap WHERE LineItemTypeId="
+                                        + ItemKeys::numberOf(node->key));
+        nodes().removeChildren(node);
+        for (; !pairs.atEnd(); pairs.moveNext())
+            skippingErrors([&] { addChargeNode(node, pairs); });
+    });
+}
