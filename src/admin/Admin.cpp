@@ -11,7 +11,7 @@ const QString program = "vorlane-admin";
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{ createCommand(), sampleCommand(), sqlCommand(), checkCommand(), backupCommand() };
+    static const QList<Command> all{createCommand(), sampleCommand(), sqlCommand(), checkCommand(), backupCommand()};
     return all;
 }
 
@@ -39,7 +39,7 @@ QString help(const Command &command)
 int runCommand(const Command &command, const QStringList &arguments, QTextStream &out)
 {
     QCommandLineParser parser;
-    parser.addOption({ { "h", "help" }, {} });
+    parser.addOption({{"h", "help"}, {}});
     parser.addOptions(command.options);
     const bool parsed = parser.parse(QStringList(program) + arguments);
     if (parsed && parser.isSet("help")) {
@@ -57,7 +57,7 @@ int runCommand(const Command &command, const QStringList &arguments, QTextStream
 
 QString Command::usage() const
 {
-    QStringList words{ name };
+    QStringList words{name};
     words += operands;
     for (const QCommandLineOption &option : options)
         words << "[--" + QString(option.names().constFirst() + ' ' + option.valueName()).trimmed() + ']';

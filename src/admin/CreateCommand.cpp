@@ -17,10 +17,10 @@ int create(const QCommandLineParser &arguments, QTextStream &)
 
 Command createCommand()
 {
-    return { "create",
-             { "FILE" },
-             {},
-             "Makes an empty database",
-             "It holds the two kinds of charge and the shipped report templates.",
-             create };
+    return {"create",
+            {"FILE"},
+            {},
+            "Makes an empty database",
+            "It holds the two kinds of charge and the shipped report templates.",
+            create};
 }

@@ -22,7 +22,7 @@ public:
     template<typename... Values>
     void add(const Values &...values)
     {
-        m_rows << '(' + QStringList{ literal(values)... }.join(',') + ')';
+        m_rows << '(' + QStringList{literal(values)...}.join(',') + ')';
         if (m_rows.size() == 500)
             flush();
     }

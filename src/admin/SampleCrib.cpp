@@ -16,9 +16,9 @@ using namespace SampleWords;
 namespace {
 
 constexpr SampleCrib::Scale allScales[] = {
-    { "small", 60, 40, 500, 2'000, 40, 30, 60, 12, 40 },
-    { "shop", 1'000, 600, 8'000, 100'000, 3'000, 120, 900, 30, 600 },
-    { "max", 10'000, 5'000, 32'000, 1'000'000, 20'000, 500, 5'000, 60, 4'000 },
+    {"small", 60, 40, 500, 2'000, 40, 30, 60, 12, 40},
+    {"shop", 1'000, 600, 8'000, 100'000, 3'000, 120, 900, 30, 600},
+    {"max", 10'000, 5'000, 32'000, 1'000'000, 20'000, 500, 5'000, 60, 4'000},
 };
 
 /// A point in the crib's time: seconds of working time since its first morning.
@@ -150,7 +150,7 @@ void Filler::writeEmployees()
         // Two who work here have the same name. 997 is prime to the number of names: no other one comes twice.
         const int name = (i == m_scale.employees / 2 ? 1 : i) * 997 % names;
         const bool hasLeft = i % 5 == 3;
-        m_employees.push_back({ 1001 + i, hasLeft ? today / 4 + m_dice.below(today / 2) : never });
+        m_employees.push_back({1001 + i, hasLeft ? today / 4 + m_dice.below(today / 2) : never});
         rows.add(m_employees.back().number, last[name % last.size()], first[name / last.size()],
                  QString(hasLeft ? "Inactive" : "Active"));
     }
@@ -181,7 +181,7 @@ void Filler::planJobs()
         place = opened == year ? place + 1 : 1;
         year = opened;
         const bool inWork = i >= m_scale.jobs * 7 / 8 && m_dice.below(4) > 0;
-        m_jobs.push_back({ (year - 2000) * 1000 + place, !inWork });
+        m_jobs.push_back({(year - 2000) * 1000 + place, !inWork});
     }
 }
 
@@ -190,7 +190,7 @@ std::vector<Article> Filler::articles(const std::vector<const Node *> &types, in
     static const QStringList allMakers = words(makers);
     std::vector<Article> result;
     for (int i = 0; i < count; ++i) {
-        Article article{ m_dice.oneOf(types), &m_locations[1 + m_dice.below(m_scale.locations - 1)], {}, {}, {}, {} };
+        Article article{m_dice.oneOf(types), &m_locations[1 + m_dice.below(m_scale.locations - 1)], {}, {}, {}, {}};
         article.description = toolDescription(*article.type, m_dice);
         if (m_dice.below(25) > 0)
             article.maker = m_dice.oneOf(allMakers);
@@ -223,7 +223,7 @@ void Filler::planTools()
     inserts.pop_back();
     others.insert(others.end(), inserts.begin(), inserts.end());
     int ofBigType = std::min(500, m_scale.tools / 4), inBigLocation = ofBigType, ofDrills = m_scale.tools * 5 / 32;
-    m_bigTypeArticles = articles({ bigType }, ofBigType / 10);
+    m_bigTypeArticles = articles({bigType}, ofBigType / 10);
     m_drillArticles = articles(drills, ofDrills / 3);
     m_otherArticles = articles(others, (m_scale.tools - ofDrills - ofBigType) / 3);
 
@@ -241,7 +241,7 @@ void Filler::planTools()
                                                         : m_otherArticles;
         const Article &article = offered[m_dice.lowBelow(std::ssize(offered))];
         const bool isInBigLocation = m_dice.below(left) < inBigLocation;
-        m_tools.push_back({ number, &article, isInBigLocation ? bigLocation : article.home });
+        m_tools.push_back({number, &article, isInBigLocation ? bigLocation : article.home});
         ofBigType -= isBigType;
         ofDrills -= isDrill;
         inBigLocation -= isInBigLocation;
@@ -256,7 +256,7 @@ void Filler::planScrap()
         const Article &article = m_otherArticles[m_dice.lowBelow(std::ssize(m_otherArticles))];
         const Moment scrapped = (today * i + m_dice.below(today)) / m_scale.scrapped;
         const Moment bought = i < numbers ? 0 : m_tools[m_tools.size() - numbers].until;
-        m_tools.push_back({ m_scrappedNumbers[i % numbers], &article, article.home, bought, scrapped });
+        m_tools.push_back({m_scrappedNumbers[i % numbers], &article, article.home, bought, scrapped});
     }
 }
 
@@ -293,11 +293,11 @@ const Employee &Filler::employeeAt(Moment from, Moment until)
 Charge Filler::chargeAt(Moment moment, bool keepsJobOpen)
 {
     if (m_dice.below(4) == 0)
-        return { Schema::overheadCharge, m_dice.oneOf(m_overheads) };
+        return {Schema::overheadCharge, m_dice.oneOf(m_overheads)};
     const int newest = int(moment * m_scale.jobs / today);
     Job &job = m_jobs[std::max(0, newest - m_dice.lowBelow(m_scale.jobs / 12))];
     job.shipped = job.shipped && !keepsJobOpen;
-    return { Schema::jobCharge, job.number };
+    return {Schema::jobCharge, job.number};
 }
 
 void Filler::writeLoans()

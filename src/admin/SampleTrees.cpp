@@ -25,8 +25,8 @@ std::vector<Node> grow(int size, ChildCount childCount, Name name, Dice &dice)
             for (int parent = begin; parent < end && int(nodes.size()) <= size; ++parent) {
                 if (child >= childCount(nodes[parent].path))
                     continue;
-                const QList<int> path = nodes[parent].path + QList{ child };
-                nodes.push_back({ path, name(path), numbers[int(nodes.size()) - 1], nodes[parent].number });
+                const QList<int> path = nodes[parent].path + QList{child};
+                nodes.push_back({path, name(path), numbers[int(nodes.size()) - 1], nodes[parent].number});
                 ++grown;
             }
         }
@@ -85,8 +85,7 @@ QString typeName(const QList<int> &path)
 int locationChildCount(const QList<int> &path)
 {
     const int counts[] = {
-        int(words(buildings).size()), int(words(rooms).size()), cabinetsInRoom, drawersInCabinet, binsInDrawer, 0
-    };
+        int(words(buildings).size()), int(words(rooms).size()), cabinetsInRoom, drawersInCabinet, binsInDrawer, 0};
     return counts[path.size()];
 }
 

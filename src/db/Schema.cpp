@@ -18,8 +18,8 @@ struct Relation {
 };
 
 constexpr Relation relations[] = {
-    { "Tools", "Type", "Types" },
-    { "Tools", "Location", "Locations" },
+    {"Tools", "Type", "Types"},
+    {"Tools", "Location", "Locations"},
 };
 
 struct Index {
@@ -28,14 +28,14 @@ struct Index {
 };
 
 constexpr Index indexes[] = {
-    { "Types", "Parent, Description" },
-    { "Locations", "Parent, Description" },
-    { "Tools", "Type" },
-    { "Tools", "Location" },
-    { "Tools", "Out, Description" },
-    { "CheckOutIn", "Tool_Id, Active" },
-    { "Scrap", "LineItemTypeId, JobOrOH" },
-    { "Scrap", "JobOrOH" },
+    {"Types", "Parent, Description"},
+    {"Locations", "Parent, Description"},
+    {"Tools", "Type"},
+    {"Tools", "Location"},
+    {"Tools", "Out, Description"},
+    {"CheckOutIn", "Tool_Id, Active"},
+    {"Scrap", "LineItemTypeId, JobOrOH"},
+    {"Scrap", "JobOrOH"},
 };
 
 struct ShippedReport {
@@ -50,20 +50,20 @@ constexpr bool moduleDefault = true;
 
 // The first six modules are those of the results windows, the last two are offered by the import dialog only.
 constexpr ShippedReport shippedReports[] = {
-    { "Tools CheckedOut", "Tools Checked Out", "ToolsCheckedOut.rpt", "Loans of each employee", moduleDefault },
-    { "Tools CheckedOut", "Loan Sheet", "LoanSheet.rpt", "Loans of each employee on a page of its own, to be signed" },
-    { "Tools CheckedOut", "Longest Out", "LongestOut.rpt", "Tools that are out, the longest first" },
-    { "Tools Scrapped", "Tools Scrapped", "ToolsScrapped.rpt", "Scrapped tools by reason, with their price",
-      moduleDefault },
-    { "Junk Tools", "Junk Tools", "JunkTools.rpt", "Scrapped tools of each job", moduleDefault },
-    { "Tools Type", "Tools by Type", "ToolsByType.rpt", "Tools of each type, with their price", moduleDefault },
-    { "Tools Type", "Tool Labels", "ToolLabels.rpt", "A label with a bar code for each tool" },
-    { "Tools Loc", "Tools by Location", "ToolsByLocation.rpt", "Tools of each location, with their price",
-      moduleDefault },
-    { "Tools Loc", "Count Sheet", "CountSheet.rpt", "Tools of each location, to be ticked off with a bar code reader" },
-    { "Employee", "Employees", "Employees.rpt", "List of the employees", moduleDefault },
-    { "Tools Out", "Tools Checked Out", "ToolsCheckedOut.rpt", "Loans of each employee", moduleDefault },
-    { "All Tools", "Tools by Type", "ToolsByType.rpt", "Tools of each type, with their price", moduleDefault },
+    {"Tools CheckedOut", "Tools Checked Out", "ToolsCheckedOut.rpt", "Loans of each employee", moduleDefault},
+    {"Tools CheckedOut", "Loan Sheet", "LoanSheet.rpt", "Loans of each employee on a page of its own, to be signed"},
+    {"Tools CheckedOut", "Longest Out", "LongestOut.rpt", "Tools that are out, the longest first"},
+    {"Tools Scrapped", "Tools Scrapped", "ToolsScrapped.rpt", "Scrapped tools by reason, with their price",
+     moduleDefault},
+    {"Junk Tools", "Junk Tools", "JunkTools.rpt", "Scrapped tools of each job", moduleDefault},
+    {"Tools Type", "Tools by Type", "ToolsByType.rpt", "Tools of each type, with their price", moduleDefault},
+    {"Tools Type", "Tool Labels", "ToolLabels.rpt", "A label with a bar code for each tool"},
+    {"Tools Loc", "Tools by Location", "ToolsByLocation.rpt", "Tools of each location, with their price",
+     moduleDefault},
+    {"Tools Loc", "Count Sheet", "CountSheet.rpt", "Tools of each location, to be ticked off with a bar code reader"},
+    {"Employee", "Employees", "Employees.rpt", "List of the employees", moduleDefault},
+    {"Tools Out", "Tools Checked Out", "ToolsCheckedOut.rpt", "Loans of each employee", moduleDefault},
+    {"All Tools", "Tools by Type", "ToolsByType.rpt", "Tools of each type, with their price", moduleDefault},
 };
 
 QString bracketed(const QString &name) { return '[' + name + ']'; }
@@ -72,7 +72,7 @@ QString createStatement(const Schema::Table &table)
 {
     QStringList parts;
     for (const Schema::Column &column : table.columns)
-        parts << QStringList{ bracketed(column.name), column.type, column.rule }.join(' ').trimmed();
+        parts << QStringList{bracketed(column.name), column.type, column.rule}.join(' ').trimmed();
     for (const Relation &relation : relations) {
         if (qstrcmp(relation.table, table.name) == 0)
             parts << QString("FOREIGN KEY ([%1]) REFERENCES [%2] ([ID])").arg(relation.column, relation.referenced);
@@ -91,60 +91,59 @@ QString createStatement(const Index &index)
 const std::vector<Schema::Table> &Schema::tables()
 {
     static const std::vector<Table> tables = {
-        { "Types", { { "ID", counter }, { "Description", "TEXT", required }, { "Parent", "LONG", zero } } },
-        { "Locations", { { "ID", counter }, { "Description", "TEXT", required }, { "Parent", "LONG", zero } } },
-        { "Tools",
-          { { "ID", counter },
-            { "Type", "LONG", required },
-            { "Location", "LONG", required },
-            { "Manufacturer", "TEXT" },
-            { "PartNumber", "TEXT" },
-            { "Description", "TEXT", required },
-            { "PricePer", "CURRENCY" },
-            { "Out", "YESNO", zero } } },
-        { "CheckOutIn",
-          { { "ID", counter },
-            { "Tool_Id", "LONG", required },
-            { "Employee", "TEXT" },
-            { "JobOrOH", "LONG" },
-            { "LineItemTypeId", "LONG" },
-            { "DateOut", "DATETIME" },
-            { "DateIn", "DATETIME" },
-            { "Active", "YESNO", zero },
-            { "CheckOutDesc", "TEXT" },
-            { "CheckOutPartNo", "TEXT" } } },
-        { "Scrap",
-          { { "ID", counter },
-            { "ToolID", "LONG" },
-            { "Type", "LONG" },
-            { "TypeDescription", "TEXT" },
-            { "Manufacturer", "TEXT" },
-            { "PartNumber", "TEXT" },
-            { "Description", "TEXT" },
-            { "PricePer", "CURRENCY" },
-            { "Location", "LONG" },
-            { "Employee", "LONG" },
-            { "ScrapDate", "DATETIME" },
-            { "JobOrOH", "LONG" },
-            { "LineItemTypeId", "LONG" },
-            { "Reason", "LONG" },
-            { "Notes", "TEXT" },
-            { "Job", "LONG" },
-            { "Date", "DATETIME" } } },
-        { "ScrapReasons", { { "ID", counter }, { "Description", "TEXT", required } } },
-        { "Reports",
-          { { "Name", "TEXT", required },
-            { "Description", "TEXT" },
-            { "Module", "TEXT", required },
-            { "FileName", "TEXT", required },
-            { "Default", "YESNO", zero },
-            { "oem", "YESNO", zero } } },
-        { "JobVorlane", { { "ID", counter }, { "Jobno", "LONG" } } },
-        { "Employee",
-          { { "EmpID", "LONG", key }, { "LastName", "TEXT" }, { "FirstName", "TEXT" }, { "EmpStatus", "TEXT" } } },
-        { "Job", { { "JobNo", "LONG", key }, { "Shipped", "YESNO", zero } } },
-        { "Operation", { { "OperNo", "LONG", key }, { "Description", "TEXT" }, { "OperType", "TEXT" } } },
-        { "LineItemType", { { "Index", "LONG", key }, { "Code", "TEXT" } } },
+        {"Types", {{"ID", counter}, {"Description", "TEXT", required}, {"Parent", "LONG", zero}}},
+        {"Locations", {{"ID", counter}, {"Description", "TEXT", required}, {"Parent", "LONG", zero}}},
+        {"Tools",
+         {{"ID", counter},
+          {"Type", "LONG", required},
+          {"Location", "LONG", required},
+          {"Manufacturer", "TEXT"},
+          {"PartNumber", "TEXT"},
+          {"Description", "TEXT", required},
+          {"PricePer", "CURRENCY"},
+          {"Out", "YESNO", zero}}},
+        {"CheckOutIn",
+         {{"ID", counter},
+          {"Tool_Id", "LONG", required},
+          {"Employee", "TEXT"},
+          {"JobOrOH", "LONG"},
+          {"LineItemTypeId", "LONG"},
+          {"DateOut", "DATETIME"},
+          {"DateIn", "DATETIME"},
+          {"Active", "YESNO", zero},
+          {"CheckOutDesc", "TEXT"},
+          {"CheckOutPartNo", "TEXT"}}},
+        {"Scrap",
+         {{"ID", counter},
+          {"ToolID", "LONG"},
+          {"Type", "LONG"},
+          {"TypeDescription", "TEXT"},
+          {"Manufacturer", "TEXT"},
+          {"PartNumber", "TEXT"},
+          {"Description", "TEXT"},
+          {"PricePer", "CURRENCY"},
+          {"Location", "LONG"},
+          {"Employee", "LONG"},
+          {"ScrapDate", "DATETIME"},
+          {"JobOrOH", "LONG"},
+          {"LineItemTypeId", "LONG"},
+          {"Reason", "LONG"},
+          {"Notes", "TEXT"},
+          {"Job", "LONG"},
+          {"Date", "DATETIME"}}},
+        {"ScrapReasons", {{"ID", counter}, {"Description", "TEXT", required}}},
+        {"Reports",
+         {{"Name", "TEXT", required},
+          {"Description", "TEXT"},
+          {"Module", "TEXT", required},
+          {"FileName", "TEXT", required},
+          {"Default", "YESNO", zero},
+          {"oem", "YESNO", zero}}},
+        {"JobVorlane", {{"ID", counter}, {"Jobno", "LONG"}}},
+        {"Employee", {{"EmpID", "LONG", key}, {"LastName", "TEXT"}, {"FirstName", "TEXT"}, {"EmpStatus", "TEXT"}}},
+        {"Job", {{"JobNo", "LONG", key}, {"Shipped", "YESNO", zero}}},
+        {"Operation", {{"OperNo", "LONG", key}, {"Description", "TEXT"}, {"OperType", "TEXT"}}},
+        {"LineItemType", {{"Index", "LONG", key}, {"Code", "TEXT"}}},
     };
     return tables;
 }
@@ -161,8 +160,8 @@ void Schema::create(Database &database)
     database.executeNative(
         QString("INSERT INTO LineItemType VALUES (%1, 'Job'), (%2, 'Overhead')").arg(jobCharge).arg(overheadCharge));
     for (const ShippedReport &report : shippedReports) {
-        const QStringList texts{ quoted(report.name), quoted(report.description), quoted(report.module),
-                                 quoted(report.fileName) };
+        const QStringList texts{quoted(report.name), quoted(report.description), quoted(report.module),
+                                quoted(report.fileName)};
         database.executeNative(
             QString("INSERT INTO Reports VALUES (%1, %2, -1)").arg(texts.join(", ")).arg(report.isDefault ? -1 : 0));
     }

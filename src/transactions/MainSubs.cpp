@@ -21,9 +21,9 @@ void MainSubs::CheckOutSelectedTool()
             theExplorer().focusList();
         }
     } else if (item->icon == ItemIcon::toolOut) {
-        msgBox({ .text = "The selected tool is checked out and cannot be Checked out Again!" });
+        msgBox({.text = "The selected tool is checked out and cannot be Checked out Again!"});
     } else if (item->icon == ItemIcon::toolScrapped) {
-        msgBox({ .text = "The selected tool is scrapped and cannot be Checked Out!" });
+        msgBox({.text = "The selected tool is scrapped and cannot be Checked Out!"});
     } else if (item->key.startsWith('r')) {
         frmCheckOut::showModal();
     }
@@ -40,10 +40,9 @@ void MainSubs::CheckInSelectedTool()
         }
     } else if (item->icon == ItemIcon::toolInStock) {
         // The second button does nothing; people are used to it.
-        msgBox(
-            { .text = "The selected tool is already checked in!", .buttons = QMessageBox::Ok | QMessageBox::Cancel });
+        msgBox({.text = "The selected tool is already checked in!", .buttons = QMessageBox::Ok | QMessageBox::Cancel});
     } else if (item->icon == ItemIcon::toolScrapped) {
-        msgBox({ .text = "The selected tool is scrapped and must be restored before using!" });
+        msgBox({.text = "The selected tool is scrapped and must be restored before using!"});
     } else if (item->key.startsWith("co")) {
         frmCheckIn::showModal();
     }
@@ -71,7 +70,7 @@ bool MainSubs::PurgeScrapped(const QString &kind, qint32 id)
         try {
             statement();
         } catch (const EngineError &error) {
-            msgBox({ .text = QStringLiteral("%1  %2").arg(error.number()).arg(error.text()) });
+            msgBox({.text = QStringLiteral("%1  %2").arg(error.number()).arg(error.text())});
             succeeded = false;
         }
     };

@@ -15,10 +15,10 @@ frmCheckOut::frmCheckOut()
     const HourGlass busy;
     ui.setupUi(this);
     ui.lblDate->setText(Format::dialogDate(Clock::now()));
-    new JobPicker({ ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2 },
-                  { .jobLabel = "Job Number",
-                    .overheadStatement = "Select OperNo,Description from Operation Where"
-                                         " OperType='O'order by Description" },
+    new JobPicker({ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2},
+                  {.jobLabel = "Job Number",
+                   .overheadStatement = "Select OperNo,Description from Operation Where"
+                                        " OperType='O'order by Description"},
                   this);
     const ListItem *item = theExplorer().selectedItem();
     ui.lblTool->setText(item->text);

@@ -46,10 +46,10 @@ frmScrap::frmScrap()
     ui.setupUi(this);
     KeyFilter::watch(ui.txtNotes);
     KeyFilter::watch(ui.dbcScrapReason);
-    new JobPicker({ ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2 },
-                  { .jobLabel = "Scrapped on Job Number:",
-                    .overheadStatement = "Select OperNo,Description from Operation Where"
-                                         " OperType='O'order by OperNo" },
+    new JobPicker({ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2},
+                  {.jobLabel = "Scrapped on Job Number:",
+                   .overheadStatement = "Select OperNo,Description from Operation Where"
+                                        " OperType='O'order by OperNo"},
                   this);
     ui.dbcScrapReason->setSource(openRecordset("Select Id,Description from ScrapReasons order by description"),
                                  "Description", "Id");
@@ -124,8 +124,8 @@ void frmScrap::cmdOK_Click()
         + "' From Tools INNER JOIN Types on Tools.Type=Types.id WHERE Tools.ID=" + id);
     // What was not written must not be deleted.
     if (written == 0) {
-        msgBox({ .text = "The tool could not be entered among the scrapped tools and was not deleted.",
-                 .icon = QMessageBox::Critical });
+        msgBox({.text = "The tool could not be entered among the scrapped tools and was not deleted.",
+                .icon = QMessageBox::Critical});
         return;
     }
     execute("DELETE * FROM Tools WHERE ID =" + id);

@@ -41,7 +41,7 @@ frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().
     onUserAction(ui.cmdRestore, &QPushButton::clicked, this, &frmScrapRestore::cmdRestore_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     if (!missing.isEmpty())
-        msgBox({ .text = missing.join('\n'), .caption = "Restore criteria missing", .icon = QMessageBox::Information });
+        msgBox({.text = missing.join('\n'), .caption = "Restore criteria missing", .icon = QMessageBox::Information});
 }
 
 QString frmScrapRestore::RestoreTool()
@@ -84,10 +84,10 @@ void frmScrapRestore::cmdRestore_Click()
         return;
     const QString problem = RestoreTool();
     if (!problem.isEmpty()) {
-        msgBox({ .text = "Restore failed due to:" + problem });
+        msgBox({.text = "Restore failed due to:" + problem});
         return;
     }
-    msgBox({ .text = "Tool was successfully restored", .caption = "Restore Tool" });
+    msgBox({.text = "Tool was successfully restored", .caption = "Restore Tool"});
     theExplorer().rebuildView();
     accept();
 }

@@ -36,19 +36,19 @@ private:
 void TestAdmin::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    QCOMPARE(AdminRun({ "create", path("crib.mdb") }).status, 0);
+    QCOMPARE(AdminRun({"create", path("crib.mdb")}).status, 0);
 }
 
 void TestAdmin::wrongUsageExitsWithTwo_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("nothing") << QStringList{};
-    QTest::newRow("unknown command") << QStringList{ "destroy" };
-    QTest::newRow("missing operand") << QStringList{ "sql", "crib.mdb" };
-    QTest::newRow("operand too many") << QStringList{ "create", "new.mdb", "other.mdb" };
-    QTest::newRow("unknown option") << QStringList{ "check", "crib.mdb", "--repair" };
-    QTest::newRow("unknown scale") << QStringList{ "sample", "new.mdb", "--scale", "huge" };
-    QTest::newRow("option without its value") << QStringList{ "sample", "new.mdb", "--scale" };
+    QTest::newRow("unknown command") << QStringList{"destroy"};
+    QTest::newRow("missing operand") << QStringList{"sql", "crib.mdb"};
+    QTest::newRow("operand too many") << QStringList{"create", "new.mdb", "other.mdb"};
+    QTest::newRow("unknown option") << QStringList{"check", "crib.mdb", "--repair"};
+    QTest::newRow("unknown scale") << QStringList{"sample", "new.mdb", "--scale", "huge"};
+    QTest::newRow("option without its value") << QStringList{"sample", "new.mdb", "--scale"};
 }
 
 void TestAdmin::wrongUsageExitsWithTwo()
@@ -64,12 +64,12 @@ void TestAdmin::wrongUsageExitsWithTwo()
 
 void TestAdmin::everyCommandHasHelp()
 {
-    const AdminRun overview({ "--help" });
+    const AdminRun overview({"--help"});
     QCOMPARE(overview.status, 0);
-    for (const QString usage : { "create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT",
-                                 "check FILE [--fix]", "backup FILE COPY" }) {
+    for (const QString usage : {"create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT",
+                                "check FILE [--fix]", "backup FILE COPY"}) {
         QVERIFY2(overview.out.contains(usage), qPrintable(usage));
-        const AdminRun help({ usage.section(' ', 0, 0), "--help" });
+        const AdminRun help({usage.section(' ', 0, 0), "--help"});
         QCOMPARE(help.status, 0);
         QVERIFY2(help.out.startsWith("usage: vorlane-admin " + usage + '\n'), qPrintable(help.out));
     }
@@ -78,9 +78,9 @@ void TestAdmin::everyCommandHasHelp()
 void TestAdmin::existingFilesAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("create") << QStringList{ "create" };
-    QTest::newRow("sample") << QStringList{ "sample" };
-    QTest::newRow("backup") << QStringList{ "backup", path("crib.mdb") };
+    QTest::newRow("create") << QStringList{"create"};
+    QTest::newRow("sample") << QStringList{"sample"};
+    QTest::newRow("backup") << QStringList{"backup", path("crib.mdb")};
 }
 
 void TestAdmin::existingFilesAreRefused()
@@ -93,22 +93,22 @@ void TestAdmin::existingFilesAreRefused()
     if (arguments.size() == 2)
         arguments[1] = path("crib.mdb");
 
-    const AdminRun run(arguments + QStringList{ file.fileName() });
+    const AdminRun run(arguments + QStringList{file.fileName()});
     QCOMPARE(run.status, 1);
     QCOMPARE(run.errors, "error 3204: '" + file.fileName() + "' already exists.\n");
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), "kept");
-    QCOMPARE(files(), (QStringList{ "crib.mdb", "kept.txt" }));
+    QCOMPARE(files(), (QStringList{"crib.mdb", "kept.txt"}));
 }
 
 void TestAdmin::failureLeavesNoHalfFile_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("create in a missing folder") << QStringList{ "create", "absent/new.mdb" };
-    QTest::newRow("sample in a missing folder") << QStringList{ "sample", "absent/new.mdb" };
-    QTest::newRow("backup to a missing folder") << QStringList{ "backup", "crib.mdb", "absent/new.mdb" };
-    QTest::newRow("backup of a file that is no database") << QStringList{ "backup", "text.mdb", "new.mdb" };
-    QTest::newRow("backup of nothing") << QStringList{ "backup", "nothing.mdb", "new.mdb" };
+    QTest::newRow("create in a missing folder") << QStringList{"create", "absent/new.mdb"};
+    QTest::newRow("sample in a missing folder") << QStringList{"sample", "absent/new.mdb"};
+    QTest::newRow("backup to a missing folder") << QStringList{"backup", "crib.mdb", "absent/new.mdb"};
+    QTest::newRow("backup of a file that is no database") << QStringList{"backup", "text.mdb", "new.mdb"};
+    QTest::newRow("backup of nothing") << QStringList{"backup", "nothing.mdb", "new.mdb"};
 }
 
 void TestAdmin::failureLeavesNoHalfFile()
@@ -124,12 +124,12 @@ void TestAdmin::failureLeavesNoHalfFile()
     const AdminRun run(arguments);
     QCOMPARE(run.status, 1);
     QVERIFY2(run.errors.startsWith("error 3"), qPrintable(run.errors));
-    QCOMPARE(files(), (QStringList{ "crib.mdb", "text.mdb" }));
+    QCOMPARE(files(), (QStringList{"crib.mdb", "text.mdb"}));
 }
 
 void TestAdmin::selectIsPrintedAsCsv()
 {
-    const auto sql = [this](const QString &statement) { return AdminRun({ "sql", path("crib.mdb"), statement }); };
+    const auto sql = [this](const QString &statement) { return AdminRun({"sql", path("crib.mdb"), statement}); };
     QCOMPARE(sql("INSERT INTO Types (Description) VALUES ('Drills, \"long\"')").out, "1 rows affected\n");
     sql("INSERT INTO Types (Description) VALUES ('two\nlines')");
     sql("INSERT INTO Types (Description) VALUES ('Jäger''s')");
@@ -147,7 +147,7 @@ void TestAdmin::selectIsPrintedAsCsv()
 
 void TestAdmin::actionTellsItsRows()
 {
-    const AdminRun run({ "sql", path("crib.mdb"), "UPDATE LineItemType SET Code = Code" });
+    const AdminRun run({"sql", path("crib.mdb"), "UPDATE LineItemType SET Code = Code"});
     QCOMPARE(run.out, "2 rows affected\n");
     QCOMPARE(run.status, 0);
 }
@@ -172,7 +172,7 @@ void TestAdmin::errorsBearTheirNumber()
     QFETCH(QString, file);
     QFETCH(QString, statement);
     QFETCH(int, number);
-    const AdminRun run({ "sql", path(file), statement });
+    const AdminRun run({"sql", path(file), statement});
     QCOMPARE(run.status, 1);
     QCOMPARE(run.out, "");
     QVERIFY2(run.errors.startsWith(QString("error %1: ").arg(number)) && run.errors.endsWith(".\n"),
@@ -186,27 +186,27 @@ void TestAdmin::backupIsConsistentWhileAnotherWrites()
     {
         Transaction transaction(*writer);
         writer->execute("INSERT INTO Types (Description) VALUES ('Taps')");
-        const AdminRun run({ "backup", path("crib.mdb"), path("copy.mdb") });
+        const AdminRun run({"backup", path("crib.mdb"), path("copy.mdb")});
         QCOMPARE(run.errors, "");
         QCOMPARE(run.status, 0);
         transaction.commit();
     }
-    QCOMPARE(AdminRun({ "sql", path("copy.mdb"), "SELECT Description FROM Types" }).out, "Description\r\nDrills\r\n");
+    QCOMPARE(AdminRun({"sql", path("copy.mdb"), "SELECT Description FROM Types"}).out, "Description\r\nDrills\r\n");
     QCOMPARE(writer->openRecordset("SELECT * FROM Types").recordCount(), 2);
-    QCOMPARE(AdminRun({ "check", path("copy.mdb") }).out, "No faults found.\n");
+    QCOMPARE(AdminRun({"check", path("copy.mdb")}).out, "No faults found.\n");
 }
 
 void TestAdmin::programRunsByItself()
 {
     QProcess program;
     program.start(QString(PROGRAM_BIN) + "/vorlane-admin",
-                  { "sql", path("crib.mdb"), "SELECT Code FROM LineItemType ORDER BY Code" });
+                  {"sql", path("crib.mdb"), "SELECT Code FROM LineItemType ORDER BY Code"});
     QVERIFY(program.waitForFinished());
     QCOMPARE(program.readAllStandardOutput(), "Code\r\nJob\r\nOverhead\r\n");
     QCOMPARE(program.readAllStandardError(), "");
     QCOMPARE(program.exitCode(), 0);
 
-    program.start(QString(PROGRAM_BIN) + "/vorlane-admin", { "sql", path("none.mdb"), "SELECT 1" });
+    program.start(QString(PROGRAM_BIN) + "/vorlane-admin", {"sql", path("none.mdb"), "SELECT 1"});
     QVERIFY(program.waitForFinished());
     QVERIFY(program.readAllStandardError().startsWith("error 3024: "));
     QCOMPARE(program.exitCode(), 1);

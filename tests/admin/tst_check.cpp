@@ -75,7 +75,7 @@ QByteArray TestCheck::content()
 
 void TestCheck::soundCribHasNoFaults()
 {
-    const AdminRun run({ "check", m_file });
+    const AdminRun run({"check", m_file});
     QCOMPARE(run.out, "No faults found.\n");
     QCOMPARE(run.status, 0);
 }
@@ -84,7 +84,7 @@ void TestCheck::ordinaryDeletionsLeaveNoFault()
 {
     change("DELETE FROM ScrapReasons");
     change("DELETE FROM Types WHERE ID IN (3, 4)");
-    QCOMPARE(AdminRun({ "check", m_file }).out, "No faults found.\n");
+    QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
 }
 
 void TestCheck::findsAndMends_data()
@@ -197,12 +197,12 @@ void TestCheck::findsAndMends()
     change(fault);
     const QByteArray before = content();
 
-    const AdminRun looked({ "check", m_file });
+    const AdminRun looked({"check", m_file});
     QCOMPARE(looked.out, finding + "\nFaults found: 1.\n");
     QCOMPARE(looked.status, 1);
     QCOMPARE(content(), before);
 
-    const AdminRun fixed({ "check", m_file, "--fix" });
+    const AdminRun fixed({"check", m_file, "--fix"});
     if (mended.isEmpty()) {
         QCOMPARE(fixed.out, finding + "\nFaults found: 1. Mended: 0. Left: 1.\n");
         QCOMPARE(fixed.status, 1);
@@ -212,7 +212,7 @@ void TestCheck::findsAndMends()
     QCOMPARE(fixed.out, finding + ' ' + mended + "\nFaults found: 1. Mended: 1. Left: 0.\n");
     QCOMPARE(fixed.status, 0);
     QTEST(value(proof), "expected");
-    QCOMPARE(AdminRun({ "check", m_file }).out, "No faults found.\n");
+    QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
 }
 
 void TestCheck::mendsWhatHangsTogetherInOneRun()
@@ -227,17 +227,17 @@ void TestCheck::mendsWhatHangsTogetherInOneRun()
     change("INSERT INTO Scrap SELECT ID - 16383, 10, Type, '', '', '', 'Die', 4, 2, 7, ScrapDate, 1, 4, 1, '', NULL, "
            "NULL FROM "
            "Scrap; UPDATE Scrap SET ID = 2 WHERE ID > 2");
-    const AdminRun fixed({ "check", m_file, "--fix" });
+    const AdminRun fixed({"check", m_file, "--fix"});
     QVERIFY2(fixed.out.endsWith("Faults found: 6. Mended: 6. Left: 0.\n"), qPrintable(fixed.out));
     QCOMPARE(value("SELECT group_concat(DateIn) FROM CheckOutIn WHERE Tool_Id = 1"),
              "2026-01-11 09:00:00,2026-01-12 09:00:00");
-    QCOMPARE(AdminRun({ "check", m_file }).out, "No faults found.\n");
+    QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
 }
 
 void TestCheck::missingPartsOfTheSchemaAreNamed()
 {
     change("DROP TABLE JobVorlane; ALTER TABLE Scrap DROP COLUMN Notes");
-    const AdminRun run({ "check", m_file });
+    const AdminRun run({"check", m_file});
     QCOMPARE(run.out,
              "The column Notes of the table Scrap is missing.\nThe table JobVorlane is missing.\nFaults found: 2.\n");
     QCOMPARE(run.status, 1);
@@ -254,7 +254,7 @@ void TestCheck::damagedFileIsReportedNotMended()
     file.write(QByteArray(pageSize, '\0'));
     file.close();
 
-    const AdminRun run({ "check", m_file, "--fix" });
+    const AdminRun run({"check", m_file, "--fix"});
     QCOMPARE(run.status, 1);
     QVERIFY2((run.out + run.errors).contains("damaged") || run.errors.startsWith("error 3049: "),
              qPrintable(run.out + run.errors));

@@ -30,14 +30,14 @@ private:
 void TestSample::scales()
 {
     QTest::addColumn<QString>("scale");
-    for (const char *scale : { "small", "shop" })
+    for (const char *scale : {"small", "shop"})
         QTest::newRow(scale) << scale;
 }
 
 void TestSample::initTestCase()
 {
-    for (const QString scale : { "small", "shop" })
-        QCOMPARE(AdminRun({ "sample", m_folder.filePath(scale), "--scale", scale }).errors, "");
+    for (const QString scale : {"small", "shop"})
+        QCOMPARE(AdminRun({"sample", m_folder.filePath(scale), "--scale", scale}).errors, "");
 }
 
 QString TestSample::value(const QString &scale, const QString &sql)
@@ -98,7 +98,7 @@ void TestSample::hasTheFiguresOfItsScale()
 void TestSample::isFreeOfFaults()
 {
     QFETCH(QString, scale);
-    const AdminRun run({ "check", m_folder.filePath(scale) });
+    const AdminRun run({"check", m_folder.filePath(scale)});
     QCOMPARE(run.out, "No faults found.\n");
     QCOMPARE(run.status, 0);
 }
@@ -160,7 +160,7 @@ void TestSample::isBelievable_data()
 void TestSample::isBelievable()
 {
     QFETCH(QString, exceptions);
-    for (const QString scale : { "small", "shop" }) {
+    for (const QString scale : {"small", "shop"}) {
         const auto database = Workspace::first().openDatabase(m_folder.filePath(scale));
         QCOMPARE(database->openNative(exceptions).recordCount(), 0);
     }
@@ -178,7 +178,7 @@ void TestSample::sameScaleMakesTheSameRows()
         }
         return fields.join('\n').toUtf8();
     };
-    QCOMPARE(AdminRun({ "sample", m_folder.filePath("again"), "--scale", "small" }).status, 0);
+    QCOMPARE(AdminRun({"sample", m_folder.filePath("again"), "--scale", "small"}).status, 0);
     for (const Schema::Table &table : Schema::tables())
         QCOMPARE(content("again", table.name), content("small", table.name));
     // Another machine makes the same loans, and by them everything they were drawn from. What has been measured on a

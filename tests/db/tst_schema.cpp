@@ -100,8 +100,8 @@ void TestSchema::scrapNumbersStartHighAndAreNeverGivenTwice()
 
 void TestSchema::everyModuleHasOneDefaultReport()
 {
-    for (const QString module : { "Tools CheckedOut", "Tools Scrapped", "Junk Tools", "Tools Type", "Tools Loc",
-                                  "Employee", "Tools Out", "All Tools" }) {
+    for (const QString module : {"Tools CheckedOut", "Tools Scrapped", "Junk Tools", "Tools Type", "Tools Loc",
+                                 "Employee", "Tools Out", "All Tools"}) {
         const Recordset rows = m_database->openRecordset("Select * from Reports where Module='" + module
                                                          + "' and Default=true and oem=true");
         QCOMPARE(rows.recordCount(), 1);

@@ -34,14 +34,12 @@ void TestCheckIn::init()
         " VALUES(1,'21',1250,4,#2026-02-01 08:00:00#,-1)",
     });
     explorer.mode = "location";
-    explorer.items = { { "co1",
-                         "Torque wrench",
-                         ItemIcon::toolOut,
-                         { "TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", "21" } },
-                       { "r2", "Screwdriver", ItemIcon::toolInStock } };
+    explorer.items = {
+        {"co1", "Torque wrench", ItemIcon::toolOut, {"TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", "21"}},
+        {"r2", "Screwdriver", ItemIcon::toolInStock}};
     explorer.selected = 0;
     explorer.calls.clear();
-    Clock::setSource([] { return QDateTime({ 2026, 3, 4 }, { 13, 5, 9 }); });
+    Clock::setSource([] { return QDateTime({2026, 3, 4}, {13, 5, 9}); });
 }
 
 void TestCheckIn::cleanup()
@@ -77,7 +75,7 @@ void TestCheckIn::commandRefusesWhatIsNotOut()
     ScriptedUser user;
     if (!message.isEmpty())
         user.answers(QMessageBox::Ok);
-    explorer.items = { { key, "Item", icon } };
+    explorer.items = {{key, "Item", icon}};
     explorer.selected = key.isEmpty() ? -1 : 0;
 
     MainSubs::CheckInSelectedTool();
@@ -101,13 +99,13 @@ void TestCheckIn::takesToolBack_data()
     QTest::addColumn<QStringList>("calls");
 
     QTest::newRow("in the location view the item stays")
-        << "location" << 2 << "cmdOk" << QStringList({ "r1", "r2" }) << QStringList("focus list");
+        << "location" << 2 << "cmdOk" << QStringList({"r1", "r2"}) << QStringList("focus list");
     QTest::newRow("from among the tools on loan it goes")
         << "checkedOut" << 2 << "cmdOk" << QStringList("r2") << QStringList("focus list");
     QTest::newRow("after the last one on loan the view is rebuilt")
-        << "checkedOut" << 1 << "cmdOk" << QStringList("co1") << QStringList({ "rebuild view", "focus list" });
+        << "checkedOut" << 1 << "cmdOk" << QStringList("co1") << QStringList({"rebuild view", "focus list"});
     QTest::newRow("Cancel changes nothing")
-        << "location" << 2 << "cmdCancel" << QStringList({ "co1", "r2" }) << QStringList();
+        << "location" << 2 << "cmdCancel" << QStringList({"co1", "r2"}) << QStringList();
 }
 
 void TestCheckIn::takesToolBack()
@@ -138,7 +136,7 @@ void TestCheckIn::takesToolBack()
     if (keys.contains("r1")) {
         QCOMPARE(explorer.items[0].icon, int(ItemIcon::toolInStock));
         QCOMPARE(explorer.items[0].subItems,
-                 QStringList({ "TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", "" }));
+                 QStringList({"TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", ""}));
     }
 }
 
@@ -152,7 +150,7 @@ void TestCheckIn::closesEveryOpenLoanOfTheToolAlone()
     whenModal<frmCheckIn>([](frmCheckIn &form) { QTest::keyClick(&form, Qt::Key_Return); });
     MainSubs::CheckInSelectedTool();
     QCOMPARE(crib->rows("Select Tool_Id,Active,DateIn from CheckOutIn order by ID"),
-             QStringList({ "1|0|2026-03-04 13:05:09", "1|0|2026-03-04 13:05:09", "2|-1|", "1|0|2025-01-01 08:00:00" }));
+             QStringList({"1|0|2026-03-04 13:05:09", "1|0|2026-03-04 13:05:09", "2|-1|", "1|0|2025-01-01 08:00:00"}));
 }
 
 void TestCheckIn::lockedFileLeavesToolOut()

@@ -38,16 +38,14 @@ private:
 void TestCheckOut::init()
 {
     crib.emplace();
-    crib->run({ "INSERT INTO Tools (Type,Location,PartNumber,Description,Out) VALUES(2,1,'TW-40','Torque wrench',0)" });
+    crib->run({"INSERT INTO Tools (Type,Location,PartNumber,Description,Out) VALUES(2,1,'TW-40','Torque wrench',0)"});
     explorer.mode = "type";
-    explorer.items = { { "r1",
-                         "Torque wrench",
-                         ItemIcon::toolInStock,
-                         { "TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", "" } } };
+    explorer.items = {
+        {"r1", "Torque wrench", ItemIcon::toolInStock, {"TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", ""}}};
     explorer.selected = 0;
     explorer.calls.clear();
     ProgramState::SuiteInstalled = true;
-    Clock::setSource([] { return QDateTime({ 2026, 3, 4 }, { 13, 5, 9 }); });
+    Clock::setSource([] { return QDateTime({2026, 3, 4}, {13, 5, 9}); });
 }
 
 void TestCheckOut::cleanup()
@@ -90,7 +88,7 @@ void TestCheckOut::commandRefusesWhatCannotBeLent()
     ScriptedUser user;
     if (!message.isEmpty())
         user.answers(QMessageBox::Ok);
-    explorer.items = { { key, "Item", icon } };
+    explorer.items = {{key, "Item", icon}};
     explorer.selected = key.isEmpty() ? -1 : 0;
 
     MainSubs::CheckOutSelectedTool();
@@ -125,14 +123,14 @@ void TestCheckOut::loadShowsToolAndEmployees()
         QCOMPARE(form.ui.lblTool->text(), "Torque wrench");
         QCOMPARE(form.ui.lblLocation->text(), "Cabinet A");
         QVERIFY(form.ui.dbcEmp->hasFocus());
-        QCOMPARE(choices(form.ui.dbcEmp), QStringList({ "BAKER TOM", "MILLER ANNA", "MILLER ANNA" }));
+        QCOMPARE(choices(form.ui.dbcEmp), QStringList({"BAKER TOM", "MILLER ANNA", "MILLER ANNA"}));
         QCOMPARE(form.ui.dbcEmp->text(), QString());
 
         // Two employees of the same name stay two.
         form.ui.dbcEmp->setCurrentIndex(1);
         const QString first = form.ui.txtEmpNo->text();
         form.ui.dbcEmp->setCurrentIndex(2);
-        QCOMPARE(QSet<QString>({ first, form.ui.txtEmpNo->text() }), QSet<QString>({ "17", "18" }));
+        QCOMPARE(QSet<QString>({first, form.ui.txtEmpNo->text()}), QSet<QString>({"17", "18"}));
         QVERIFY(form.ui.txtEmpNo->isReadOnly());
 
         QTest::keyClick(form.ui.dbcEmp, Qt::Key_Escape);
@@ -156,14 +154,14 @@ void TestCheckOut::jobTypeChoosesTheList_data()
 
     QTest::newRow("open jobs of the suite, newest first") << true << "Overhead"
                                                           << "Job"
-                                                          << "Job Number" << QStringList({ "12500", "1250" });
+                                                          << "Job Number" << QStringList({"12500", "1250"});
     QTest::newRow("the own list without the suite") << false << "Overhead"
                                                     << "Job"
-                                                    << "Job Number" << QStringList({ "7002", "7001" });
+                                                    << "Job Number" << QStringList({"7002", "7001"});
     QTest::newRow("overhead operations by description")
         << true << "Job"
         << "Overhead"
-        << "Overhead Operation" << QStringList({ "2024", "Cleaning", "Repair" });
+        << "Overhead Operation" << QStringList({"2024", "Cleaning", "Repair"});
     QTest::newRow("nothing for an empty text") << true << "Job" << QString() << QString() << QStringList();
     QTest::newRow("nothing for another text") << true << "Job"
                                               << "Stock" << QString() << QStringList();
@@ -251,7 +249,7 @@ void TestCheckOut::storesLoan()
     QCOMPARE(explorer.items[0].key, "co1");
     QCOMPARE(explorer.items[0].icon, int(ItemIcon::toolOut));
     QCOMPARE(explorer.items[0].subItems,
-             QStringList({ "TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", "BAKER TOM" }));
+             QStringList({"TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", "BAKER TOM"}));
     QCOMPARE(explorer.calls, QStringList("focus list"));
 }
 

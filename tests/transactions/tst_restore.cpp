@@ -44,7 +44,7 @@ void TestRestore::init()
     });
     scrapId = scrap().value(0);
     explorer.mode = "scrap";
-    explorer.items = { { "j" + scrapId, "Torque wrench", ItemIcon::toolScrapped } };
+    explorer.items = {{"j" + scrapId, "Torque wrench", ItemIcon::toolScrapped}};
     explorer.selected = 0;
     explorer.picked.reset();
     explorer.calls.clear();
@@ -85,7 +85,7 @@ void TestRestore::commandWantsAScrappedTool()
 
 void TestRestore::loadShowsTheRecord()
 {
-    crib->run({ "INSERT INTO Tools (Type,Location,Manufacturer,Description) VALUES(1,1,'Acme','Wrench')" });
+    crib->run({"INSERT INTO Tools (Type,Location,Manufacturer,Description) VALUES(1,1,'Acme','Wrench')"});
     whenModal<frmScrapRestore>([](frmScrapRestore &form) {
         QCOMPARE(form.windowTitle(), "Restore Tool");
         QCOMPARE(form.ui.txtToolType->text(), "Torque wrenches");
@@ -135,7 +135,7 @@ void TestRestore::restoresUnderTheOldNumber()
     QCOMPARE(crib->rows("Select ID,Type,Manufacturer,PartNumber,Description,PricePer,Out,Location from Tools"),
              QStringList("5|2|O'Neil|TW-40|Tom's wrench|" + price + "|0|1"));
     QCOMPARE(scrap(), QStringList());
-    QCOMPARE(crib->rows("Select Tool_Id from CheckOutIn"), QStringList({ "5", "6" }));
+    QCOMPARE(crib->rows("Select Tool_Id from CheckOutIn"), QStringList({"5", "6"}));
     QCOMPARE(user.texts(), QStringList("Tool was successfully restored"));
     QCOMPARE(user.seen[0].caption, "Restore Tool");
     QCOMPARE(user.seen[0].icon, QMessageBox::NoIcon);
@@ -184,21 +184,21 @@ void TestRestore::refusesBadData()
 
 void TestRestore::missingFoldersMustBePicked()
 {
-    crib->run({ "Update Scrap set Type=77, Location=88" });
+    crib->run({"Update Scrap set Type=77, Location=88"});
     ScriptedUser user;
     user.answers(QMessageBox::Ok, 4);
     whenModal<frmScrapRestore>([&](frmScrapRestore &form) {
         QCOMPARE(form.ui.txtToolType->text(), QString());
         QCOMPARE(form.ui.txtLocation->text(), QString());
         form.ui.cmdRestore->click();
-        explorer.picked = PickedFolder{ 2, "Vorlane\\Cabinet B" };
+        explorer.picked = PickedFolder{2, "Vorlane\\Cabinet B"};
         QTest::mouseClick(form.ui.cmdTreeLoc, Qt::LeftButton);
         QCOMPARE(form.ui.txtLocation->text(), "Vorlane\\Cabinet B");
         // A cancelled picker leaves things as they are.
         explorer.picked.reset();
         QTest::mouseClick(form.ui.cmdTreeLoc, Qt::LeftButton);
         form.ui.cmdRestore->click();
-        explorer.picked = PickedFolder{ 1, "Vorlane\\Wrenches" };
+        explorer.picked = PickedFolder{1, "Vorlane\\Wrenches"};
         QTest::mouseClick(form.ui.cmdTreeType, Qt::LeftButton);
         form.ui.cmdRestore->click();
         QVERIFY(!form.isVisible());
@@ -208,12 +208,12 @@ void TestRestore::missingFoldersMustBePicked()
     QVERIFY(user.done());
     QCOMPARE(
         user.texts(),
-        QStringList({ "Scrapped Tool Type no longer exist! Please select a new Tool Type.\n"
-                      "Scrapped Tool location no longer exist! Please select a new Tool Location.",
-                      "Location may not be blank!", "Tool Type may not be blank!", "Tool was successfully restored" }));
+        QStringList({"Scrapped Tool Type no longer exist! Please select a new Tool Type.\n"
+                     "Scrapped Tool location no longer exist! Please select a new Tool Location.",
+                     "Location may not be blank!", "Tool Type may not be blank!", "Tool was successfully restored"}));
     QCOMPARE(user.seen[0].caption, "Restore criteria missing");
     QCOMPARE(user.seen[0].icon, QMessageBox::Information);
-    QCOMPARE(explorer.calls, QStringList({ "pick location", "pick location", "pick type", "rebuild view" }));
+    QCOMPARE(explorer.calls, QStringList({"pick location", "pick location", "pick type", "rebuild view"}));
     QCOMPARE(crib->rows("Select Type,Location from Tools"), QStringList("1|2"));
 }
 
@@ -234,7 +234,7 @@ void TestRestore::failedRestoreDeletesNothing()
     user.answers(QMessageBox::Ok);
     QStringList scrapBefore, toolsBefore;
     whenModal<frmScrapRestore>([&](frmScrapRestore &form) {
-        crib->run({ statement });
+        crib->run({statement});
         scrapBefore = scrap();
         toolsBefore = crib->rows("Select Description from Tools");
         form.ui.cmdRestore->click();
@@ -254,7 +254,7 @@ void TestRestore::failedRestoreDeletesNothing()
 void TestRestore::purgeTakesRecordLoansAndTheToolOfItsNumber()
 {
     const QString tool = "INSERT INTO Tools (ID,Type,Location,Description) VALUES(%1,1,1,'Live')";
-    crib->run({ tool.arg(scrapId), tool.arg(5) });
+    crib->run({tool.arg(scrapId), tool.arg(5)});
     QVERIFY(!MainSubs::PurgeScrapped("Type", scrapId.toInt()));
     QCOMPARE(scrap(), QStringList(scrapId));
 
@@ -277,7 +277,7 @@ void TestRestore::purgeReportsEachFailureAndGoesOn()
     QVERIFY(user.seen[0].text.front().isDigit());
     QCOMPARE(user.seen[0].icon, QMessageBox::NoIcon);
     QCOMPARE(scrap(), QStringList());
-    QCOMPARE(crib->rows("Select Tool_Id from CheckOutIn"), QStringList({ "5", "6" }));
+    QCOMPARE(crib->rows("Select Tool_Id from CheckOutIn"), QStringList({"5", "6"}));
 }
 
 QTEST_MAIN(TestRestore)

@@ -42,18 +42,16 @@ private:
 void TestScrap::init()
 {
     crib.emplace();
-    crib->run({ "INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer,Out)"
-                " VALUES(2,1,'Acme','TW-40','Torque wrench',129.5,0)" });
+    crib->run({"INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer,Out)"
+               " VALUES(2,1,'Acme','TW-40','Torque wrench',129.5,0)"});
     explorer.mode = "type";
-    explorer.items = { { "r1",
-                         "Torque wrench",
-                         ItemIcon::toolInStock,
-                         { "TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", "" } },
-                       { "r2", "Screwdriver", ItemIcon::toolInStock } };
+    explorer.items = {
+        {"r1", "Torque wrench", ItemIcon::toolInStock, {"TW-40", "..\\Torque wrenches", "..\\Cabinet A", "Acme", ""}},
+        {"r2", "Screwdriver", ItemIcon::toolInStock}};
     explorer.selected = 0;
     explorer.calls.clear();
     ProgramState::SuiteInstalled = true;
-    Clock::setSource([] { return QDateTime({ 2026, 3, 4 }, { 13, 5, 9 }); });
+    Clock::setSource([] { return QDateTime({2026, 3, 4}, {13, 5, 9}); });
 }
 
 void TestScrap::cleanup()
@@ -64,11 +62,11 @@ void TestScrap::cleanup()
 
 void TestScrap::lendTo(const QString &employee, const QString &jobOrOH, int lineItemType)
 {
-    crib->run({ "Update Tools set out=-1",
-                QStringLiteral(
-                    "INSERT INTO CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,Active) VALUES(1,'%1',%2,%3,-1)")
-                    .arg(employee, jobOrOH)
-                    .arg(lineItemType) });
+    crib->run({"Update Tools set out=-1",
+               QStringLiteral(
+                   "INSERT INTO CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,Active) VALUES(1,'%1',%2,%3,-1)")
+                   .arg(employee, jobOrOH)
+                   .arg(lineItemType)});
     explorer.items[0].key = "co1";
     explorer.items[0].icon = ItemIcon::toolOut;
     explorer.items[0].setSubItem(5, employee);
@@ -136,7 +134,7 @@ void TestScrap::movesToolToScrap()
                          + charged));
     QCOMPARE(crib->rows("Select ID from Tools"), QStringList());
     QCOMPARE(explorer.items.size(), listed - 1);
-    QCOMPARE(explorer.calls, listed > 1 ? QStringList("focus list") : QStringList({ "rebuild view", "focus list" }));
+    QCOMPARE(explorer.calls, listed > 1 ? QStringList("focus list") : QStringList({"rebuild view", "focus list"}));
 }
 
 void TestScrap::jobTypeChoosesTheList_data()
@@ -203,8 +201,8 @@ void TestScrap::loanFillsTheDialog()
     ProgramState::SuiteInstalled = suiteInstalled;
     lendTo(employee, jobOrOH, lineItemType);
     whenModal<frmScrap>([&](frmScrap &form) {
-        const QStringList shown{ form.ui.dbcEmp->text(), form.ui.txtEmpNo->text(), form.ui.dbcJobType->text(),
-                                 form.ui.dbcJob->text() };
+        const QStringList shown{form.ui.dbcEmp->text(), form.ui.txtEmpNo->text(), form.ui.dbcJobType->text(),
+                                form.ui.dbcJob->text()};
         QTEST(shown.join(' '), "shown");
     });
     frmScrap::showModal();
@@ -212,7 +210,7 @@ void TestScrap::loanFillsTheDialog()
 
 void TestScrap::toolOnLoanIsScrappedWithoutTouchingABox()
 {
-    crib->run({ "INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(31,'Young','Zoe','Active')" });
+    crib->run({"INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(31,'Young','Zoe','Active')"});
     lendTo("18", "1250", 4);
     whenModal<frmScrap>([](frmScrap &form) {
         form.ui.dbcScrapReason->setFocus();
@@ -227,8 +225,8 @@ void TestScrap::toolOnLoanIsScrappedWithoutTouchingABox()
     QCOMPARE(loan(), "0|2026-03-04 13:05:09");
 
     // The namesake of a borrower who left does not take his place.
-    crib->run({ "INSERT INTO Tools (ID,Type,Location,Description) VALUES(1,1,1,'Torque wrench')" });
-    explorer.items.prepend({ "co1", "Torque wrench", ItemIcon::toolOut });
+    crib->run({"INSERT INTO Tools (ID,Type,Location,Description) VALUES(1,1,1,'Torque wrench')"});
+    explorer.items.prepend({"co1", "Torque wrench", ItemIcon::toolOut});
     lendTo("30", "1250", 4);
     whenModal<frmScrap>([](frmScrap &form) { QCOMPARE(form.ui.dbcEmp->text(), QString()); });
     frmScrap::showModal();
@@ -280,9 +278,9 @@ void TestScrap::reasonsAreReusedOrAdded_data()
     QTest::addColumn<QStringList>("reasons");
     QTest::addColumn<QString>("used");
 
-    QTest::newRow("an old one in other letters") << "BROKEN" << QStringList({ "Broken", "Lost" }) << "1";
-    QTest::newRow("a new one") << "Bent" << QStringList({ "Broken", "Lost", "Bent" }) << "3";
-    QTest::newRow("a new one that another begins with") << "Brok" << QStringList({ "Broken", "Lost", "Brok" }) << "3";
+    QTest::newRow("an old one in other letters") << "BROKEN" << QStringList({"Broken", "Lost"}) << "1";
+    QTest::newRow("a new one") << "Bent" << QStringList({"Broken", "Lost", "Bent"}) << "3";
+    QTest::newRow("a new one that another begins with") << "Brok" << QStringList({"Broken", "Lost", "Brok"}) << "3";
 }
 
 void TestScrap::reasonsAreReusedOrAdded()
@@ -313,7 +311,7 @@ void TestScrap::toolIsNeverLost_data()
         << QStringList("CREATE TRIGGER NoScrap BEFORE INSERT ON Scrap BEGIN SELECT RAISE(ABORT, 'no scrap'); END")
         << QString() << QString();
     QTest::newRow("the tool's type is gone")
-        << QStringList({ "PRAGMA foreign_keys=OFF", "DELETE FROM Types WHERE ID=2" }) << QString()
+        << QStringList({"PRAGMA foreign_keys=OFF", "DELETE FROM Types WHERE ID=2"}) << QString()
         << "The tool could not be entered among the scrapped tools and was not deleted.";
 }
 
@@ -352,7 +350,7 @@ void TestScrap::charactersThatBreakStatementsCannotBeTyped()
 {
     whenModal<frmScrap>([](frmScrap &form) {
         for (QWidget *box :
-             { static_cast<QWidget *>(form.ui.txtNotes), static_cast<QWidget *>(form.ui.dbcScrapReason) }) {
+             {static_cast<QWidget *>(form.ui.txtNotes), static_cast<QWidget *>(form.ui.dbcScrapReason)}) {
             box->setFocus();
             QTest::keyClicks(QApplication::focusWidget(), "a|b'c\\d\"e*");
             QInputMethodEvent composed;

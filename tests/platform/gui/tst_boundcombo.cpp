@@ -30,7 +30,7 @@ void TestBoundCombo::initTestCase()
 {
     m_database = Workspace::first().createDatabase(m_folder.filePath("jobs.mdb"));
     m_database->executeNative("CREATE TABLE Jobs (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name TEXT)");
-    for (const char *name : { "12500", "1250", "Miller", "Miller", "Worn out" })
+    for (const char *name : {"12500", "1250", "Miller", "Miller", "Worn out"})
         m_database->execute(QStringLiteral("INSERT INTO Jobs (Name) VALUES('%1')").arg(name));
 }
 

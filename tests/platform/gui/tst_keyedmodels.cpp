@@ -41,7 +41,7 @@ void TestKeyedModels::treeKeepsKeysUniqueAndPathsWhole()
     tree.removeChildren(drills);
     QCOMPARE(tree.find("l2"), nullptr);
     tree.add(root, "l2", "Free again", {});
-    QCOMPARE(childTexts(root), QStringList({ "Drills", "Free again" }));
+    QCOMPARE(childTexts(root), QStringList({"Drills", "Free again"}));
 }
 
 void TestKeyedModels::sortedNodesTakeChildrenInTheirPlace()
@@ -50,9 +50,9 @@ void TestKeyedModels::sortedNodesTakeChildrenInTheirPlace()
     const QAbstractItemModelTester tester(&tree, QAbstractItemModelTester::FailureReportingMode::QtTest);
     KeyedTree::Node *root = tree.add(nullptr, "x0", "Tools", {});
     root->sorted = true;
-    for (const char *text : { "saw", "Drill", "\u00c4xte", "axle", "drill" })
+    for (const char *text : {"saw", "Drill", "\u00c4xte", "axle", "drill"})
         tree.add(root, QStringLiteral("l%1").arg(root->children.size()), text, {});
-    QCOMPARE(childTexts(root), QStringList({ "axle", "\u00c4xte", "Drill", "drill", "saw" }));
+    QCOMPARE(childTexts(root), QStringList({"axle", "\u00c4xte", "Drill", "drill", "saw"}));
     for (int row = 0; row < 5; ++row)
         QCOMPARE(root->children[size_t(row)]->row, row);
 }
@@ -69,8 +69,8 @@ void TestKeyedModels::movedNodesKeepWhatLiesBelow()
     tree.add(c, "l5", "Z", {});
 
     tree.move(a, c);
-    QCOMPARE(childTexts(root), QStringList({ "B", "C" }));
-    QCOMPARE(childTexts(c), QStringList({ "A", "Z" }));
+    QCOMPARE(childTexts(root), QStringList({"B", "C"}));
+    QCOMPARE(childTexts(c), QStringList({"A", "Z"}));
     QCOMPARE(KeyedTree::fullPath(tree.find("l4")), "Tools\\C\\A\\below A");
     tree.remove(b);
     QCOMPARE(c->row, 0);
@@ -82,14 +82,14 @@ void TestKeyedModels::aViewSeesNothingOfAFill()
     KeyedTree tree;
     tree.add(nullptr, "x0", "Tools", {});
     KeyedList list({});
-    list.setColumns({ { "Description", 2000 } });
-    list.add({ .key = "r1", .text = "Tap" });
+    list.setColumns({{"Description", 2000}});
+    list.add({.key = "r1", .text = "Tap"});
     {
         const KeyedTree::Filling fillingTree(tree);
         const KeyedList::Filling fillingList(list);
         tree.clear();
         tree.add(nullptr, "x0", "Tools", {});
-        list.add({ .key = "r2", .text = "Die" });
+        list.add({.key = "r2", .text = "Die"});
         QCOMPARE(tree.rowCount(), 0);
         QCOMPARE(list.rowCount(), 0);
         QCOMPARE(list.count(), 2);
@@ -102,16 +102,16 @@ void TestKeyedModels::oneDirectionServesAllHeadings()
 {
     KeyedList list({});
     const QAbstractItemModelTester tester(&list, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    list.setColumns({ { "Description", 2000 }, { "Part Number", 1440 } });
+    list.setColumns({{"Description", 2000}, {"Part Number", 1440}});
     const auto keys = [&] {
         QString all;
         for (int row = 0; row < list.count(); ++row)
             all += list.item(row).key;
         return all;
     };
-    list.addAll({ { .key = "a", .text = "tap", .subItems = { "3" } },
-                  { .key = "b", .text = "Drill", .subItems = { "1" } },
-                  { .key = "c", .text = "drill", .subItems = { "2" } } });
+    list.addAll({{.key = "a", .text = "tap", .subItems = {"3"}},
+                 {.key = "b", .text = "Drill", .subItems = {"1"}},
+                 {.key = "c", .text = "drill", .subItems = {"2"}}});
     list.clickHeading(0);
     QCOMPARE(keys(), "bca");
     list.clickHeading(0);
@@ -123,8 +123,8 @@ void TestKeyedModels::oneDirectionServesAllHeadings()
     {
         const KeyedList::Filling filling(list);
         list.clear();
-        list.add({ .key = "d", .text = "saw", .subItems = { "7" } });
-        list.add({ .key = "e", .text = "saw", .subItems = { "9" } });
+        list.add({.key = "d", .text = "saw", .subItems = {"7"}});
+        list.add({.key = "e", .text = "saw", .subItems = {"9"}});
     }
     QCOMPARE(keys(), "ed"); // sorting stays on
 }
@@ -132,8 +132,8 @@ void TestKeyedModels::oneDirectionServesAllHeadings()
 void TestKeyedModels::selectionFollowsItsItem()
 {
     KeyedList list({});
-    list.setColumns({ { "Description", 2000 } });
-    list.addAll({ { .key = "a", .text = "x" }, { .key = "b", .text = "m" }, { .key = "c", .text = "a" } });
+    list.setColumns({{"Description", 2000}});
+    list.addAll({{.key = "a", .text = "x"}, {.key = "b", .text = "m"}, {.key = "c", .text = "a"}});
     const QPersistentModelIndex selected = list.index(0, 0);
     list.clickHeading(0);
     QCOMPARE(list.item(selected.row()).key, "a");

@@ -28,7 +28,7 @@ ReportError errorOf(const QByteArray &content)
     } catch (const ReportError &error) {
         return error;
     }
-    return { ResultCode::ok, {} };
+    return {ResultCode::ok, {}};
 }
 
 }
@@ -107,11 +107,11 @@ void TestTemplate::readsTextPieces()
     QStringList kinds;
     for (const TextPiece &piece : pieces)
         kinds.append(piece.kind == TextPiece::Literal ? piece.text : QString::number(piece.kind));
-    QCOMPARE(kinds,
-             (QStringList{ "{", QString::number(TextPiece::FieldValue), "} and  ",
-                           QString::number(TextPiece::AggregateValue), "/", QString::number(TextPiece::AggregateValue),
-                           QString::number(TextPiece::AggregateValue), QString::number(TextPiece::PageNumber),
-                           QString::number(TextPiece::Parameter), " }{" }));
+    QCOMPARE(
+        kinds,
+        (QStringList{"{", QString::number(TextPiece::FieldValue), "} and  ", QString::number(TextPiece::AggregateValue),
+                     "/", QString::number(TextPiece::AggregateValue), QString::number(TextPiece::AggregateValue),
+                     QString::number(TextPiece::PageNumber), QString::number(TextPiece::Parameter), " }{"}));
     QCOMPARE(pieces[1].format.kind, FieldFormat::Currency);
     QCOMPARE(pieces[3].number, pieces[5].number);
     QCOMPARE(report.aggregates.size(), 2);

@@ -1,0 +1,14 @@
+#include "app/ModMain.h"
+#include "platform/gui/Icons.h"
+
+#include <QApplication>
+
+int main(int argc, char *argv[])
+{
+    QApplication application(argc, argv);
+    Q_INIT_RESOURCE(icons);
+    QApplication::setApplicationDisplayName("Vorlane Manager");
+    QApplication::setDesktopFileName("vorlane");
+    QApplication::setWindowIcon(Icons::icon("vorlane"));
+    return ModMain::Main();
+}

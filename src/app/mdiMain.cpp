@@ -1,0 +1,140 @@
+#include "app/mdiMain.h"
+
+#include "app/MenuTable.h"
+#include "app/frmSplash.h"
+#include "common/ProgramState.h"
+#include "explorer/frmTree.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/Icons.h"
+#include "platform/gui/MsgBox.h"
+#include "platform/system/ProgramFolder.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QScreen>
+#include <QToolBar>
+
+namespace {
+constexpr QSize usualSize(1000, 720);
+constexpr int pictureSide = 24;
+}
+
+mdiMain::mdiMain() : m_clientArea(new QMdiArea)
+{
+    setObjectName("mdiMain");
+    setTheMainFrame(this);
+    setCentralWidget(m_clientArea);
+    makeMenus();
+    makeToolbar();
+    resize(usualSize.boundedTo(screen()->availableSize()));
+}
+
+mdiMain::~mdiMain() { setTheMainFrame(nullptr); }
+
+void mdiMain::Load()
+{
+    frmSplash &splash = frmSplash::instance();
+    const struct Unload {
+        ~Unload() { frmSplash::unload(); }
+    } atTheEnd;
+    splash.show();
+    splash.repaint();
+    const HourGlass busy;
+    setWindowTitle("Dorvak Vorlane Manager Version " + ProgramFolder::version());
+    frmTree::instance().Startup(true);
+}
+
+void mdiMain::makeMenus()
+{
+    for (const MenuRow &row : menuTable()) {
+        QMenu *menu = row.hidden ? new QMenu(this) : menuBar()->addMenu(row.caption);
+        menu->setTitle(row.caption);
+        menu->setObjectName(row.name);
+        m_menus.insert(row.name, menu);
+        for (const MenuEntry &entry : row.entries) {
+            QAction *action = entry.caption ? menu->addAction(entry.caption) : menu->addSeparator();
+            action->setObjectName(entry.name);
+            m_entries.insert(entry.name, action);
+            if (entry.command)
+                onUserAction(action, &QAction::triggered, entry.command);
+        }
+    }
+    // Announced to the crib, on no menu yet.
+    auto *deleteScrapped = new QAction("Delete Scrapped Tool", this);
+    deleteScrapped->setObjectName("mnuDeleteScrapped");
+    m_entries.insert("mnuDeleteScrapped", deleteScrapped);
+    onUserAction(deleteScrapped, &QAction::triggered, this, &mdiMain::mnuDeleteScrapped_Click);
+    // The suite brings its own tables and reports.
+    for (const char *name : {"mnuTables", "mnuReports"})
+        menu(name)->menuAction()->setVisible(!ProgramState::SuiteInstalled);
+    connect(menu("mnuWindow"), &QMenu::aboutToShow, this, &mdiMain::mnuWindow_AboutToShow);
+}
+
+void mdiMain::makeToolbar()
+{
+    m_toolbar = addToolBar("Tools");
+    m_toolbar->setObjectName("Toolbar1");
+    m_toolbar->setMovable(false);
+    m_toolbar->setIconSize({pictureSide, pictureSide});
+    m_toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+    QAction *tools = m_toolbar->addAction(Icons::icon("tools"), "Tools");
+    tools->setObjectName("Toolbar1_1");
+    onUserAction(tools, &QAction::triggered, [] { frmTree::instance().Startup(false); });
+}
+
+void mdiMain::mnuWindow_AboutToShow()
+{
+    QMenu *windows = menu("mnuWindow");
+    windows->clear();
+    const QList<QMdiSubWindow *> open = m_clientArea->subWindowList();
+    for (QMdiSubWindow *window : open) {
+        const int number = int(open.indexOf(window)) + 1;
+        QAction *entry = windows->addAction(QStringLiteral("&%1 %2").arg(number).arg(window->windowTitle()));
+        entry->setCheckable(true);
+        entry->setChecked(window == m_clientArea->activeSubWindow());
+        connect(entry, &QAction::triggered, window, [this, window] { m_clientArea->setActiveSubWindow(window); });
+    }
+    if (open.isEmpty())
+        windows->addAction("(none)")->setEnabled(false);
+}
+
+void mdiMain::showChildWindow(QWidget *child, const QSize &size)
+{
+    QMdiSubWindow *window = m_clientArea->addSubWindow(child);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->resize(size);
+    const QSize client = m_clientArea->size();
+    window->move((client.width() - size.width()) / 2, (client.height() - m_toolbar->height() - size.height()) / 2);
+    child->show();
+    window->show();
+}
+
+void mdiMain::popUp(const QString &name, const QPoint &globalPosition, const QStringList &leftOut)
+{
+    const QList<QAction *> entries = menu(name)->actions();
+    for (QAction *entry : entries)
+        entry->setVisible(!leftOut.contains(entry->objectName()));
+    menu(name)->popup(globalPosition);
+}
+
+void mdiMain::showStartProgress(int percent, const QString &status)
+{
+    if (!frmSplash::isLoaded())
+        return;
+    frmSplash &splash = frmSplash::instance();
+    if (!status.isEmpty())
+        splash.ui.lblStat->setText(status);
+    splash.ui.pb1->setValue(percent);
+}
+
+void mdiMain::mnuDeleteScrapped_Click() { msgBox({.text = "Delete Scrapped Tool Under Construction"}); }
+
+void mdiMain::closeEvent(QCloseEvent *event)
+{
+    event->accept();
+    // The main window's end is the program's, whatever else is open.
+    QApplication::quit();
+}
