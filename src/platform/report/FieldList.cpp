@@ -21,11 +21,15 @@ Field Field::fromName(QStringView name)
 
 int FieldList::add(const Field &field)
 {
-    const QString key = field.name().toCaseFolded();
-    const auto known = m_numbers.constFind(key);
-    if (known != m_numbers.constEnd())
-        return *known;
-    m_numbers.insert(key, count());
+    const int known = find(field.table, field.column);
+    if (known >= 0)
+        return known;
+    m_numbers.insert(field.name().toCaseFolded(), count());
     m_fields.append(field);
     return count() - 1;
+}
+
+int FieldList::find(const QString &table, const QString &column) const
+{
+    return m_numbers.value(QString(table + '.' + column).toCaseFolded(), -1);
 }

@@ -27,6 +27,8 @@ class FieldList
 public:
     /// The number of `field`, in any case; a new one is added at the end.
     int add(const Field &field);
+    /// The number of that column, -1 where the report has none of it.
+    int find(const QString &table, const QString &column) const;
     int count() const { return int(m_fields.size()); }
     const Field &at(int number) const { return m_fields[number]; }
     Field &at(int number) { return m_fields[number]; }

@@ -72,20 +72,20 @@ bool holds(const FormulaCondition &condition, const Value *record)
     Q_UNREACHABLE();
 }
 
-void convert(FormulaConstant &constant, const Field &field)
+void checkKind(const FormulaConstant &constant, const Field &field)
 {
-    const bool isNumeric = field.kind == FieldKind::Number || field.kind == FieldKind::YesNo;
     bool fits = false;
-    if (constant.kind == FormulaConstant::Date) {
-        fits = field.kind == FieldKind::DateTime;
-    } else if (constant.kind == FormulaConstant::Number) {
-        fits = isNumeric || field.kind == FieldKind::Text;
-    } else if (isNumeric) {
-        const std::optional<double> number = numberIn(constant.text);
-        fits = number.has_value();
-        constant = {FormulaConstant::Number, {}, number.value_or(0)};
-    } else {
-        fits = field.kind == FieldKind::Text;
+    switch (field.kind) {
+    case FieldKind::Text:
+        fits = constant.kind != FormulaConstant::Date;
+        break;
+    case FieldKind::Number:
+    case FieldKind::YesNo:
+        fits = constant.kind == FormulaConstant::Number;
+        break;
+    case FieldKind::DateTime:
+        fits = constant.kind == FormulaConstant::Date;
+        break;
     }
     if (!fits)
         throw ReportError(ResultCode::errorInFormula,
@@ -96,8 +96,8 @@ void bindCondition(FormulaCondition &condition, const FieldList &fields)
 {
     for (FormulaCondition &part : condition.parts)
         bindCondition(part, fields);
-    for (FormulaConstant &constant : condition.constants)
-        convert(constant, fields.at(condition.field));
+    for (const FormulaConstant &constant : condition.constants)
+        checkKind(constant, fields.at(condition.field));
     if (condition.kind == FormulaCondition::OneOf)
         std::sort(condition.constants.begin(), condition.constants.end(), precedes);
 }
@@ -112,5 +112,16 @@ Formula Formula::parse(const QString &text, FieldList &fields, int line)
 }
 
 void Formula::bind(const FieldList &fields) { bindCondition(m_root, fields); }
+
+std::optional<std::vector<double>> Formula::numbersOf(int field) const
+{
+    const bool isList = m_root.kind == FormulaCondition::Equal || m_root.kind == FormulaCondition::OneOf;
+    if (!isList || m_root.field != field || m_root.constants.front().kind != FormulaConstant::Number)
+        return {};
+    std::vector<double> numbers;
+    for (const FormulaConstant &constant : m_root.constants)
+        numbers.push_back(constant.number);
+    return numbers;
+}
 
 bool Formula::matches(const Value *record) const { return holds(m_root, record); }

@@ -3,6 +3,7 @@
 #include "platform/engine/Value.h"
 #include "platform/report/FieldList.h"
 
+#include <optional>
 #include <vector>
 
 /// A constant of a formula. A date is text "yyyy-mm-dd".
@@ -47,13 +48,17 @@ public:
     /// @throws ReportError 20515 for a malformed formula, 20509 for a field without a table, 20500 over a limit.
     static Formula parse(const QString &text, FieldList &fields, int line = 0);
 
-    /// Brings the constants into the kind of the fields that they are compared with, now that `fields` knows it.
-    /// @throws ReportError 20515 for a text or a date that a number is compared with, and the like.
+    /// Makes the formula ready for records, now that `fields` knows what its columns hold.
+    /// @throws ReportError 20515 where a field is compared with a value of another kind. Only a number may stand for a
+    /// text: it compares with the texts that are numbers.
     void bind(const FieldList &fields);
 
     /// Of the template; 0 for a formula that stands in none.
     int line() const { return m_line; }
     bool isEmpty() const { return m_root.kind == FormulaCondition::All && m_root.parts.empty(); }
+    /// The numbers that `field` has in every record that matches, where the formula is no more than a list of them;
+    /// nothing for any other formula.
+    std::optional<std::vector<double>> numbersOf(int field) const;
     /// `record` holds a value for each field, by its number. Only after bind().
     bool matches(const Value *record) const;
 

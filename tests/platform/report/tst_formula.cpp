@@ -92,7 +92,6 @@ void TestFormula::comparesByKind_data()
     row("{T.Text} in 10 to 2", "Text", "9", true);
     row("{T.Number} = 1.5", "Number", 1.5, true);
     row("{T.Number}=-1e3", "Number", -1000, true);
-    row("{T.Number} = '12'", "Number", 12, true);
     row("{T.Number} in 25 to 10", "Number", 25, true);
     row("{T.Number} in 10 to 25", "Number", 25.5, false);
     row("{T.Number} <= .5", "Number", 0.5, true);
@@ -141,7 +140,7 @@ void TestFormula::andBindsTighterThanOr_data()
     QTest::newRow("without them") << "{T.Number} = 9 or {T.Number} > 2 and {T.Number} < 5" << QList<int>{3, 4, 9};
     QTest::newRow("nested") << "((({T.Number}=1)or(({T.Number}=2)and({T.Number}=2))))or{T.Number}=7"
                             << QList<int>{1, 2, 7};
-    QTest::newRow("a list among others") << "{T.Number} = 5 or {T.Number} <= 1 or {T.Number} = 3 or {T.Number} = '8'"
+    QTest::newRow("a list among others") << "{T.Number} = 5 or {T.Number} <= 1 or {T.Number} = 3 or {T.Number} = 8"
                                          << QList<int>{0, 1, 3, 5, 8};
     QTest::newRow("two lists") << "({T.Number} = 5 or {T.Number} = 3) and ({T.Number} = 3 or {T.Number} = 1)"
                                << QList<int>{3};
@@ -172,8 +171,8 @@ void TestFormula::refusesWhatItCannotRead_data()
           "{T.Date} = date(2024,1.5,1)", "{T.Date} = date(99999,1,1)", "not {T.Number} = 1", "{T.Number} = 1; delete",
           "{T.Number} = 1e999",
           // values of another kind than the field's
-          "{T.Number} = 'abc'", "{T.Number} = date(2024,1,1)", "{T.Date} = 5", "{T.Date} = 'x'",
-          "{T.Text} = date(2024,1,1)", "{T.Number} = 1 or {T.Number} = 'x'"})
+          "{T.Number} = 'abc'", "{T.Number} = '12'", "{T.Flag} = 'true'", "{T.Number} = date(2024,1,1)", "{T.Date} = 5",
+          "{T.Date} = 'x'", "{T.Text} = date(2024,1,1)", "{T.Number} = 1 or {T.Number} = 'x'"})
         QTest::newRow(formula) << formula << int(ResultCode::errorInFormula);
     for (const char *formula :
          {"{Number} = 1", "{} = 1", "{.Number} = 1", "{T.} = 1", "{T.a.b} = 1", "{T.[a]} = 1", "{T.a;b} = 1"})

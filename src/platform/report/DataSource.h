@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/engine/Database.h"
+#include "platform/report/Progress.h"
+#include "platform/report/Records.h"
+
+/// Where a report's records come from: a template and a selection formula held against a database.
+class DataSource
+{
+public:
+    /// Learns the kinds of the template's fields and checks everything that depends on them. Nothing is read yet.
+    /// @throws ReportError 20537 for a table that the database lacks, 20509 for an unknown field, 20515 for a selection
+    /// and 20525 for a template that compares, formats or groups what it cannot, 20521 for a sum over texts.
+    DataSource(Database &database, Template &report, Formula &selection);
+
+    /// @throws ReportError 20500 for too many records; EngineError.
+    Records read(const Progress &progress) const;
+
+private:
+    void learnKinds();
+    void checkJoins() const;
+    void checkFormats();
+    void checkGroups() const;
+    void checkAggregates() const;
+    void bindFormulas();
+    FieldKind kindOf(const TextPiece &piece) const;
+    QString statement() const;
+    /// Reads the records of `statement` that match, and adds their values.
+    void readInto(std::vector<Value> &values, const QString &statement) const;
+    void readListed(std::vector<Value> &values, const std::vector<double> &keys, const Progress &progress) const;
+    void readInParts(std::vector<Value> &values, const Progress &progress) const;
+
+    Database &m_database;
+    Template &m_template;
+    Formula &m_selection;
+    QString m_key; ///< the template's table's counter; empty where it has none
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "db/Schema.h"
+#include "platform/engine/Workspace.h"
+#include "platform/report/TemplateReader.h"
+#include "platform/system/ProgramFolder.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+/// A program folder of its own with an empty crib in it.
+class ReportCrib
+{
+public:
+    ReportCrib() : database(Workspace::first().createDatabase(folder.filePath("crib.mdb")))
+    {
+        ProgramFolder::setPath(folder.path());
+        database->executeNative("PRAGMA synchronous = OFF");
+        Schema::create(*database);
+    }
+    ~ReportCrib() { ProgramFolder::setPath({}); }
+
+    void execute(const QString &statement) { database->execute(statement); }
+    void fill(const char *native) { database->executeNative(native); }
+    void addTemplate(const QString &name, const QByteArray &content) const
+    {
+        QFile file(folder.filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+            qFatal("no template");
+    }
+
+    QTemporaryDir folder;
+    std::unique_ptr<Database> database;
+};
+
+/// A template that prints `text` for each record of `data`, in one column; `bands` go between.
+inline QByteArray simpleTemplate(const QByteArray &data, const QByteArray &text, const QByteArray &bands = {})
+{
+    return "<report version=\"1\"><data>" + data
+        + "</data><columns><column name=\"a\" width=\"1\" wrap=\"yes\"/></columns>" + bands
+        + "<detail><line><cell in=\"a\">" + text + "</cell></line></detail></report>";
+}
