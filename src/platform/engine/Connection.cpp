@@ -1,6 +1,7 @@
 #include "platform/engine/Connection.h"
 
 #include "platform/engine/SqlFunctions.h"
+#include "platform/engine/dialect/SqlText.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -28,10 +29,6 @@ ValueKind kindOf(const QString &declared)
         return ValueKind::Long;
     return ValueKind::Number;
 }
-
-QString quoted(QString text) { return u'\'' + text.replace(u'\'', QLatin1String("''")) + u'\''; }
-
-QString quotedName(QString name) { return u'"' + name.replace(u'"', QLatin1String("\"\"")) + u'"'; }
 
 void bind(sqlite3_stmt *statement, int parameter, const Value &value)
 {
@@ -171,11 +168,11 @@ dialect::Schema Connection::schema()
         table.name = tables.at(i, 0).toText();
         table.hasRowNumbers = !tables.at(i, 1).toBool();
         const RowStore columns =
-            read(QStringLiteral("SELECT name, type FROM pragma_table_info(%1)").arg(quoted(table.name)));
+            read(QStringLiteral("SELECT name, type FROM pragma_table_info(%1)").arg(dialect::quotedText(table.name)));
         for (int c = 0; c < columns.rowCount(); ++c)
             table.columns.push_back({columns.at(c, 0).toText(), kindOf(columns.at(c, 1).toText())});
         const RowStore keys = read(QStringLiteral("SELECT \"from\", \"table\", \"to\" FROM pragma_foreign_key_list(%1)")
-                                       .arg(quoted(table.name)));
+                                       .arg(dialect::quotedText(table.name)));
         for (int k = 0; k < keys.rowCount(); ++k)
             table.foreignKeys.push_back({keys.at(k, 0).toText(), keys.at(k, 1).toText(), keys.at(k, 2).toText()});
         schema.tables.push_back(std::move(table));
@@ -187,9 +184,9 @@ bool Connection::hasPartner(const dialect::Reference &reference, const std::vect
 {
     const QString column = reference.key.parentColumn.isEmpty() ? QStringLiteral("rowid") : reference.key.parentColumn;
     try {
-        const Prepared statement =
-            prepare(QStringLiteral("SELECT 1 FROM %1 WHERE %2 = %3")
-                        .arg(quotedName(reference.key.parentTable), quotedName(column), reference.value));
+        const Prepared statement = prepare(
+            QStringLiteral("SELECT 1 FROM %1 WHERE %2 = %3")
+                .arg(dialect::quotedName(reference.key.parentTable), dialect::quotedName(column), reference.value));
         RowStore found(1);
         run(statement.get(), values, &found);
         return found.rowCount() > 0;

@@ -3,7 +3,7 @@
 #include "platform/engine/Database.h"
 #include "platform/engine/EngineError.h"
 #include "platform/engine/RowStore.h"
-#include "platform/engine/dialect/SqliteWriter.h"
+#include "platform/engine/dialect/Translation.h"
 
 #include <memory>
 #include <optional>

@@ -3,6 +3,7 @@
 #include "platform/engine/RecordsetPrivate.h"
 #include "platform/engine/StoredValue.h"
 #include "platform/engine/dialect/Parser.h"
+#include "platform/engine/dialect/SqliteWriter.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -25,15 +26,16 @@ Value literalValue(const dialect::Literal &literal, const dialect::Parameter &pa
         value = parameter.negated ? -literal.value.toDouble() : literal.value.toDouble();
     else if (parameter.shortDate)
         value = literal.value.left(shortDateLength);
-    return parameter.column == dialect::ValueKind::Unknown ? value : storedValue(value, parameter.column);
+    return parameter.storedAs == dialect::ValueKind::Unknown ? value : storedValue(value, parameter.storedAs);
 }
 
 }
 
 bool Database::Private::fits(const Kept &kept, const std::vector<dialect::Literal> &literals) const
 {
-    return std::ranges::all_of(kept.translation.pinned,
-                               [&](const auto &pinned) { return literals[pinned.first].value == pinned.second; });
+    return std::ranges::all_of(kept.translation.pinned, [&](const dialect::PinnedLiteral &pinned) {
+        return literals[pinned.literal].value == pinned.value;
+    });
 }
 
 Database::Private::Kept &Database::Private::ready(const QString &statement)

@@ -2,12 +2,12 @@
 
 #include "platform/engine/StoredValue.h"
 #include "platform/engine/dialect/Parser.h"
+#include "platform/engine/dialect/SqlText.h"
+#include "platform/engine/dialect/SqliteWriter.h"
 
 #include <sqlite3.h>
 
 namespace {
-
-QString quotedName(QString name) { return u'"' + name.replace(u'"', QLatin1String("\"\"")) + u'"'; }
 
 [[noreturn]] void noCurrentRecord()
 {
@@ -196,7 +196,7 @@ void Recordset::update()
     QStringList names, parameters, assignments, columns;
     std::vector<Value> values;
     for (size_t i = 0; i < d->columns.size(); ++i) {
-        columns.append(quotedName(d->columns[i].name));
+        columns.append(dialect::quotedName(d->columns[i].name));
         if (!d->changes[i])
             continue;
         values.push_back(*d->changes[i]);
@@ -212,14 +212,16 @@ void Recordset::update()
         return;
     }
     if (adding && values.empty()) {
-        translation.sql = QLatin1String("INSERT INTO ") + quotedName(d->table) + QLatin1String(" DEFAULT VALUES");
+        translation.sql =
+            QLatin1String("INSERT INTO ") + dialect::quotedName(d->table) + QLatin1String(" DEFAULT VALUES");
     } else if (adding) {
         translation.sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                              .arg(quotedName(d->table), names.join(u','), parameters.join(u','));
+                              .arg(dialect::quotedName(d->table), names.join(u','), parameters.join(u','));
     } else {
         values.push_back(d->rows->at(d->current, fieldCount()));
-        translation.sql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
-                              .arg(quotedName(d->table), assignments.join(u','), QString::number(values.size()));
+        translation.sql =
+            QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
+                .arg(dialect::quotedName(d->table), assignments.join(u','), QString::number(values.size()));
     }
     translation.sql += QLatin1String(" RETURNING ") + columns.join(u',') + QLatin1String(", rowid");
     const RowStore stored = d->store(translation, values);
@@ -237,7 +239,7 @@ void Recordset::remove()
     dialect::Translation translation;
     translation.kind = dialect::Statement::Delete;
     translation.table = d->table;
-    translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(quotedName(d->table));
+    translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(dialect::quotedName(d->table));
     d->store(translation, {d->rows->at(d->current, fieldCount())});
     d->rows->remove(d->current);
     d->mode = Private::Reading;

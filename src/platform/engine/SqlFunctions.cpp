@@ -2,7 +2,7 @@
 
 #include "platform/engine/LikePattern.h"
 #include "platform/engine/StoredValue.h"
-#include "platform/engine/dialect/SqliteWriter.h"
+#include "platform/engine/dialect/Translation.h"
 #include "platform/text/Format.h"
 #include "platform/text/TextCompare.h"
 
@@ -58,10 +58,10 @@ void function(sqlite3_context *context, int count, sqlite3_value **arguments)
     }
 }
 
-Value upperCase(sqlite3_value **arguments, int)
+Value inCapitals(sqlite3_value **arguments, int)
 {
     const Value value = valueOf(arguments[0]);
-    return value.isNull() ? value : value.toText().toUpper();
+    return value.isNull() ? value : upperCase(value.toText());
 }
 
 Value concatenate(sqlite3_value **arguments, int count)
@@ -83,8 +83,6 @@ Value currency(sqlite3_value **arguments, int)
     const Value value = storedValue(valueOf(arguments[0]), ValueKind::Number);
     return value.isNull() ? QString(QLatin1String("")) : Format::currency(value.toNumber());
 }
-
-Value toNumber(sqlite3_value **arguments, int) { return storedValue(valueOf(arguments[0]), ValueKind::Number); }
 
 Value stored(sqlite3_value **arguments, int)
 {
@@ -122,11 +120,10 @@ void registerSqlFunctions(sqlite3 *connection, std::optional<EngineError> &refus
         constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
         sqlite3_create_function_v2(connection, name, arguments, flags, &refused, body, nullptr, nullptr, nullptr);
     };
-    add(dialect::names::upperCase, 1, function<upperCase>);
+    add(dialect::names::upperCase, 1, function<inCapitals>);
     add(dialect::names::concatenate, -1, function<concatenate>);
     add(dialect::names::shortDate, 1, function<shortDate>);
     add(dialect::names::currency, 1, function<currency>);
-    add(dialect::names::toNumber, 1, function<toNumber>);
     add(dialect::names::stored, 2, function<stored>);
     add(dialect::names::like, 2, like);
 }

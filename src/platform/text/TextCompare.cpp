@@ -107,6 +107,21 @@ int compareFast(Text a, Text b, Rest rest)
     return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
 }
 
+/// Each character of `text` by one of QChar's simple mappings, which never change a text's length in characters.
+template<QChar (QChar::*near)() const, char32_t (*any)(char32_t)>
+QString mapped(QString text)
+{
+    if (!std::ranges::any_of(text, [](QChar c) { return c.isSurrogate(); })) {
+        for (QChar &c : text)
+            c = (c.*near)();
+        return text;
+    }
+    QString result;
+    for (Characters character(text); character.hasNext();)
+        result += QChar::fromUcs4(any(character.next()));
+    return result;
+}
+
 }
 
 int compareText(QStringView a, QStringView b)
@@ -122,17 +137,6 @@ int compareText(std::string_view a, std::string_view b)
     });
 }
 
-QString foldCase(QString text)
-{
-    bool pairs = false;
-    for (QChar &c : text) {
-        pairs = pairs || c.isSurrogate();
-        c = c.toCaseFolded();
-    }
-    if (!pairs)
-        return text;
-    QString folded;
-    for (Characters character(text); character.hasNext();)
-        folded += QChar::fromUcs4(QChar::toCaseFolded(character.next()));
-    return folded;
-}
+QString foldCase(QString text) { return mapped<&QChar::toCaseFolded, &QChar::toCaseFolded>(text); }
+
+QString upperCase(QString text) { return mapped<&QChar::toUpper, &QChar::toUpper>(text); }

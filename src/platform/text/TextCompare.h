@@ -16,3 +16,6 @@ int compareText(std::string_view a, std::string_view b);
 /// `text` in the form in which texts that differ in case only are the same. One character stays one
 /// character, which patterns with single-character wildcards rely on.
 QString foldCase(QString text);
+
+/// `text` in capitals, one character for one, so that it still compares equal to `text`.
+QString upperCase(QString text);

@@ -144,6 +144,7 @@ dialect::Token dialect::Lexer::next()
 dialect::Shape dialect::shapeOf(QStringView statement)
 {
     Shape shape;
+    shape.text.reserve(statement.size());
     Lexer lexer(statement);
     qsizetype copied = 0;
     for (Token token = lexer.next(); token.kind != Token::End; token = lexer.next()) {

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "platform/engine/dialect/Schema.h"
+#include "platform/engine/dialect/Statement.h"
+#include "platform/engine/dialect/Translation.h"
+
+#include <QStringList>
+
+namespace dialect {
+
+/// An expression in the language of the engine below.
+struct Written {
+    QString sql;
+    ValueKind kind = ValueKind::Unknown;
+};
+
+/// A table as a statement's FROM calls it.
+struct NamedTable {
+    QString name;
+    const Table *table;
+    bool byPosition = false; ///< its columns are called column1 onwards
+};
+
+/// Where a column was found: nowhere, once or, in several tables, more often.
+struct FoundColumn {
+    int times = 0;
+    const NamedTable *table = nullptr;
+    int column = -1;
+
+    const Column &operator*() const { return table->table->columns[column]; }
+};
+
+/// Writes the conditions and values of one statement over the tables that it names.
+class ExpressionWriter
+{
+public:
+    explicit ExpressionWriter(Literals literals) : m_literals(literals) { }
+
+    // ---- tables and columns
+    /// @throws EngineError for a second table of the same name.
+    void addTable(const NamedTable &table);
+    const std::vector<NamedTable> &tables() const { return m_tables; }
+    FoundColumn find(const Expression &column) const;
+    static Written column(const NamedTable &table, int column);
+    static QString positionName(size_t position);
+    /// Takes a name that no table has for a parameter, as the engine does; refuseMissing() says in
+    /// the end how many the statement lacks.
+    void addMissing(const QString &name);
+    void refuseMissing() const;
+
+    // ---- conditions and values
+    /// A condition gives 1, 0 or null.
+    QString condition(const Expression &expression);
+    /// A value; a condition among them is -1, 0 or null.
+    Written value(const Expression &expression);
+    /// A value of a SELECT's list, which alone may count; afterwards refuseMixedCount().
+    Written output(const Expression &expression);
+    /// Notes that a star stands in a SELECT's list.
+    void addAllColumns() { m_plainColumn = QStringLiteral("*"); }
+    /// Refuses a list that counts rows and shows a row's columns beside.
+    void refuseMixedCount() const;
+    /// A value as `column` stores it.
+    QString stored(const Expression &expression, const Column &column);
+    static QString stored(const Written &written, const Column &column);
+    /// Whether both mean the same value.
+    bool same(const Expression &a, const Expression &b);
+    /// Notes that the statement's translation depends on the literal's value.
+    void pin(const Expression &literal);
+    static QString collated(const Written &text);
+
+    /// What the statement's literals became.
+    std::vector<Parameter> parameters;
+    std::vector<PinnedLiteral> pinned;
+
+private:
+    FoundColumn find(QStringView qualifier, QStringView name) const;
+    Written column(const Expression &expression);
+
+    QString parameter(const Parameter &parameter);
+    Written literal(const Expression &expression, const Parameter &use);
+    Written literal(const Expression &expression);
+    QString inlineLiteral(const Expression &expression, const Parameter &use) const;
+
+    std::vector<Written> comparedValues(const Expression &expression);
+    Written comparedValue(const Expression &operand, ValueKind other, bool shortDates);
+    QString comparison(const Expression &expression);
+    QString between(const Expression &expression);
+    QString in(const Expression &expression);
+
+    Written number(const Expression &expression);
+    Written arithmetic(const Expression &expression);
+    Written function(const Expression &expression);
+    Written count(const Expression &expression);
+    Written choice(const Expression &expression);
+    Written format(const Expression &expression);
+
+    /// What may stand where: counting, plain columns beside it.
+    enum class Place { Row, Output, Counted };
+
+    Literals m_literals;
+    std::vector<NamedTable> m_tables;
+    QStringList m_missing;
+    Place m_place = Place::Row;
+    bool m_counts = false;
+    QString m_plainColumn; ///< the first column outside of a count
+};
+
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace dialect {
+
+/// A name in the engine's own quotes, whatever it holds.
+QString quotedName(QString name);
+/// A text literal of the engine's own language.
+QString quotedText(QString text);
+
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/engine/dialect/Schema.h"
+#include "platform/engine/dialect/Statement.h"
+
+namespace dialect {
+
+/// The collation and the functions that a written statement calls; the engine registers them.
+namespace names {
+inline constexpr char collation[] = "VORLANETEXT"; ///< compareText()
+inline constexpr char concatenate[] = "vorlane_concatenate";
+inline constexpr char like[] = "vorlane_like";
+inline constexpr char upperCase[] = "vorlane_ucase";
+inline constexpr char shortDate[] = "vorlane_short_date";
+inline constexpr char currency[] = "vorlane_currency";
+inline constexpr char stored[] = "vorlane_stored"; ///< (value, int(ValueKind)): as a column of the kind holds it
+}
+
+/// Whether literals become parameters of the statement, as they do where it is kept, or stand in it.
+enum class Literals { AsParameters, Inline };
+
+/// A literal that is handed over when the translated statement runs.
+struct Parameter {
+    int literal = -1; ///< its place among the statement's literals
+    bool negated = false;
+    bool shortDate = false; ///< a date that is compared with a short date's text
+    ValueKind storedAs = ValueKind::Unknown; ///< kind of the column that it is stored in or compared with
+};
+
+/// A literal whose value went into the translation: another statement of the same shape is
+/// translated alike only where it has the same value there.
+struct PinnedLiteral {
+    int literal;
+    QString value;
+};
+
+struct OutputColumn {
+    QString name;
+    ValueKind kind;
+};
+
+/// A value that an action puts into a column which refers to another table.
+struct Reference {
+    ForeignKey key;
+    QString value; ///< as the translated statement has it
+};
+
+/// A statement in the language of the engine below.
+struct Translation {
+    Statement::Kind kind = Statement::SelectRows;
+    QString sql;
+    std::vector<Parameter> parameters; ///< for "?1" onwards
+    std::vector<PinnedLiteral> pinned;
+    std::vector<OutputColumn> columns; ///< of a SELECT
+    /// That an action writes to, or whose rows can be changed through the SELECT; it then gives the
+    /// row's number behind its columns.
+    QString table;
+    std::vector<Reference> references; ///< of an action
+};
+
+}
