@@ -8,6 +8,12 @@
 #include <QLabel>
 #include <QLineEdit>
 
+namespace {
+
+const QString overheadLabel = QStringLiteral("Overhead Operation");
+
+}
+
 JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent)
     : QObject(parent), m_boxes(boxes), m_wording(wording)
 {
@@ -18,6 +24,11 @@ JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent
     m_boxes.dbcJobType->setSource(
         openRecordset("Select Index,Code from LineItemType where code ='Job' or code ='Overhead'"), "Code", "index");
     GetJobOverheadList();
+    // The boxes stay where they are when the label gets its text.
+    for (const QString &text : { m_wording.jobLabel, overheadLabel }) {
+        const int width = m_boxes.lblJob->fontMetrics().horizontalAdvance(text);
+        m_boxes.lblJob->setMinimumWidth(qMax(m_boxes.lblJob->minimumWidth(), width));
+    }
     onUserAction(m_boxes.dbcEmp, &BoundCombo::chosen, this, &JobPicker::dbcEmp_Change);
     onUserAction(m_boxes.dbcJobType, &BoundCombo::chosen, this, &JobPicker::GetJobOverheadList);
 }
@@ -35,7 +46,7 @@ void JobPicker::GetJobOverheadList()
         m_boxes.lblJob->setText(m_wording.jobLabel);
     } else if (jobType == "Overhead") {
         dbcJob->setSource(openRecordset(m_wording.overheadStatement), "Description", "OperNo");
-        m_boxes.lblJob->setText("Overhead Operation");
+        m_boxes.lblJob->setText(overheadLabel);
     } else {
         dbcJob->clearSource();
         m_boxes.lblJob->clear();

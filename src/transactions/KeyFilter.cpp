@@ -2,7 +2,9 @@
 
 #include "transactions/MainSubs.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -22,9 +24,12 @@ void KeyFilter::watch(QWidget *box)
 {
     auto *filter = new KeyFilter(box);
     box->installEventFilter(filter);
-    // A combo box hands keys on to its line edit without asking the line edit's filters, but not every key comes so.
-    if (auto *combo = qobject_cast<QComboBox *>(box))
+    // Keys reach a combo box by its line edit as well, and by the list of completions while that is open.
+    if (auto *combo = qobject_cast<QComboBox *>(box)) {
         combo->lineEdit()->installEventFilter(filter);
+        if (QAbstractItemView *completions = combo->completer()->popup())
+            completions->installEventFilter(filter);
+    }
 }
 
 bool KeyFilter::eventFilter(QObject *box, QEvent *event)
@@ -39,6 +44,9 @@ bool KeyFilter::eventFilter(QObject *box, QEvent *event)
         QString text = composed->commitString();
         text.removeIf(isDropped);
         composed->setCommitString(text, composed->replacementStart(), composed->replacementLength());
+    } else if (event->type() == QEvent::Show) {
+        // The completer has put its own filter first.
+        box->installEventFilter(this);
     }
     return QObject::eventFilter(box, event);
 }
