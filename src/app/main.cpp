@@ -7,7 +7,7 @@ int main(int argc, char *argv[])
 {
     QApplication application(argc, argv);
     Q_INIT_RESOURCE(icons);
-    QApplication::setApplicationDisplayName("Vorlane Manager");
+    QApplication::setApplicationName("Vorlane Manager");
     QApplication::setDesktopFileName("vorlane");
     QApplication::setWindowIcon(Icons::icon("vorlane"));
     return ModMain::Main();

@@ -18,7 +18,7 @@
 #include <QToolBar>
 
 namespace {
-constexpr QSize usualSize(1000, 720);
+constexpr QSize usualSize(860, 660);
 constexpr int pictureSide = 24;
 }
 
@@ -106,6 +106,7 @@ void mdiMain::showChildWindow(QWidget *child, const QSize &size)
     QMdiSubWindow *window = m_clientArea->addSubWindow(child);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->resize(size);
+    layout()->activate(); // the first child comes before the frame is shown
     const QSize client = m_clientArea->size();
     window->move((client.width() - size.width()) / 2, (client.height() - m_toolbar->height() - size.height()) / 2);
     child->show();
