@@ -1,0 +1,35 @@
+#pragma once
+
+#include "catalogue/FolderKind.h"
+
+#include "ui_FolderEditor.h"
+
+/// The editors of storage locations and tool types, `frmLocationNewEdit` and `frmTypeNewEdit`: add a folder below
+/// another one, or rename one. What is saved shows in the explorer's tree at once.
+class FolderEditor : public QDialog
+{
+    Q_OBJECT
+public:
+    /// Shows the editor until it is closed. In the mode "New" it adds folders below the folder `parentId`, 0 for the
+    /// tree's root, which the caption calls `parentText`; in any other it renames the folder `id`.
+    /// @returns whether anything was saved.
+    static bool Startup(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId);
+
+    /// Whether the text may be saved; if not, says why. Names are unique over the whole table. Only a new folder must
+    /// differ from all: a rename onto the name of one other folder passes, as the suite has it.
+    bool ValidData();
+    void SaveRecord();
+
+    Ui::FolderEditor ui;
+
+private:
+    FolderEditor(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId);
+    void cmdOK_Click();
+    void cmdOKNew_Click();
+
+    const FolderKind &m_kind;
+    bool m_isNew;
+    int m_id;
+    int m_parentId;
+    bool m_saved = false;
+};

@@ -1,0 +1,31 @@
+#pragma once
+
+/// What differs between the windows of storage locations and those of tool types: names, words and statements. All
+/// else is told once, in FolderEditor and FolderList.
+struct FolderKind {
+    const char *mode; ///< the explorer's word for the tree
+
+    const char *editor;
+    const char *newCaption;
+    const char *editCaption;
+    const char *frame;
+    const char *textBox;
+    const char *numberMessage;
+    const char *duplicateMessage;
+    // Statements up to the value that follows.
+    const char *descriptionOf;
+    const char *countNamed;
+    const char *idNamed;
+    const char *insert;
+    const char *rename;
+
+    const char *list;
+    const char *listCaption;
+    const char *listStatement;
+    const char *inUseMessage;
+    const char *otherErrorMessage;
+    bool &listOpen;
+
+    static const FolderKind location;
+    static const FolderKind type;
+};

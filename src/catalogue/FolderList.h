@@ -1,0 +1,28 @@
+#pragma once
+
+#include "catalogue/FolderKind.h"
+#include "platform/engine/Recordset.h"
+
+#include "ui_FolderList.h"
+
+/// The list windows of storage locations and tool types, `frmLocation` and `frmType`: all folders of a tree by name.
+class FolderList : public QDialog
+{
+    Q_OBJECT
+public:
+    /// Shows the window until it is closed.
+    static void showModal(const FolderKind &kind);
+    ~FolderList() override;
+
+    Ui::FolderList ui;
+
+private:
+    explicit FolderList(const FolderKind &kind);
+    void load();
+    void cmdNew_Click();
+    void cmdEdit_Click();
+    void cmdDelete_Click();
+
+    const FolderKind &m_kind;
+    Recordset m_folders; ///< row for row what the list shows
+};
