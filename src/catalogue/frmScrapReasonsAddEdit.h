@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ui_frmScrapReasonsAddEdit.h"
+
+/// Adds scrap reasons or gives one other words. No two reasons may be alike.
+class frmScrapReasonsAddEdit : public QDialog
+{
+    Q_OBJECT
+public:
+    /// Shows the editor until it is closed: in the mode "New" for new reasons, in any other for the reason `id`.
+    /// @returns whether anything was saved.
+    static bool Startup(const QString &mode, int id);
+
+    Ui::frmScrapReasonsAddEdit ui;
+
+private:
+    frmScrapReasonsAddEdit(const QString &mode, int id);
+    void loadReason();
+    bool ValidData();
+    void SaveRecord();
+    void cmdOK_Click();
+    void cmdOKNew_Click();
+
+    bool m_isNew;
+    QString m_id;
+    bool m_saved = false;
+};
