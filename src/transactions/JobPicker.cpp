@@ -25,7 +25,7 @@ JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent
         openRecordset("Select Index,Code from LineItemType where code ='Job' or code ='Overhead'"), "Code", "index");
     GetJobOverheadList();
     // The boxes stay where they are when the label gets its text.
-    for (const QString &text : { m_wording.jobLabel, overheadLabel }) {
+    for (const QString &text : {m_wording.jobLabel, overheadLabel}) {
         const int width = m_boxes.lblJob->fontMetrics().horizontalAdvance(text);
         m_boxes.lblJob->setMinimumWidth(qMax(m_boxes.lblJob->minimumWidth(), width));
     }

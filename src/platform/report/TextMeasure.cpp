@@ -23,6 +23,12 @@ const TextMeasure::Face &TextMeasure::face(double size, bool bold)
     return m_faces.insert({{pixels, bold}, {font, metrics, std::ceil(metrics.height() * 1.12)}}).first->second;
 }
 
+double TextMeasure::baseline(double size, bool bold)
+{
+    const Face &face = this->face(size, bold);
+    return face.metrics.ascent() + (lineHeight(size) - face.metrics.height()) / 2;
+}
+
 double TextMeasure::width(const QString &text, double size, bool bold)
 {
     return face(size, bold).metrics.horizontalAdvance(text);

@@ -18,7 +18,8 @@ public:
 
     /// A font whose pixels are twips. `size` is in points here and below.
     const QFont &font(double size, bool bold) { return face(size, bold).font; }
-    double ascent(double size, bool bold) { return face(size, bold).metrics.ascent(); }
+    /// From the top of a line to the letters' feet.
+    double baseline(double size, bool bold);
     /// From one line to the next, for regular and bold texts alike.
     double lineHeight(double size) { return face(size, false).lineHeight; }
     double width(const QString &text, double size, bool bold);
