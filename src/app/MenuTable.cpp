@@ -1,9 +1,10 @@
 #include "app/MenuTable.h"
 
 #include "app/mdiMain.h"
+#include "catalogue/frmScrapReasons.h"
 #include "explorer/frmTree.h"
-#include "platform/gui/MsgBox.h"
 #include "transactions/MainSubs.h"
+#include "transactions/frmScrap.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ std::vector<MenuRow> menuTable()
          "&Tables",
          shown,
          {
-             {"mnuScrapReasons", "&Scrap Reasons"},
+             {"mnuScrapReasons", "&Scrap Reasons", [] { frmScrapReasons::showModal(); }},
          }},
         {"mnuReports",
          "&Reports",
@@ -48,9 +49,9 @@ std::vector<MenuRow> menuTable()
              {"mnuAddToolType", "Add Type", raiseTreeNewType},
              {"mnuNewToolinType", "Add Tool to Type", raiseTreeNewTool},
              {"mnuHyphen2"},
-             {"mnuEditToolType", "Edit Type"},
+             {"mnuEditToolType", "Edit Type", [] { frmTree::instance().cmdEdit_Click(); }},
              {"mnuHyphen3"},
-             {"mnuDeleteToolType", "Delete Type"},
+             {"mnuDeleteToolType", "Delete Type", [] { frmTree::instance().cmdDelete_Click(); }},
          }},
         {"mnuTreePopLoc",
          "TreePopLoc",
@@ -59,9 +60,9 @@ std::vector<MenuRow> menuTable()
              {"mnuAddLocation", "Add Location", raiseTreeNewLocation},
              {"mnuAddToolinLocation", "Add Tool to Location", raiseTreeNewTool},
              {"mnuHyphen4"},
-             {"mnuEditLocation", "Edit Location"},
+             {"mnuEditLocation", "Edit Location", [] { frmTree::instance().cmdEdit_Click(); }},
              {"mnuHyphen5"},
-             {"mnuDeleteLocation", "Delete Location"},
+             {"mnuDeleteLocation", "Delete Location", [] { frmTree::instance().cmdDelete_Click(); }},
          }},
         {"mnuTreePopTool",
          "TreePopTool",
@@ -69,11 +70,11 @@ std::vector<MenuRow> menuTable()
          {
              {"mnuCheckOut", "Check Out Tool", MainSubs::CheckOutSelectedTool},
              {"mnuCheckIn", "Check In Tool", MainSubs::CheckInSelectedTool},
-             {"mnuScrapTool", "Scrap Tool"},
+             {"mnuScrapTool", "Scrap Tool", [] { frmScrap::showModal(); }},
              {"mnuHyphen6"},
              {"mnuAddTool", "New Tool", raiseTreeNewTool},
-             {"mnuEditTool", "Edit Tool"},
-             {"mnuDeleteTool", "Delete Tool"},
+             {"mnuEditTool", "Edit Tool", [] { frmTree::instance().TreeEditTool(); }},
+             {"mnuDeleteTool", "Delete Tool", [] { frmTree::instance().TreeDeleteItems(); }},
          }},
         {"mnuTreeNew",
          "TreeNew",
@@ -87,29 +88,29 @@ std::vector<MenuRow> menuTable()
          "TreeEdit",
          hidden,
          {
-             {"mnuTreeEditTool", "Edit Tool"},
-             {"mnuTreeEditType", "Edit Type"},
-             {"mnuTreeEditLocation", "Edit Location"},
+             {"mnuTreeEditTool", "Edit Tool", [] { frmTree::instance().TreeEditTool(); }},
+             {"mnuTreeEditType", "Edit Type", [] { frmTree::instance().cmdEdit_Click(); }},
+             {"mnuTreeEditLocation", "Edit Location", [] { frmTree::instance().cmdEdit_Click(); }},
          }},
         {"mnuListPopScrap",
          "ListPopScrap",
          hidden,
          {
-             {"mnuRestore", "Restore"},
-             {"mnuDelete", "Delete"},
+             {"mnuRestore", "Restore", MainSubs::RestoreSelectedScrap},
+             {"mnuDelete", "Delete", [] { frmTree::instance().cmdDelete_Click(); }},
          }},
         {"mnuTreePopScrap",
          "TreePopScrap",
          hidden,
          {
-             {"mnuDeleteScrapType", "Delete Scrap Type"},
+             {"mnuDeleteScrapType", "Delete Scrap Type", [] { frmTree::instance().cmdDelete_Click(); }},
          }},
         {"mnuListCheckIn",
          "ListPopCheckIn",
          hidden,
          {
              {"mnuCheckInTool", "Check In", MainSubs::CheckInSelectedTool},
-             {"mnuScrap", "Scrap"},
+             {"mnuScrap", "Scrap", [] { frmTree::instance().cmdScrapTool_Click(); }},
          }},
     };
 }

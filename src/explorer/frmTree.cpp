@@ -57,6 +57,13 @@ frmTree::frmTree()
     onUserAction(ui.lstToolList, &ToolListView::itemOpened, this, &frmTree::lstToolList_DblClick);
     onUserAction(ui.cmdCheckOut, &QPushButton::clicked, &MainSubs::CheckOutSelectedTool);
     onUserAction(ui.cmdCheckIn, &QPushButton::clicked, &MainSubs::CheckInSelectedTool);
+    onUserAction(ui.cmdRestoreScrap, &QPushButton::clicked, &MainSubs::RestoreSelectedScrap);
+    onUserAction(ui.cmdNew, &QPushButton::pressed, this, &frmTree::cmdNew_MouseDown);
+    onUserAction(ui.cmdEdit, &QPushButton::clicked, this, &frmTree::cmdEdit_Click);
+    onUserAction(ui.cmdEdit, &QWidget::customContextMenuRequested, this, &frmTree::cmdEdit_PopUp);
+    onUserAction(ui.cmdDelete, &QPushButton::clicked, this, &frmTree::cmdDelete_Click);
+    onUserAction(ui.cmdScrapTool, &QPushButton::clicked, this, &frmTree::cmdScrapTool_Click);
+    onUserAction(ui.cmdFind, &QPushButton::clicked, this, &frmTree::cmdFind_Click);
     onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
 
@@ -73,6 +80,9 @@ void frmTree::Startup(bool showProgress)
     m_started = true;
     m_mode.clear();
     MainFrame &mdi = theMainFrame();
+    onUserAction(&mdi, &MainFrame::TreeNewTool, this, &frmTree::mdi_TreeNewTool);
+    onUserAction(&mdi, &MainFrame::TreeNewType, this, &frmTree::mdi_TreeNewType);
+    onUserAction(&mdi, &MainFrame::TreeNewLocation, this, &frmTree::mdi_TreeNewLocation);
     mdi.showChildWindow(this, {Twips::toPixels(startWidth), Twips::toPixels(startHeight)});
     const HourGlass busy;
     if (showProgress) {

@@ -80,7 +80,7 @@ private:
     void mdi_TreeNewTool();
     void mdi_TreeNewType();
     void mdi_TreeNewLocation();
-    void newFolder(const QString &mode);
+    void newFolder(const struct FolderKind &kind);
     void editFolder(int id, const QString &text);
     void deleteNode(Node *node);
     void deleteItems(const std::vector<int> &rows);

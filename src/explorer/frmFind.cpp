@@ -1,0 +1,120 @@
+#include "explorer/frmFind.h"
+
+#include "common/ItemKeys.h"
+#include "explorer/ListColumns.h"
+#include "explorer/frmTree.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/MsgBox.h"
+#include "platform/gui/Twips.h"
+
+#include <QCloseEvent>
+#include <QScopeGuard>
+
+frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()), m_hits(&MainSubs::itemIcon)
+{
+    ui.setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    ui.lstFind->setModel(&m_hits);
+    ui.lstFind->setMouseTracking(true);
+    connect(&mobjTools, &clsTools::ChangeList, this, &frmFind::mobjTools_ChangeList);
+    connect(&mfrmTree, &frmTree::FormUnload, this, &QWidget::close);
+    onUserAction(ui.cmdStart, &QPushButton::clicked, this, &frmFind::cmdStart_Click);
+    onUserAction(ui.cmdStop, &QPushButton::clicked, this, &frmFind::cmdStop_Click);
+    onUserAction(ui.cmdGoto, &QPushButton::clicked, this, &frmFind::cmdGoto_Click);
+    onUserAction(ui.lstFind, &QAbstractItemView::doubleClicked, this, &frmFind::cmdGoto_Click);
+    connect(ui.lstFind->selectionModel(), &QItemSelectionModel::currentChanged, this, &frmFind::lstFind_ItemClick);
+    connect(ui.lstFind, &QAbstractItemView::entered, this, &frmFind::showHint);
+    connect(ui.lstFind->header(), &QHeaderView::sectionClicked, this,
+            [this](int column) { m_hits.clickHeading(column); });
+    connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
+    setSearching(false);
+}
+
+void frmFind::Startup()
+{
+    const std::vector<ListColumn> columns = MainSubs::findColumns(mfrmTree.TreeMode());
+    m_hits.setColumns(columns);
+    for (size_t column = 0; column < columns.size(); ++column)
+        ui.lstFind->header()->resizeSection(int(column), Twips::toPixels(columns[column].width));
+    ui.txtFind->setFocus();
+    ui.txtFind->selectAll();
+}
+
+void frmFind::cmdStart_Click()
+{
+    if (ui.txtFind->text().trimmed().isEmpty()) {
+        inform("Please enter the text to find.");
+        return;
+    }
+    setSearching(true);
+    m_hits.clear();
+    Startup();
+    const auto end = qScopeGuard([this] {
+        setSearching(false);
+        ui.sbr1->showMessage(QStringLiteral("%1 item(s) found.").arg(m_hits.count()));
+        if (m_closeAfterSearch)
+            close();
+    });
+    mobjTools.Find(mfrmTree.TreeMode(), ui.txtFind->text(), m_hits);
+}
+
+void frmFind::cmdStop_Click()
+{
+    mobjTools.stop();
+    setSearching(false);
+}
+
+void frmFind::mobjTools_ChangeList()
+{
+    ui.sbr1->showMessage(QStringLiteral("Searching... Found: %1").arg(mobjTools.foundCount()));
+}
+
+void frmFind::lstFind_ItemClick()
+{
+    ui.cmdGoto->setEnabled(ui.lstFind->currentIndex().isValid());
+    showHint(ui.lstFind->currentIndex());
+}
+
+void frmFind::showHint(const QModelIndex &index)
+{
+    if (index.isValid() && !mobjTools.isSearching())
+        ui.sbr1->showMessage("Double click to go to " + m_hits.item(index.row()).text);
+}
+
+void frmFind::cmdGoto_Click()
+{
+    const QModelIndex index = ui.lstFind->currentIndex();
+    if (!index.isValid())
+        return;
+    const ListItem hit = m_hits.item(index.row());
+    if (!mfrmTree.showPath(hit.path)) {
+        inform("Unable to find the tree node " + hit.path
+               + ". Make sure that the View mode has not changed since you ran this search. If so, please click on the "
+                 "Start button to refresh the results.");
+        return;
+    }
+    if (hit.icon == ItemIcon::folder)
+        return;
+    // A tool that was found is listed under the key of its state.
+    const QString id = hit.key.startsWith("co") ? ItemKeys::numberOf(hit.key, 2) : ItemKeys::numberOf(hit.key);
+    for (const QString &key : {hit.key, "r" + id, "co" + id})
+        if (mfrmTree.selectItem(key))
+            return;
+}
+
+void frmFind::setSearching(bool searching)
+{
+    ui.cmdStart->setEnabled(!searching);
+    ui.cmdStop->setEnabled(searching);
+    ui.cmdGoto->setEnabled(!searching && ui.lstFind->currentIndex().isValid());
+}
+
+// A search that is under way is ended first; the window goes when it is.
+void frmFind::closeEvent(QCloseEvent *event)
+{
+    m_closeAfterSearch = mobjTools.isSearching();
+    mobjTools.stop();
+    event->setAccepted(!m_closeAfterSearch);
+}
+
+void frmFind::reject() { close(); }
