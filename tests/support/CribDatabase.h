@@ -23,7 +23,6 @@ public:
             Schema::create(*database);
         }
         Session::open(path());
-        Transaction filling(Session::database());
         run({
             "INSERT INTO Types (Description,Parent) VALUES('Wrenches',0)",
             "INSERT INTO Types (Description,Parent) VALUES('Torque wrenches',1)",
@@ -45,17 +44,19 @@ public:
             "INSERT INTO ScrapReasons (Description) VALUES('Broken')",
             "INSERT INTO ScrapReasons (Description) VALUES('Lost')",
         });
-        filling.commit();
     }
     ~CribDatabase() { Session::close(); }
     Q_DISABLE_COPY_MOVE(CribDatabase)
 
     QString path() const { return m_folder.filePath("dorvak.mdb"); }
 
+    /// In one transaction: each would cost a write to the disk.
     void run(const QStringList &statements)
     {
+        Transaction transaction(Session::database());
         for (const QString &statement : statements)
             execute(statement);
+        transaction.commit();
     }
 
     /// Each row of a SELECT: its fields as the user reads them, separated by "|".
