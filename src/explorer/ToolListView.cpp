@@ -99,6 +99,12 @@ void ToolListView::keyPressEvent(QKeyEvent *event)
         emit itemOpened();
         return;
     }
+    // The first arrow key in a list without a selection takes the first item, as it stands under the focus already.
+    if ((event->key() == Qt::Key_Down || event->key() == Qt::Key_Up) && selectedRow() < 0 && m_items.count() > 0) {
+        selectRow(qMax(0, currentIndex().row()));
+        emit touched();
+        return;
+    }
     const QModelIndex before = currentIndex();
     QTreeView::keyPressEvent(event);
     if (before != currentIndex() || event->key() == Qt::Key_Space)

@@ -207,9 +207,13 @@ void TestCribLife::aKilledProgramLosesNoTool()
 
         Session::open(path);
         QStringList left = faults();
-        // The flag goes before the loan, and a loan ends before its flag goes: either may be found half done.
-        left.removeIf([](const QString &line) { return line.contains("out", Qt::CaseInsensitive); });
-        QCOMPARE(left, QStringList());
+        // A procedure may be found half done: the flag set and no loan yet, the loan ended and the flag still set,
+        // the scrap record or the tool stored and the other not yet deleted.
+        left.removeIf([](const QString &line) {
+            return line.contains("but has no open loan") || line.contains("which is in the crib")
+                || line.startsWith("Faults found");
+        });
+        QVERIFY2(left.isEmpty(), qPrintable(left.join('\n')));
         // Between two statements a tool may stand in both tables, but never in none.
         QStringList known = m_crib->rows("Select ID from Tools") + m_crib->rows("Select ToolID from Scrap");
         known.removeDuplicates();
