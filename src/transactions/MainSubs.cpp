@@ -11,15 +11,24 @@
 #include "transactions/frmCheckOut.h"
 #include "transactions/frmScrapRestore.h"
 
+namespace {
+
+void askForTool(const QString &message)
+{
+    inform(message);
+    if (theExplorer().itemCount() > 0) {
+        theExplorer().selectFirstItem();
+        theExplorer().focusList();
+    }
+}
+
+}
+
 void MainSubs::CheckOutSelectedTool()
 {
     const ListItem *item = theExplorer().selectedItem();
     if (!item) {
-        inform("Please select a tool to Check Out.");
-        if (theExplorer().itemCount() > 0) {
-            theExplorer().selectFirstItem();
-            theExplorer().focusList();
-        }
+        askForTool("Please select a tool to Check Out.");
     } else if (item->icon == ItemIcon::toolOut) {
         msgBox({.text = "The selected tool is checked out and cannot be Checked out Again!"});
     } else if (item->icon == ItemIcon::toolScrapped) {
@@ -33,11 +42,7 @@ void MainSubs::CheckInSelectedTool()
 {
     const ListItem *item = theExplorer().selectedItem();
     if (!item) {
-        inform("Please select a tool to Check In.");
-        if (theExplorer().itemCount() > 0) {
-            theExplorer().selectFirstItem();
-            theExplorer().focusList();
-        }
+        askForTool("Please select a tool to Check In.");
     } else if (item->icon == ItemIcon::toolInStock) {
         // The second button does nothing; people are used to it.
         msgBox({.text = "The selected tool is already checked in!", .buttons = QMessageBox::Ok | QMessageBox::Cancel});
@@ -77,7 +82,7 @@ bool MainSubs::PurgeScrapped(const QString &kind, qint32 id)
     attempt([&] {
         const Recordset scrap = openRecordset("Select Scrap.ToolId from Scrap where id=" + scrapId);
         if (!scrap.isEmpty())
-            execute("Delete from CheckOutIn where tool_id=" + scrap.text(u"ToolId"));
+            execute("Delete from CheckOutIn where tool_id=" + QString::number(scrap.field(u"ToolId").toInteger()));
     });
     attempt([&] { execute("Delete from Scrap where ID=" + scrapId); });
     // The record's own number, not its tool's: where a live tool has that number it goes too. The numbers of scrap

@@ -113,14 +113,14 @@ void frmScrap::cmdOK_Click()
         return;
 
     const QString id = QString::number(toolId);
+    const QString reason = reasonNumber(ui.dbcScrapReason->text());
     const qint64 written = execute(
         "INSERT INTO Scrap (ToolID,Type,TypeDescription,Manufacturer,PartNumber,Description,PricePer,Employee,"
         "ScrapDate,JobOrOH,Reason,LineItemTypeId,Location,Notes )"
         " SELECT Tools.ID, Tools.Type,Types.Description, Tools.Manufacturer, Tools.PartNumber, Tools.Description,"
         " Tools.PricePer,"
         + ui.dbcEmp->boundValue().toText() + "," + dateLiteral(Clock::now()) + "," + ui.dbcJob->boundValue().toText()
-        + "," + reasonNumber(ui.dbcScrapReason->text()) + "," + ui.dbcJobType->boundValue().toText()
-        + ",Tools.Location,'" + ui.txtNotes->toPlainText()
+        + "," + reason + "," + ui.dbcJobType->boundValue().toText() + ",Tools.Location,'" + ui.txtNotes->toPlainText()
         + "' From Tools INNER JOIN Types on Tools.Type=Types.id WHERE Tools.ID=" + id);
     // What was not written must not be deleted.
     if (written == 0) {
