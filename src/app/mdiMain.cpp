@@ -105,12 +105,17 @@ void mdiMain::showChildWindow(QWidget *child, const QSize &size)
 {
     QMdiSubWindow *window = m_clientArea->addSubWindow(child);
     window->setAttribute(Qt::WA_DeleteOnClose);
-    window->resize(size);
+    const QSize wanted = size.expandedTo(window->minimumSizeHint()); // large fonts need more
+    window->resize(wanted);
     layout()->activate(); // the first child comes before the frame is shown
     const QSize client = m_clientArea->size();
-    window->move((client.width() - size.width()) / 2, (client.height() - m_toolbar->height() - size.height()) / 2);
+    window->move((client.width() - wanted.width()) / 2, (client.height() - m_toolbar->height() - wanted.height()) / 2);
     child->show();
-    window->show();
+    // On a small screen the child takes what there is.
+    if (wanted.boundedTo(client) == wanted)
+        window->show();
+    else
+        window->showMaximized();
 }
 
 void mdiMain::popUp(const QString &name, const QPoint &globalPosition, const QStringList &leftOut)

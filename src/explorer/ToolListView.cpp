@@ -2,7 +2,6 @@
 
 #include "explorer/DragPictures.h"
 #include "explorer/ListColumns.h"
-#include "platform/gui/Twips.h"
 
 #include <QContextMenuEvent>
 #include <QDrag>
@@ -32,8 +31,7 @@ ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&MainSu
 void ToolListView::setColumns(const std::vector<ListColumn> &columns)
 {
     m_items.setColumns(columns);
-    for (size_t column = 0; column < columns.size(); ++column)
-        header()->resizeSection(int(column), Twips::toPixels(columns[column].width));
+    setColumnWidths(*header(), columns);
 }
 
 int ToolListView::selectedRow() const

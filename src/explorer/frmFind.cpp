@@ -5,7 +5,6 @@
 #include "explorer/frmTree.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
-#include "platform/gui/Twips.h"
 
 #include <QCloseEvent>
 #include <QScopeGuard>
@@ -32,10 +31,8 @@ frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()
 
 void frmFind::Startup()
 {
-    const std::vector<ListColumn> columns = MainSubs::findColumns(mfrmTree.TreeMode());
-    m_hits.setColumns(columns);
-    for (size_t column = 0; column < columns.size(); ++column)
-        ui.lstFind->header()->resizeSection(int(column), Twips::toPixels(columns[column].width));
+    m_hits.setColumns(MainSubs::findColumns(mfrmTree.TreeMode()));
+    setColumnWidths(*ui.lstFind->header(), m_hits.columns());
     ui.txtFind->setFocus();
     ui.txtFind->selectAll();
 }

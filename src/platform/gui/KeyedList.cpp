@@ -1,6 +1,9 @@
 #include "platform/gui/KeyedList.h"
 
+#include "platform/gui/Twips.h"
 #include "platform/text/TextCompare.h"
+
+#include <QHeaderView>
 
 #include <algorithm>
 #include <numeric>
@@ -10,6 +13,14 @@ void ListItem::setSubItem(int number, const QString &text)
     while (subItems.size() < number)
         subItems.append(QString());
     subItems[number - 1] = text;
+}
+
+void setColumnWidths(QHeaderView &header, const std::vector<ListColumn> &columns)
+{
+    for (int column = 0; column < int(columns.size()); ++column) {
+        const int width = Twips::toPixels(columns[size_t(column)].width);
+        header.resizeSection(column, qMax(width, header.sectionSizeHint(column)));
+    }
 }
 
 KeyedList::KeyedList(IconSource icons, QObject *parent) : QAbstractTableModel(parent), m_icons(std::move(icons)) { }

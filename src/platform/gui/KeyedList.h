@@ -26,6 +26,11 @@ struct ListColumn {
     int width;
 };
 
+class QHeaderView;
+
+/// Gives the columns their widths; a caption that needs more, in a large font, gets it.
+void setColumnWidths(QHeaderView &header, const std::vector<ListColumn> &columns);
+
 /// The items of a list in report style. It is the model of its view.
 class KeyedList : public QAbstractTableModel
 {
