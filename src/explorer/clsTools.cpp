@@ -239,22 +239,11 @@ void clsTools::findCheckedOut(const QString &pattern)
                                  .icon = ItemIcon::folder,
                                  .path = "Tools\\" + text};
              });
-    findRows("SELECT Tools.*, Locations.description as locdesc,"
-             " Types.description as typedesc,"
-             " CheckOutIn.Employee,CheckOutIn.DateOut,"
-             " Employee.LastName,Employee.FirstName"
-             " FROM CheckOutIn, Tools, Locations, Types,Employee"
-             " WHERE CheckOutIn.tool_id=Tools.id"
-             " AND CheckOutIn.employee=Employee.EmpId"
-             " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
-             " AND CheckOutIn.active=true and tools.out=true"
-             " AND Tools.Description LIKE "
-                 + pattern,
-             [](const Recordset &row) {
-                 ListItem item = checkedOutItem(row);
-                 item.path = "Tools\\" + item.text;
-                 return item;
-             });
+    findRows(toolsOutOfEmployees + " AND Tools.Description LIKE " + pattern, [](const Recordset &row) {
+        ListItem item = checkedOutItem(row);
+        item.path = "Tools\\" + item.text;
+        return item;
+    });
 }
 
 QString clsTools::path(Kind kind, qint32 id)

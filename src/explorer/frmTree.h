@@ -10,6 +10,8 @@
 
 /// What a job or an operation that tools were scrapped for is called: the operation's description, the job's number.
 QString chargeText(const Recordset &pair);
+/// The tools that are out with who has them, up to the condition that narrows them down.
+extern const QString toolsOutOfEmployees;
 /// A tool that is out, and a scrap record, as the list shows them; the rows are those of the list's statements.
 ListItem checkedOutItem(const Recordset &row);
 ListItem scrapItem(const Recordset &row);

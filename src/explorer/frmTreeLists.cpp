@@ -12,42 +12,43 @@
 struct FolderLists {
     const char *subFolderPrefix;
     const char *subFolders;
-    const char *toolsInStock;
-    const char *toolsOut;
+    const char *ofFolder; ///< the tools' condition
 };
+
+const QString toolsOutOfEmployees = QStringLiteral("SELECT Tools.*, Locations.description as locdesc,"
+                                                   " Types.description as typedesc,"
+                                                   " CheckOutIn.Employee,CheckOutIn.DateOut,"
+                                                   " Employee.LastName,Employee.FirstName"
+                                                   " FROM CheckOutIn, Tools, Locations, Types,Employee"
+                                                   " WHERE CheckOutIn.tool_id=Tools.id"
+                                                   " AND CheckOutIn.employee=Employee.EmpId"
+                                                   " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
+                                                   " AND CheckOutIn.active=true and tools.out=true");
 
 namespace {
 
 constexpr FolderLists typeLists{
     "t",
     "Select * from types where parent = %1 ORDER BY description",
-    "SELECT Tools.*, Locations.description as locdesc, Types.description as typedesc, "
-    " 0000000000 as Employee FROM Tools, Locations, Types"
-    " WHERE Tools.Type=Types.ID and Tools.Location=Locations.ID"
-    " AND Tools.out=false AND Tools.Type=%1",
-    "SELECT Tools.*, Locations.description as locdesc, "
-    " Types.description as typedesc,  CheckOutIn.Employee "
-    " FROM CheckOutIn, Tools, Locations, Types"
-    " WHERE CheckOutIn.tool_id=Tools.id"
-    " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
-    " AND CheckOutIn.active=true and tools.out=true"
-    " AND Tools.Type=%1",
+    " AND Tools.Type=",
 };
 constexpr FolderLists locationLists{
     "l",
     "Select * from locations where parent = %1 ORDER BY description",
-    "SELECT Tools.*, Locations.description as locdesc, Types.description as typedesc, "
-    " 0000000000 as Employee FROM Tools, Locations, Types"
-    " WHERE Tools.Type=Types.ID and Tools.Location=Locations.ID"
-    " AND Tools.out=false AND Tools.Location=%1",
-    "SELECT Tools.*, Locations.description as locdesc, "
-    " Types.description as typedesc,  CheckOutIn.Employee "
-    " FROM CheckOutIn, Tools, Locations, Types"
-    " WHERE CheckOutIn.tool_id=Tools.id"
-    " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
-    " AND CheckOutIn.active=true and tools.out=true"
-    " AND Tools.Location=%1",
+    " AND Tools.Location=",
 };
+
+const QString toolsInStock =
+    QStringLiteral("SELECT Tools.*, Locations.description as locdesc, Types.description as typedesc, "
+                   " 0000000000 as Employee FROM Tools, Locations, Types"
+                   " WHERE Tools.Type=Types.ID and Tools.Location=Locations.ID"
+                   " AND Tools.out=false");
+const QString toolsOut = QStringLiteral("SELECT Tools.*, Locations.description as locdesc, "
+                                        " Types.description as typedesc,  CheckOutIn.Employee "
+                                        " FROM CheckOutIn, Tools, Locations, Types"
+                                        " WHERE CheckOutIn.tool_id=Tools.id"
+                                        " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
+                                        " AND CheckOutIn.active=true and tools.out=true");
 
 // The dots mark the name of a folder elsewhere in the tree.
 QString elsewhere(const QString &folder) { return "..\\" + folder; }
@@ -158,8 +159,8 @@ void frmTree::ListByFolder(Node *node, const FolderLists &lists)
         });
     if (node->key == ItemKeys::root)
         return;
-    addRows(QString(lists.toolsInStock).arg(id), [](const Recordset &row) { return toolItem(row, false); });
-    addRows(QString(lists.toolsOut).arg(id), [](const Recordset &row) { return toolItem(row, true); });
+    addRows(toolsInStock + lists.ofFolder + id, [](const Recordset &row) { return toolItem(row, false); });
+    addRows(toolsOut + lists.ofFolder + id, [](const Recordset &row) { return toolItem(row, true); });
 }
 
 void frmTree::ListByCheckedOut(Node *node)
@@ -174,18 +175,7 @@ void frmTree::ListByCheckedOut(Node *node)
     if (node->key == ItemKeys::root)
         return;
     // The text stands between the quotes as it is: one with an apostrophe is refused by the engine.
-    addRows("SELECT Tools.*, Locations.description as locdesc,"
-            " Types.description as typedesc,"
-            " CheckOutIn.Employee,CheckOutIn.DateOut,"
-            " Employee.LastName,Employee.FirstName"
-            " FROM CheckOutIn, Tools, Locations, Types,Employee"
-            " WHERE CheckOutIn.tool_id=Tools.id"
-            " AND CheckOutIn.employee=Employee.EmpId"
-            " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
-            " AND CheckOutIn.active=true and tools.out=true"
-            " AND Tools.Description='"
-                + node->text + "'",
-            checkedOutItem);
+    addRows(toolsOutOfEmployees + " AND Tools.Description='" + node->text + "'", checkedOutItem);
 }
 
 void frmTree::ListByScrap(Node *node)
