@@ -37,6 +37,7 @@ private slots:
     void aDragStartsOnAnotherRowOnly();
     void commandKeysWinOverOtherCaptions();
     void keyboardDecidesWhatCommandsActOn();
+    void treeBuildPreparesNothingTwice();
 
 private:
     frmTree &explorer() { return frmTree::instance(); }
@@ -545,6 +546,22 @@ void TestFrmTree::keyboardDecidesWhatCommandsActOn()
     QTest::keyClick(list, Qt::Key_Return);
     QCOMPARE(tree->selectedNode()->key, "l2");
     QTest::keyClick(list, Qt::Key_Menu);
+}
+
+// However many folders there are, a tree asks with the same few statements.
+void TestFrmTree::treeBuildPreparesNothingTwice()
+{
+    explorer().ViewByType();
+    const qint64 before = Session::database().counters().prepared;
+    QStringList folders;
+    for (int folder = 0; folder < 50; ++folder)
+        folders.append(QStringLiteral("INSERT INTO Types (Description,Parent) VALUES('More %1',3)").arg(folder));
+    m_crib->run(folders);
+    const qint64 inserts = Session::database().counters().prepared - before;
+    explorer().ViewByType();
+    constexpr int readScopes = 2; // of the tree and of the list
+    QCOMPARE(Session::database().counters().prepared, before + inserts + readScopes);
+    QCOMPARE(Session::database().counters().fullScanSteps, 0);
 }
 
 int main(int argc, char *argv[])
