@@ -69,7 +69,8 @@ QString Connection::nativePath(const QString &path) { return QString(path).repla
 Connection::Connection(const QString &path, bool create) : m_path(path)
 {
     const QString file = QFileInfo(nativePath(path)).absoluteFilePath();
-    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
+    // There is one thread; the locks of the engine below would only cost time.
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
     try {
         if (sqlite3_open_v2(file.toUtf8().constData(), &m_connection, flags, nullptr) != SQLITE_OK)
             fail();

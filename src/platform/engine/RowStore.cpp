@@ -1,87 +1,126 @@
 #include "platform/engine/RowStore.h"
 
-#include "platform/engine/EngineError.h"
-
 #include <sqlite3.h>
 
-#include <limits>
+#include <cstring>
 
-RowStore::Cell RowStore::keepText(const char *text, size_t size)
+namespace {
+
+// A cell begins with its type. Behind it stand an integer, eight bytes of a fraction, or a text's length and its bytes.
+enum CellType : char { NullCell, IntegerCell, FractionCell, TextCell };
+
+constexpr qsizetype largestNumber = 10; // a 64-bit integer by seven bits a byte
+
+// Small numbers, of either sign, take few bytes: seven bits each, the lowest first, the sign in the very lowest.
+char *writeInteger(char *to, qint64 number)
 {
-    if (m_texts.size() + size > std::numeric_limits<quint32>::max())
-        throw EngineError(EngineError::tooMuchData, QStringLiteral("The result is too large to be read."));
-    const Text place{quint32(m_texts.size()), quint32(size)};
-    m_texts.insert(m_texts.end(), text, text + size);
-    return {.text = place};
+    quint64 rest = (quint64(number) << 1) ^ quint64(number >> 63);
+    for (; rest >= 0x80; rest >>= 7)
+        *to++ = char(rest | 0x80);
+    *to++ = char(rest);
+    return to;
+}
+
+qint64 readInteger(const char *&from)
+{
+    quint64 bits = 0;
+    int shift = 0;
+    for (; *from & 0x80; ++from, shift += 7)
+        bits |= quint64(*from & 0x7f) << shift;
+    bits |= quint64(*from++) << shift;
+    return qint64(bits >> 1) ^ -qint64(bits & 1);
+}
+
+const char *behindCell(const char *cell)
+{
+    switch (*cell++) {
+    case IntegerCell:
+        readInteger(cell);
+        return cell;
+    case FractionCell:
+        return cell + sizeof(double);
+    case TextCell: {
+        const qint64 size = readInteger(cell);
+        return cell + size;
+    }
+    default:
+        return cell;
+    }
+}
+
+}
+
+char *RowStore::room(qsizetype size)
+{
+    if (m_cells.size() - m_used < size)
+        m_cells.resize(m_cells.size() * 2 + size);
+    return m_cells.data() + m_used;
 }
 
 void RowStore::append(sqlite3_stmt *statement)
 {
+    m_rows.push_back(m_used);
     for (int column = 0; column < m_columnCount; ++column) {
-        Cell cell{.integer = 0};
-        Type type = Type::Text;
-        switch (sqlite3_column_type(statement, column)) {
-        case SQLITE_INTEGER:
-            type = Type::Integer;
-            cell.integer = sqlite3_column_int64(statement, column);
-            break;
-        case SQLITE_FLOAT:
-            type = Type::Fraction;
-            cell.fraction = sqlite3_column_double(statement, column);
-            break;
-        case SQLITE_NULL:
-            type = Type::Null;
-            break;
-        default: {
-            const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-            cell = keepText(text, sqlite3_column_bytes(statement, column));
+        const int type = sqlite3_column_type(statement, column);
+        const void *text =
+            type == SQLITE_TEXT || type == SQLITE_BLOB ? sqlite3_column_blob(statement, column) : nullptr;
+        const int size = text ? sqlite3_column_bytes(statement, column) : 0;
+        char *const cell = room(1 + largestNumber + size);
+        char *end = cell + 1;
+        if (type == SQLITE_INTEGER) {
+            *cell = IntegerCell;
+            end = writeInteger(end, sqlite3_column_int64(statement, column));
+        } else if (type == SQLITE_FLOAT) {
+            const double fraction = sqlite3_column_double(statement, column);
+            *cell = FractionCell;
+            std::memcpy(end, &fraction, sizeof fraction);
+            end += sizeof fraction;
+        } else if (type == SQLITE_NULL) {
+            *cell = NullCell;
+        } else {
+            *cell = TextCell;
+            end = writeInteger(end, size);
+            if (size > 0)
+                std::memcpy(end, text, size);
+            end += size;
         }
-        }
-        m_cells.push_back(cell);
-        m_types.push_back(type);
+        m_used += end - cell;
     }
 }
 
 Value RowStore::at(int row, int column) const
 {
-    const Cell &cell = m_cells[index(row, column)];
-    switch (m_types[index(row, column)]) {
-    case Type::Integer:
-        return cell.integer;
-    case Type::Fraction:
-        return cell.fraction;
-    case Type::Text:
-        return QString::fromUtf8(m_texts.data() + cell.text.offset, cell.text.size);
+    const char *cell = m_cells.constData() + m_rows[row];
+    while (column-- > 0)
+        cell = behindCell(cell);
+    switch (*cell++) {
+    case IntegerCell:
+        return readInteger(cell);
+    case FractionCell: {
+        double fraction;
+        std::memcpy(&fraction, cell, sizeof fraction);
+        return fraction;
+    }
+    case TextCell: {
+        const qint64 size = readInteger(cell);
+        return QString::fromUtf8(cell, size);
+    }
     default:
         return {};
     }
 }
 
-void RowStore::remove(int row)
+void RowStore::append(const RowStore &other)
 {
-    const auto first = index(row, 0);
-    m_cells.erase(m_cells.begin() + first, m_cells.begin() + first + m_columnCount);
-    m_types.erase(m_types.begin() + first, m_types.begin() + first + m_columnCount);
-}
-
-RowStore::Cell RowStore::copied(const RowStore &other, size_t index)
-{
-    const Cell &cell = other.m_cells[index];
-    return other.m_types[index] == Type::Text ? keepText(other.m_texts.data() + cell.text.offset, cell.text.size)
-                                              : cell;
+    for (const qsizetype begin : other.m_rows)
+        m_rows.push_back(m_used + begin);
+    std::memcpy(room(other.m_used), other.m_cells.constData(), other.m_used);
+    m_used += other.m_used;
 }
 
 void RowStore::replace(int row, const RowStore &other)
 {
-    for (int column = 0; column < m_columnCount; ++column) {
-        m_cells[index(row, column)] = copied(other, column);
-        m_types[index(row, column)] = other.m_types[column];
-    }
-}
-
-void RowStore::append(const RowStore &other)
-{
-    for (size_t i = 0; i < other.m_cells.size(); ++i)
-        m_cells.push_back(copied(other, i));
-    m_types.insert(m_types.end(), other.m_types.begin(), other.m_types.end());
+    append(other);
+    m_rows[row] = m_rows.back();
+    m_rows.pop_back();
 }
