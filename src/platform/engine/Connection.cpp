@@ -162,22 +162,25 @@ void Connection::copyTo(const QString &file)
 dialect::Schema Connection::schema()
 {
     dialect::Schema schema;
-    const RowStore tables = read(QStringLiteral("SELECT name, wr FROM pragma_table_list WHERE schema = 'main' AND type "
-                                                "= 'table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'"));
-    for (int i = 0; i < tables.rowCount(); ++i) {
-        dialect::Table table;
-        table.name = tables.at(i, 0).toText();
-        table.hasRowNumbers = !tables.at(i, 1).toBool();
-        const RowStore columns =
-            read(QStringLiteral("SELECT name, type FROM pragma_table_info(%1)").arg(dialect::quotedText(table.name)));
-        for (int c = 0; c < columns.rowCount(); ++c)
-            table.columns.push_back({columns.at(c, 0).toText(), kindOf(columns.at(c, 1).toText())});
-        const RowStore keys = read(QStringLiteral("SELECT \"from\", \"table\", \"to\" FROM pragma_foreign_key_list(%1)")
-                                       .arg(dialect::quotedText(table.name)));
-        for (int k = 0; k < keys.rowCount(); ++k)
-            table.foreignKeys.push_back({keys.at(k, 0).toText(), keys.at(k, 1).toText(), keys.at(k, 2).toText()});
-        schema.tables.push_back(std::move(table));
+    const RowStore columns = read(QStringLiteral(
+        "SELECT t.name, t.wr, c.name, c.type, c.pk = 1 OR EXISTS (SELECT 1 FROM pragma_index_list(t.name) AS i, "
+        "pragma_index_info(i.name) AS k WHERE k.seqno = 0 AND k.name = c.name) "
+        "FROM pragma_table_list AS t, pragma_table_info(t.name) AS c "
+        "WHERE t.schema = 'main' AND t.type = 'table' AND t.name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY t.name, "
+        "c.cid"));
+    for (int i = 0; i < columns.rowCount(); ++i) {
+        const QString name = columns.at(i, 0).toText();
+        if (schema.tables.empty() || schema.tables.back().name != name)
+            schema.tables.push_back({name, {}, {}, !columns.at(i, 1).toBool()});
+        schema.tables.back().columns.push_back(
+            {columns.at(i, 2).toText(), kindOf(columns.at(i, 3).toText()), columns.at(i, 4).toBool()});
     }
+    const RowStore keys =
+        read(QStringLiteral("SELECT t.name, k.\"from\", k.\"table\", k.\"to\" FROM pragma_table_list AS t, "
+                            "pragma_foreign_key_list(t.name) AS k WHERE t.schema = 'main'"));
+    for (int i = 0; i < keys.rowCount(); ++i)
+        if (dialect::Table *table = schema.find(keys.at(i, 0).toText()))
+            table->foreignKeys.push_back({keys.at(i, 1).toText(), keys.at(i, 2).toText(), keys.at(i, 3).toText()});
     return schema;
 }
 

@@ -64,22 +64,21 @@ bool LikePattern::Part::takes(char32_t c) const
     }
 }
 
-bool LikePattern::matches(const QString &text) const
+/// Matches a text of `size` characters, of which `folded` gives each without its case.
+template<typename Folded>
+bool LikePattern::matches(qsizetype size, Folded folded) const
 {
-    if (m_matchesNothing)
-        return false;
-    const QList<uint> characters = foldCase(text).toUcs4();
     size_t part = 0;
     qsizetype at = 0;
     // The last "*" and the text behind what it has taken: where to go on when the rest does not fit. Going back to the
     // last one is enough, so no pattern takes longer than its length times the text's.
     std::optional<size_t> star;
     qsizetype behindStar = 0;
-    while (at < characters.size()) {
+    while (at < size) {
         if (part < m_parts.size() && m_parts[part].kind == Part::AnyText) {
             star = part++;
             behindStar = at;
-        } else if (part < m_parts.size() && m_parts[part].takes(characters[at])) {
+        } else if (part < m_parts.size() && m_parts[part].takes(folded(at))) {
             ++part;
             ++at;
         } else if (star) {
@@ -91,4 +90,18 @@ bool LikePattern::matches(const QString &text) const
     }
     return std::all_of(m_parts.begin() + part, m_parts.end(),
                        [](const Part &rest) { return rest.kind == Part::AnyText; });
+}
+
+bool LikePattern::matches(std::string_view text) const
+{
+    if (m_matchesNothing)
+        return false;
+    // Most texts of a shop are plain ASCII, and a search looks at all of them.
+    if (isAscii(text))
+        return matches(text.size(), [text](qsizetype at) -> char32_t {
+            const char c = text[at];
+            return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c;
+        });
+    const QList<uint> characters = foldCase(QString::fromUtf8(text.data(), text.size())).toUcs4();
+    return matches(characters.size(), [&](qsizetype at) -> char32_t { return characters[at]; });
 }

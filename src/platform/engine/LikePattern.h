@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <string_view>
 #include <vector>
 
 /// A pattern of LIKE: "*" any characters, "?" one, "#" one digit, "[a-f]" one of a list, "[!a-f]"
@@ -11,7 +12,8 @@ class LikePattern
 {
 public:
     explicit LikePattern(const QString &pattern);
-    bool matches(const QString &text) const;
+    /// `text` in UTF-8.
+    bool matches(std::string_view text) const;
 
 private:
     struct Part {
@@ -23,6 +25,9 @@ private:
 
         bool takes(char32_t c) const;
     };
+
+    template<typename Folded>
+    bool matches(qsizetype size, Folded folded) const;
 
     std::vector<Part> m_parts;
     bool m_matchesNothing = false; ///< a list is not closed

@@ -12,6 +12,19 @@ namespace {
 
 using dialect::ValueKind;
 
+/// The text that the user reads for `argument`, in UTF-8. It lives no longer than the argument.
+QByteArray textOf(sqlite3_value *argument)
+{
+    if (sqlite3_value_type(argument) == SQLITE_FLOAT)
+        return Format::plainNumber(sqlite3_value_double(argument)).toUtf8();
+    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(argument));
+    return QByteArray::fromRawData(text, sqlite3_value_bytes(argument));
+}
+
+std::string_view view(const QByteArray &text) { return {text.constData(), size_t(text.size())}; }
+
+bool isNull(sqlite3_value *argument) { return sqlite3_value_type(argument) == SQLITE_NULL; }
+
 Value valueOf(sqlite3_value *argument)
 {
     switch (sqlite3_value_type(argument)) {
@@ -21,88 +34,96 @@ Value valueOf(sqlite3_value *argument)
         return sqlite3_value_double(argument);
     case SQLITE_NULL:
         return {};
-    default: {
-        const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(argument));
-        return QString::fromUtf8(text, sqlite3_value_bytes(argument));
-    }
+    default:
+        return QString::fromUtf8(textOf(argument));
     }
 }
 
-void give(sqlite3_context *context, const Value &value)
+void giveText(sqlite3_context *context, const QByteArray &text)
 {
-    if (value.isNull()) {
+    sqlite3_result_text64(context, text.constData(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+void giveValue(sqlite3_context *context, const Value &value)
+{
+    if (value.isNull())
         sqlite3_result_null(context);
-    } else if (value.isText()) {
-        const QByteArray text = value.toText().toUtf8();
-        sqlite3_result_text64(context, text.constData(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-    } else if (value.isInteger()) {
+    else if (value.isText())
+        giveText(context, value.toText().toUtf8());
+    else if (value.isInteger())
         sqlite3_result_int64(context, value.toInteger());
-    } else {
+    else
         sqlite3_result_double(context, value.toNumber());
-    }
 }
 
-/// A function of the engine below whose result is `compute(arguments, count)`. No exception may pass through its
-/// frames.
-template<Value (*compute)(sqlite3_value **, int)>
-void function(sqlite3_context *context, int count, sqlite3_value **arguments)
+// ---- the functions; one that gives nothing gives null
+
+void inCapitals(sqlite3_context *context, int, sqlite3_value **arguments)
 {
-    try {
-        give(context, compute(arguments, count));
-    } catch (const EngineError &error) {
-        auto &refused = *static_cast<std::optional<EngineError> *>(sqlite3_user_data(context));
-        refused.emplace(error);
-        sqlite3_result_error(context, error.what(), -1);
-    } catch (const std::bad_alloc &) {
-        sqlite3_result_error_nomem(context);
-    }
+    if (isNull(arguments[0]))
+        return;
+    const QByteArray text = textOf(arguments[0]);
+    giveText(context, isAscii(view(text)) ? text.toUpper() : upperCase(QString::fromUtf8(text)).toUtf8());
 }
 
-Value inCapitals(sqlite3_value **arguments, int)
+void concatenate(sqlite3_context *context, int count, sqlite3_value **arguments)
 {
-    const Value value = valueOf(arguments[0]);
-    return value.isNull() ? value : upperCase(value.toText());
-}
-
-Value concatenate(sqlite3_value **arguments, int count)
-{
-    QString text;
+    QByteArray text;
     bool any = false;
     for (int i = 0; i < count; ++i) {
-        const Value value = valueOf(arguments[i]);
-        any = any || !value.isNull();
-        text += value.toText();
+        if (isNull(arguments[i]))
+            continue;
+        text += textOf(arguments[i]);
+        any = true;
     }
-    return any ? Value(text) : Value();
+    if (any)
+        giveText(context, text);
 }
 
-Value shortDate(sqlite3_value **arguments, int) { return Format::shortDate(valueOf(arguments[0]).toText()); }
-
-Value currency(sqlite3_value **arguments, int)
+void shortDate(sqlite3_context *context, int, sqlite3_value **arguments)
 {
-    const Value value = storedValue(valueOf(arguments[0]), ValueKind::Number);
-    return value.isNull() ? QString(QLatin1String("")) : Format::currency(value.toNumber());
+    giveText(context, Format::shortDate(QLatin1String(textOf(arguments[0]))).toLatin1());
 }
 
-Value stored(sqlite3_value **arguments, int)
+void currency(sqlite3_context *context, int, sqlite3_value **arguments)
 {
-    return storedValue(valueOf(arguments[0]), ValueKind(sqlite3_value_int(arguments[1])));
+    const Value amount = storedValue(valueOf(arguments[0]), ValueKind::Number);
+    giveText(context, amount.isNull() ? QByteArray("") : Format::currency(amount.toNumber()).toLatin1());
+}
+
+void stored(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    giveValue(context, storedValue(valueOf(arguments[0]), ValueKind(sqlite3_value_int(arguments[1]))));
 }
 
 void like(sqlite3_context *context, int, sqlite3_value **arguments)
 {
-    if (sqlite3_value_type(arguments[0]) == SQLITE_NULL || sqlite3_value_type(arguments[1]) == SQLITE_NULL)
+    if (isNull(arguments[0]) || isNull(arguments[1]))
         return;
     // A pattern that stays the same for all rows is taken apart once.
     auto *pattern = static_cast<LikePattern *>(sqlite3_get_auxdata(context, 1));
     std::unique_ptr<LikePattern> fresh;
     if (!pattern) {
-        fresh = std::make_unique<LikePattern>(valueOf(arguments[1]).toText());
+        fresh = std::make_unique<LikePattern>(QString::fromUtf8(textOf(arguments[1])));
         pattern = fresh.get();
     }
-    sqlite3_result_int(context, pattern->matches(valueOf(arguments[0]).toText()));
+    sqlite3_result_int(context, pattern->matches(view(textOf(arguments[0]))));
     if (fresh)
         sqlite3_set_auxdata(context, 1, fresh.release(), [](void *kept) { delete static_cast<LikePattern *>(kept); });
+}
+
+/// Calls `function` for the engine below, through whose frames no exception may pass.
+template<void (*function)(sqlite3_context *, int, sqlite3_value **)>
+void guarded(sqlite3_context *context, int count, sqlite3_value **arguments)
+{
+    try {
+        function(context, count, arguments);
+    } catch (const EngineError &error) {
+        static_cast<std::optional<EngineError> *>(sqlite3_user_data(context))->emplace(error);
+        sqlite3_result_error(context, error.what(), -1);
+    } catch (const std::bad_alloc &) {
+        sqlite3_result_error_nomem(context);
+    }
 }
 
 int collate(void *, int leftSize, const void *left, int rightSize, const void *right)
@@ -120,10 +141,10 @@ void registerSqlFunctions(sqlite3 *connection, std::optional<EngineError> &refus
         constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
         sqlite3_create_function_v2(connection, name, arguments, flags, &refused, body, nullptr, nullptr, nullptr);
     };
-    add(dialect::names::upperCase, 1, function<inCapitals>);
-    add(dialect::names::concatenate, -1, function<concatenate>);
-    add(dialect::names::shortDate, 1, function<shortDate>);
-    add(dialect::names::currency, 1, function<currency>);
-    add(dialect::names::stored, 2, function<stored>);
-    add(dialect::names::like, 2, like);
+    add(dialect::names::upperCase, 1, guarded<inCapitals>);
+    add(dialect::names::concatenate, -1, guarded<concatenate>);
+    add(dialect::names::shortDate, 1, guarded<shortDate>);
+    add(dialect::names::currency, 1, guarded<currency>);
+    add(dialect::names::stored, 2, guarded<stored>);
+    add(dialect::names::like, 2, guarded<like>);
 }

@@ -140,3 +140,8 @@ int compareText(std::string_view a, std::string_view b)
 QString foldCase(QString text) { return mapped<&QChar::toCaseFolded, &QChar::toCaseFolded>(text); }
 
 QString upperCase(QString text) { return mapped<&QChar::toUpper, &QChar::toUpper>(text); }
+
+bool isAscii(std::string_view text)
+{
+    return std::ranges::none_of(text, [](char c) { return (c & 0x80) != 0; });
+}

@@ -19,3 +19,6 @@ QString foldCase(QString text);
 
 /// `text` in capitals, one character for one, so that it still compares equal to `text`.
 QString upperCase(QString text);
+
+/// Whether all of `text` is plain ASCII, where one byte is one character.
+bool isAscii(std::string_view text);

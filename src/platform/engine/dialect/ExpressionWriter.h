@@ -59,6 +59,7 @@ public:
     void addAllColumns() { m_plainColumn = QStringLiteral("*"); }
     /// Refuses a list that counts rows and shows a row's columns beside.
     void refuseMixedCount() const;
+    bool counts() const { return m_counts; }
     /// A value as `column` stores it.
     QString stored(const Expression &expression, const Column &column);
     static QString stored(const Written &written, const Column &column);

@@ -16,3 +16,8 @@ const dialect::Table *dialect::Schema::find(QStringView wanted) const
     const auto found = std::ranges::find_if(tables, [&](const Table &table) { return sameName(table.name, wanted); });
     return found == tables.end() ? nullptr : &*found;
 }
+
+dialect::Table *dialect::Schema::find(QStringView wanted)
+{
+    return const_cast<Table *>(std::as_const(*this).find(wanted));
+}

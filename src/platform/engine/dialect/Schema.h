@@ -15,6 +15,7 @@ enum class ValueKind { Unknown, Null, Text, Long, Number, Currency, YesNo, Date 
 struct Column {
     QString name;
     ValueKind kind;
+    bool indexed = false; ///< first in an index, so that rows are found by it quickly
 };
 
 struct ForeignKey {
@@ -37,6 +38,7 @@ struct Schema {
 
     /// Null where there is none.
     const Table *find(QStringView name) const;
+    Table *find(QStringView name);
 };
 
 }

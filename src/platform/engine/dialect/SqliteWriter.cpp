@@ -5,6 +5,8 @@
 #include "platform/engine/dialect/SqlText.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 namespace dialect {
 namespace {
@@ -22,6 +24,26 @@ struct SelectedColumn {
     const Expression *expression; ///< null for a column that a star stands for
     Written written;
 };
+
+template<typename Visit>
+void forEachColumn(const Expression &expression, Visit visit)
+{
+    if (expression.kind == Expression::Column)
+        visit(expression);
+    for (const ExpressionPtr &operand : expression.operands)
+        forEachColumn(*operand, visit);
+}
+
+template<typename Visit>
+void forEachCondition(const Source &source, Visit visit)
+{
+    if (source.isTable())
+        return;
+    forEachCondition(*source.left, visit);
+    forEachCondition(*source.right, visit);
+    if (source.condition)
+        visit(*source.condition);
+}
 
 class StatementWriter
 {
@@ -80,8 +102,7 @@ private:
     QString from(const Source &source)
     {
         if (source.isTable())
-            return quotedName(table(source.table).name)
-                + (source.alias.isEmpty() ? QString() : QLatin1String(" AS ") + quotedName(source.alias));
+            return tableOrItsColumns(source);
         static constexpr const char *joins[] = {"", ", ", " INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN "};
         const QString right = from(*source.right);
         QString sql = from(*source.left) + QLatin1String(joins[source.join])
@@ -89,6 +110,14 @@ private:
         if (source.condition)
             sql += QLatin1String(" ON ") + m_expressions.condition(*source.condition);
         return sql;
+    }
+    QString tableOrItsColumns(const Source &source) const
+    {
+        const QString table = quotedName(this->table(source.table).name);
+        const QString name = source.alias.isEmpty() ? table : quotedName(source.alias);
+        if (const auto narrowed = m_narrowed.find(name); narrowed != m_narrowed.end())
+            return QStringLiteral("(SELECT DISTINCT %1 FROM %2) AS %3").arg(listed(narrowed->second), table, name);
+        return source.alias.isEmpty() ? table : table + QLatin1String(" AS ") + name;
     }
     QString where(const ExpressionPtr &condition)
     {
@@ -149,6 +178,8 @@ private:
         m_expressions.refuseMixedCount();
         const bool texts = std::ranges::any_of(
             columns, [](const SelectedColumn &column) { return column.written.kind == ValueKind::Text; });
+        if (select.distinct && !m_expressions.counts())
+            narrowHiddenTables(select);
         if (select.distinct && texts)
             writeDistinctTexts(select, columns);
         else
@@ -167,6 +198,41 @@ private:
             list.append(quotedName(first.name) + QLatin1String(".rowid"));
         }
         m_out.sql = selectWord(select) + listed(list) + fromWhere(select) + orderBy(select, columns);
+    }
+    // A table that a list of distinct rows does not show, such as the loans behind a list of employees, only decides
+    // which rows are in the list: it is as good without its repetitions. Where an index finds its rows, it is left
+    // alone.
+    void narrowHiddenTables(const Select &select)
+    {
+        const std::vector<NamedTable> &tables = m_expressions.tables();
+        std::vector<std::set<int>> used(tables.size());
+        std::set<size_t> kept;
+        const auto note = [&](const Expression &expression, bool shown) {
+            forEachColumn(expression, [&](const Expression &column) {
+                const FoundColumn found = m_expressions.find(column);
+                if (found.times != 1)
+                    return;
+                const size_t table = found.table - tables.data();
+                used[table].insert(found.column);
+                if (shown || (*found).indexed)
+                    kept.insert(table);
+            });
+        };
+        for (const Output &output : select.outputs) {
+            if (output.value->kind == Expression::AllColumns)
+                return;
+            note(*output.value, true);
+        }
+        forEachCondition(*select.from, [&](const Expression &condition) { note(condition, false); });
+        if (select.where)
+            note(*select.where, false);
+        for (size_t i = 0; i < tables.size(); ++i) {
+            QStringList columns;
+            for (const int column : used[i])
+                columns.append(quotedName(tables[i].table->columns[column].name));
+            if (!kept.contains(i) && !columns.isEmpty())
+                m_narrowed.emplace(quotedName(tables[i].name), columns);
+        }
     }
     // The case-blind comparison is dear, and a list of distinct texts has few of them: rows that are the same to the
     // byte go first, and only what is left is compared as texts are.
@@ -327,6 +393,7 @@ private:
 
     const Schema &m_schema;
     ExpressionWriter m_expressions;
+    std::map<QString, QStringList> m_narrowed; ///< tables that are read for these columns' distinct values only
     Translation m_out;
 };
 
