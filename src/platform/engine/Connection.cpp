@@ -2,15 +2,57 @@
 
 #include "platform/engine/SqlFunctions.h"
 #include "platform/engine/dialect/SqlText.h"
+#include "platform/system/ProgramFolder.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr int busyMilliseconds = 2000;
+
+/// What the engine below reports, in the suite's numbers and words; "%1" is the file's name.
+struct Refusal {
+    int code;
+    int number;
+    const char *text;
+};
+
+constexpr auto duplicateText = "The changes you requested to the table were not successful because they would create "
+                               "duplicate values in the index, "
+                               "primary key, or relationship. Change the data in the field or fields that contain "
+                               "duplicate data, remove the index, "
+                               "or redefine the index to permit duplicate entries and try again.";
+
+constexpr Refusal refusals[] = {
+    {SQLITE_CONSTRAINT_PRIMARYKEY, EngineError::duplicateKey, duplicateText},
+    {SQLITE_CONSTRAINT_UNIQUE, EngineError::duplicateKey, duplicateText},
+    {SQLITE_CONSTRAINT_ROWID, EngineError::duplicateKey, duplicateText},
+    {SQLITE_NOTADB, EngineError::notADatabase, "Unrecognized database format '%1'."},
+    {SQLITE_CORRUPT, EngineError::damagedFile,
+     "Cannot open database '%1'. It may not be a database that your application recognizes, or the file may be "
+     "corrupt."},
+    {SQLITE_CANTOPEN, EngineError::cannotOpenFile,
+     "The database engine cannot open the file '%1'. It is already opened exclusively by another user, or you need "
+     "permission to view its data."},
+    {SQLITE_READONLY, EngineError::readOnly, "Cannot update. Database or object is read-only."},
+    {SQLITE_PERM, EngineError::readOnly, "Cannot update. Database or object is read-only."},
+    {SQLITE_FULL, EngineError::diskFull, "Not enough space on disk."},
+    {SQLITE_IOERR, EngineError::diskError, "Disk or network error."},
+    {SQLITE_TOOBIG, EngineError::tooMuchData,
+     "The field is too small to accept the amount of data you attempted to add."},
+};
+
+// The limits of the engine below have no codes of their own.
+bool isTooComplex(const QString &text)
+{
+    constexpr QStringView beginnings[] = {u"Expression tree is too large", u"parser stack overflow", u"too many "};
+    return std::ranges::any_of(beginnings, [&](QStringView beginning) { return text.startsWith(beginning); });
+}
 
 using dialect::ValueKind;
 
@@ -64,12 +106,11 @@ private:
 
 void Connection::FinalizeStatement::operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
 
-QString Connection::nativePath(const QString &path) { return QString(path).replace(u'\\', QDir::separator()); }
-
-Connection::Connection(const QString &path, bool create) : m_path(path)
+Connection::Connection(const QString &path, Mode mode) : m_path(path)
 {
-    const QString file = QFileInfo(nativePath(path)).absoluteFilePath();
+    const QString file = QFileInfo(ProgramFolder::toNative(path)).absoluteFilePath();
     // There is one thread; the locks of the engine below would only cost time.
+    const bool create = mode == Mode::CreateNew;
     const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
     try {
         if (sqlite3_open_v2(file.toUtf8().constData(), &m_connection, flags, nullptr) != SQLITE_OK)
@@ -85,6 +126,7 @@ Connection::Connection(const QString &path, bool create) : m_path(path)
         // An empty file is none of the engine's: the first page is written at once.
         if (create)
             execute(QStringLiteral("PRAGMA user_version = 1"));
+        // What is wrong with a file shows when it is first read.
         execute(QStringLiteral("SELECT count(*) FROM sqlite_schema"));
         m_opened = true;
     } catch (...) {
@@ -149,12 +191,14 @@ RowStore Connection::read(const QString &sql)
 
 void Connection::copyTo(const QString &file)
 {
-    Connection copy(file, true);
+    Connection copy(file, Mode::CreateNew);
     sqlite3_backup *backup = sqlite3_backup_init(copy.m_connection, "main", m_connection, "main");
     if (!backup)
         copy.fail();
     const int result = sqlite3_backup_step(backup, -1);
     sqlite3_backup_finish(backup);
+    if (result == SQLITE_BUSY || result == SQLITE_LOCKED)
+        failLocked(nullptr);
     if (result != SQLITE_DONE)
         copy.fail();
 }
@@ -225,62 +269,36 @@ void Connection::failRelation(const dialect::Translation *translation, const std
 
 void Connection::fail(const dialect::Translation *translation, const std::vector<Value> &values)
 {
-    if (m_refused) {
-        const EngineError refused = *m_refused;
-        m_refused.reset();
-        throw refused;
-    }
+    if (m_refused)
+        throw *std::exchange(m_refused, std::nullopt);
     const int code = sqlite3_extended_errcode(m_connection);
     const QString text = QString::fromUtf8(sqlite3_errmsg(m_connection));
-    switch (code) {
-    case SQLITE_CONSTRAINT_FOREIGNKEY:
+    if (code == SQLITE_CONSTRAINT_FOREIGNKEY)
         failRelation(translation, values);
-    case SQLITE_CONSTRAINT_PRIMARYKEY:
-    case SQLITE_CONSTRAINT_UNIQUE:
-    case SQLITE_CONSTRAINT_ROWID:
-        throw EngineError(
-            EngineError::duplicateKey,
-            QStringLiteral("The changes you requested to the table were not successful because they would create "
-                           "duplicate values in the index, primary key, or relationship. Change the data in the "
-                           "field or fields that contain duplicate data, remove the index, or redefine the index "
-                           "to permit duplicate entries and try again."));
-    case SQLITE_CONSTRAINT_NOTNULL:
-        throw EngineError(
-            EngineError::valueRequired,
-            QStringLiteral("The field '%1' cannot contain a Null value because the Required property for this "
-                           "field is set to True. Enter a value in this field.")
-                .arg(text.sliced(text.lastIndexOf(u' ') + 1)));
-    }
-    switch (code & 0xff) {
-    case SQLITE_BUSY:
-    case SQLITE_LOCKED:
-        throw EngineError(EngineError::lockedFile,
-                          m_opened
-                              ? QStringLiteral("Could not update; currently locked by another user.")
-                              : QStringLiteral("Could not open '%1'; currently locked by another user.").arg(m_path));
-    case SQLITE_NOTADB:
-        throw EngineError(EngineError::notADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(m_path));
-    case SQLITE_CORRUPT:
-        throw EngineError(EngineError::damagedFile,
-                          QStringLiteral("Cannot open database '%1'. It may not be a database that your application "
-                                         "recognizes, or the file may be corrupt.")
-                              .arg(m_path));
-    case SQLITE_CANTOPEN:
-        throw EngineError(EngineError::cannotOpenFile,
-                          QStringLiteral("The database engine cannot open the file '%1'.").arg(m_path));
-    case SQLITE_READONLY:
-        throw EngineError(EngineError::readOnly, QStringLiteral("Cannot update. Database or object is read-only."));
-    case SQLITE_FULL:
-        throw EngineError(EngineError::diskFull, QStringLiteral("Not enough space on disk."));
-    case SQLITE_IOERR:
-        throw EngineError(EngineError::diskError, QStringLiteral("Disk or network error."));
-    case SQLITE_TOOBIG:
-        throw EngineError(EngineError::tooMuchData,
-                          QStringLiteral("The field is too small to accept the amount of data you attempted to add."));
-    case SQLITE_NOMEM:
+    if (code == SQLITE_CONSTRAINT_NOTNULL)
+        throw EngineError(EngineError::valueRequired,
+                          QStringLiteral("The field '%1' cannot contain a Null value because the Required property for "
+                                         "this field is set to True. Enter a value in this field.")
+                              .arg(text.sliced(text.lastIndexOf(u' ') + 1)));
+    if (code == SQLITE_NOMEM)
         throw std::bad_alloc();
-    }
-    if (text.contains(u"Expression tree is too large") || text.contains(u"parser stack overflow"))
+    const int primary = code & 0xff;
+    if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED)
+        failLocked(translation);
+    if (primary == SQLITE_ERROR && isTooComplex(text))
         throw EngineError(EngineError::tooComplex, QStringLiteral("Query is too complex."));
+    for (const Refusal &refusal : refusals)
+        if (refusal.code == code || refusal.code == primary)
+            throw EngineError(refusal.number, QString::fromLatin1(refusal.text).replace(QLatin1String("%1"), m_path));
     throw EngineError(EngineError::internalError, QStringLiteral("Reserved error (%1); %2.").arg(code).arg(text));
+}
+
+void Connection::failLocked(const dialect::Translation *translation) const
+{
+    const bool reading = translation && translation->kind == dialect::Statement::SelectRows;
+    const QString what = !m_opened ? QStringLiteral("open '%1'").arg(m_path)
+        : reading                  ? QStringLiteral("read")
+                                   : QStringLiteral("update");
+    throw EngineError(EngineError::lockedFile,
+                      QStringLiteral("Could not %1; currently locked by another user.").arg(what));
 }

@@ -20,14 +20,15 @@ public:
     };
     using Prepared = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
-    /// Opens the file that `path` names, as it is; with `create` a new one.
-    Connection(const QString &path, bool create);
+    enum class Mode { OpenExisting, CreateNew };
+
+    /// `path` keeps its literal text; a "\" in it counts as the system's separator.
+    /// @throws EngineError for a file that is none of the engine's, is damaged or locked.
+    Connection(const QString &path, Mode mode);
     ~Connection();
     Q_DISABLE_COPY_MOVE(Connection)
 
     const QString &path() const { return m_path; }
-    /// The file's place with the system's separators.
-    static QString nativePath(const QString &path);
 
     Prepared prepare(const QString &sql);
     /// Runs with `values` for "?1" onwards to the end, and puts the rows, if any, into `rows`; afterwards
@@ -50,6 +51,7 @@ public:
 private:
     [[noreturn]] void fail(const dialect::Translation *translation = nullptr, const std::vector<Value> &values = {});
     [[noreturn]] void failRelation(const dialect::Translation *translation, const std::vector<Value> &values);
+    [[noreturn]] void failLocked(const dialect::Translation *translation) const;
     bool hasPartner(const dialect::Reference &reference, const std::vector<Value> &values);
 
     QString m_path;

@@ -2,17 +2,20 @@
 
 #include "platform/engine/RecordsetPrivate.h"
 #include "platform/engine/StoredValue.h"
+#include "platform/engine/dialect/Lexer.h"
 #include "platform/engine/dialect/Parser.h"
 #include "platform/engine/dialect/SqliteWriter.h"
+#include "platform/system/ProgramFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 namespace {
 
-constexpr size_t maximumKept = 512;
 // Longer lists and chains hardly come twice, and the engine below takes a bounded number of parameters.
 constexpr size_t maximumLiterals = 100;
 constexpr qsizetype shortDateLength = 10;
@@ -31,53 +34,37 @@ Value literalValue(const dialect::Literal &literal, const dialect::Parameter &pa
 
 }
 
-bool Database::Private::fits(const Kept &kept, const std::vector<dialect::Literal> &literals) const
+Database::Private::BoundStatement Database::Private::bound(const QString &statement)
 {
-    return std::ranges::all_of(kept.translation.pinned, [&](const dialect::PinnedLiteral &pinned) {
-        return literals[pinned.literal].value == pinned.value;
-    });
-}
-
-Database::Private::Kept &Database::Private::ready(const QString &statement)
-{
-    dialect::Shape shape = dialect::shapeOf(statement);
+    const dialect::Shape shape = dialect::shapeOf(statement);
     const bool keep = shape.literals.size() <= maximumLiterals;
-    const auto found = keep ? m_byShape.find(shape.text) : m_byShape.end();
-    Kept *kept = nullptr;
-    if (found != m_byShape.end() && fits(*found->second, shape.literals)) {
-        m_kept.splice(m_kept.begin(), m_kept, found->second);
-        kept = &m_kept.front();
-    } else {
+    const auto isPinnedTo = [&](const dialect::PinnedLiteral &pinned) {
+        return shape.literals[pinned.literal].value == pinned.value;
+    };
+    std::shared_ptr<const PreparedStatement> prepared = keep ? cache.find(shape.text) : nullptr;
+    if (!prepared || !std::ranges::all_of(prepared->translation.pinned, isPinnedTo)) {
         dialect::Translation translation = dialect::translate(
             dialect::parse(statement), schema, keep ? dialect::Literals::AsParameters : dialect::Literals::Inline);
-        Connection::Prepared prepared = connection.prepare(translation.sql);
-        Kept fresh{shape.text, std::move(translation), std::move(prepared), {}};
-        if (!keep) {
-            m_passing = std::move(fresh);
-            kept = &m_passing;
-        } else {
-            if (found != m_byShape.end()) {
-                m_kept.erase(found->second);
-                m_byShape.erase(found);
-            } else if (m_kept.size() == maximumKept) {
-                m_byShape.erase(m_kept.back().shape);
-                m_kept.pop_back();
-            }
-            m_kept.push_front(std::move(fresh));
-            m_byShape.emplace(shape.text, m_kept.begin());
-            kept = &m_kept.front();
-        }
+        Connection::Prepared handle = connection.prepare(translation.sql);
+        prepared = std::make_shared<PreparedStatement>(std::move(translation), std::move(handle));
+        if (keep)
+            cache.insert(shape.text, prepared);
     }
-    kept->values.clear();
-    for (const dialect::Parameter &parameter : kept->translation.parameters)
-        kept->values.push_back(literalValue(shape.literals[parameter.literal], parameter));
-    return *kept;
+    BoundStatement bound{prepared, {}};
+    bound.values.reserve(prepared->translation.parameters.size());
+    for (const dialect::Parameter &parameter : prepared->translation.parameters)
+        bound.values.push_back(literalValue(shape.literals[parameter.literal], parameter));
+    return bound;
+}
+
+qint64 Database::Private::run(const BoundStatement &statement, RowStore *rows)
+{
+    return connection.run(statement.prepared->handle.get(), statement.values, rows, &statement.translation());
 }
 
 void Database::Private::reloadSchema()
 {
-    m_byShape.clear();
-    m_kept.clear();
+    cache.clear();
     schema = connection.schema();
 }
 
@@ -87,37 +74,30 @@ Database::~Database() = default;
 
 qint64 Database::execute(const QString &statement)
 {
-    Private::Kept &kept = d->ready(statement);
-    if (kept.translation.kind == dialect::Statement::SelectRows)
+    const Private::BoundStatement action = d->bound(statement);
+    if (action.translation().kind == dialect::Statement::SelectRows)
         throw EngineError(EngineError::notAnAction, QStringLiteral("Cannot execute a select query."));
-    return d->connection.run(kept.statement.get(), kept.values, nullptr, &kept.translation);
+    return d->run(action);
 }
 
 Recordset Database::openRecordset(const QString &statement)
 {
-    const Private::Kept &kept = d->ready(statement);
-    if (kept.translation.kind != dialect::Statement::SelectRows)
+    Private::BoundStatement rows = d->bound(statement);
+    if (rows.translation().kind != dialect::Statement::SelectRows)
         throw EngineError(EngineError::notASelect, QStringLiteral("Invalid operation."));
-    auto rows = std::make_unique<Recordset::Private>();
-    rows->database = d.get();
-    rows->columns = kept.translation.columns;
-    rows->table = kept.translation.table;
-    rows->statement = statement;
-    if (rows->table.isEmpty())
-        rows->read();
-    return Recordset(std::move(rows));
+    return Recordset(std::make_unique<Recordset::Private>(*d, std::move(rows)));
 }
 
 const QString &Database::path() const { return d->connection.path(); }
 
 void Database::backupTo(const QString &file)
 {
-    if (QFileInfo::exists(Connection::nativePath(file)))
+    if (QFileInfo::exists(ProgramFolder::toNative(file)))
         throw EngineError(EngineError::fileExists, QStringLiteral("Database '%1' already exists.").arg(file));
     try {
         d->connection.copyTo(file);
     } catch (...) {
-        QFile::remove(Connection::nativePath(file));
+        QFile::remove(ProgramFolder::toNative(file));
         throw;
     }
 }
@@ -130,15 +110,12 @@ void Database::executeNative(const QString &sql)
 
 Recordset Database::openNative(const QString &sql)
 {
-    auto rows = std::make_unique<Recordset::Private>();
-    const Connection::Prepared statement = d->connection.prepare(sql);
-    rows->database = d.get();
-    for (int i = 0; i < sqlite3_column_count(statement.get()); ++i)
-        rows->columns.push_back(
-            {QString::fromUtf8(sqlite3_column_name(statement.get(), i)), dialect::ValueKind::Unknown});
-    rows->rows = RowStore(int(rows->columns.size()));
-    d->connection.run(statement.get(), {}, &*rows->rows);
-    return Recordset(std::move(rows));
+    auto prepared = std::make_shared<PreparedStatement>();
+    prepared->handle = d->connection.prepare(sql);
+    for (int i = 0; i < sqlite3_column_count(prepared->handle.get()); ++i)
+        prepared->translation.columns.push_back(
+            {QString::fromUtf8(sqlite3_column_name(prepared->handle.get(), i)), dialect::ValueKind::Unknown});
+    return Recordset(std::make_unique<Recordset::Private>(*d, Private::BoundStatement{prepared, {}}));
 }
 
 const Database::Counters &Database::counters() const { return d->connection.counters; }
@@ -155,7 +132,7 @@ Transaction::~Transaction()
     try {
         m_database.d->connection.execute(QStringLiteral("ROLLBACK"));
     } catch (const EngineError &) {
-        // The engine rolled back by itself when it met the error that brought us here.
+        // The engine below rolled back by itself when it met the error that brought us here.
     }
 }
 

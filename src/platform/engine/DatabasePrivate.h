@@ -1,39 +1,29 @@
 #pragma once
 
-#include "platform/engine/Connection.h"
-#include "platform/engine/dialect/Lexer.h"
+#include "platform/engine/StatementCache.h"
 
-#include <list>
-#include <unordered_map>
-
-/// A file's connection, its tables, and the statements that were translated for it.
+/// A file's connection, its tables, and the statements that were translated for them.
 struct Database::Private {
-    /// A statement of some shape: translated, compiled and kept.
-    struct Kept {
-        QString shape;
-        dialect::Translation translation;
-        Connection::Prepared statement;
-        std::vector<Value> values; ///< of its parameters, this time
+    /// A statement with the values of its literals.
+    struct BoundStatement {
+        std::shared_ptr<const PreparedStatement> prepared;
+        std::vector<Value> values;
+
+        const dialect::Translation &translation() const { return prepared->translation; }
     };
 
-    explicit Private(const QString &path, bool create = false) : connection(path, create), schema(connection.schema())
-    {
-    }
+    Private(const QString &path, Connection::Mode mode) : connection(path, mode), schema(connection.schema()) { }
 
-    /// Translates `statement`, or finds it kept, with its literals for values.
-    Kept &ready(const QString &statement);
-    /// Forgets what was translated for the tables as they were.
+    /// Translates `statement`, or takes a kept one of its shape.
+    BoundStatement bound(const QString &statement);
+    /// Runs to the end. @returns the number of rows that it changed.
+    qint64 run(const BoundStatement &statement, RowStore *rows = nullptr);
+    /// Reads the tables anew, and forgets what was translated for them as they were.
     void reloadSchema();
 
     Connection connection;
     dialect::Schema schema;
+    StatementCache cache;
     int readScopes = 0;
-    Connection::Prepared readCursor;
-
-private:
-    bool fits(const Kept &kept, const std::vector<dialect::Literal> &literals) const;
-
-    std::list<Kept> m_kept; ///< last used first
-    std::unordered_map<QString, std::list<Kept>::iterator> m_byShape;
-    Kept m_passing; ///< one that is too long to be kept
+    Connection::Prepared readCursor; ///< while there are read scopes
 };

@@ -16,20 +16,24 @@ namespace {
 
 }
 
-Recordset::Recordset(std::unique_ptr<Private> data) : d(std::move(data)) { }
-Recordset::Recordset(Recordset &&) noexcept = default;
-Recordset &Recordset::operator=(Recordset &&) noexcept = default;
-Recordset::~Recordset() = default;
+// ---- rows
 
-const RowStore &Recordset::Private::read()
+Recordset::Private::Private(Database::Private &owner, Database::Private::BoundStatement statement)
+    : database(owner), source(std::move(statement))
 {
-    if (!rows) {
-        Database::Private::Kept &kept = database->ready(statement);
-        RowStore store(sqlite3_column_count(kept.statement.get()));
-        database->connection.run(kept.statement.get(), kept.values, &store);
-        rows = std::move(store);
+    // Whoever only adds to a table need not wait until it has been read.
+    if (table().isEmpty())
+        rows();
+}
+
+const RowStore &Recordset::Private::rows()
+{
+    if (!read) {
+        RowStore all(sqlite3_column_count(source.prepared->handle.get()));
+        database.run(source, &all);
+        read = std::move(all);
     }
-    return *rows;
+    return *read;
 }
 
 void Recordset::Private::requireCurrent()
@@ -38,44 +42,29 @@ void Recordset::Private::requireCurrent()
         noCurrentRecord();
 }
 
-void Recordset::Private::requireChangeable() const
-{
-    if (table.isEmpty())
-        throw EngineError(EngineError::readOnly, QStringLiteral("Cannot update. Database or object is read-only."));
-}
-
-void Recordset::Private::begin(Mode wanted)
-{
-    requireChangeable();
-    mode = wanted;
-    changes.assign(columns.size(), std::nullopt);
-}
-
 void Recordset::Private::moveTo(int row)
 {
     mode = Reading;
     current = row;
 }
 
+Recordset::Recordset(std::unique_ptr<Private> data) : d(std::move(data)) { }
+
+Recordset::Recordset(Recordset &&) noexcept = default;
+
+Recordset &Recordset::operator=(Recordset &&) noexcept = default;
+
+Recordset::~Recordset() = default;
+
 int Recordset::recordCount() const { return d->count(); }
 
-bool Recordset::atBeginning() const { return d->current < 0 || d->count() == 0; }
+bool Recordset::atBeginning() const { return d->current < 0 || isEmpty(); }
 
 bool Recordset::atEnd() const { return d->current >= d->count(); }
 
-void Recordset::moveFirst()
-{
-    if (isEmpty())
-        noCurrentRecord();
-    d->moveTo(0);
-}
+void Recordset::moveFirst() { setPosition(0); }
 
-void Recordset::moveLast()
-{
-    if (isEmpty())
-        noCurrentRecord();
-    d->moveTo(d->count() - 1);
-}
+void Recordset::moveLast() { setPosition(d->count() - 1); }
 
 void Recordset::moveNext()
 {
@@ -100,15 +89,17 @@ void Recordset::setPosition(int row)
     d->moveTo(row);
 }
 
-int Recordset::fieldCount() const { return int(d->columns.size()); }
+// ---- fields
 
-QString Recordset::fieldName(int column) const { return d->columns.at(column).name; }
+int Recordset::fieldCount() const { return int(d->columns().size()); }
+
+QString Recordset::fieldName(int column) const { return d->columns().at(column).name; }
 
 int Recordset::fieldIndex(QStringView name) const
 {
-    for (size_t i = 0; i < d->columns.size(); ++i)
-        if (dialect::sameName(d->columns[i].name, name))
-            return int(i);
+    for (int column = 0; column < fieldCount(); ++column)
+        if (dialect::sameName(d->columns()[column].name, name))
+            return column;
     throw EngineError(EngineError::noSuchField, QStringLiteral("Item not found in this collection: '%1'.").arg(name));
 }
 
@@ -122,7 +113,7 @@ Value Recordset::field(int column) const
     if (d->mode == Private::Adding)
         return {};
     d->requireCurrent();
-    return d->rows->at(d->current, column);
+    return d->rows().at(d->current, column);
 }
 
 Value Recordset::field(QStringView name) const { return field(fieldIndex(name)); }
@@ -131,20 +122,21 @@ Value Recordset::at(int row, int column) const
 {
     if (row < 0 || row >= d->count() || column < 0 || column >= fieldCount())
         noCurrentRecord();
-    return d->rows->at(row, column);
+    return d->rows().at(row, column);
 }
 
 bool Recordset::findFirst(const QString &criteria)
 {
+    // The engine below decides about each row, so that a condition means here what it means behind WHERE.
     const dialect::ExpressionPtr condition = dialect::parseCondition(criteria);
-    const Connection::Prepared statement =
-        d->database->connection.prepare(dialect::translateCondition(*condition, d->columns));
+    Connection &connection = d->database.connection;
+    const Connection::Prepared test = connection.prepare(dialect::translateCondition(*condition, d->columns()));
     for (int row = 0; row < d->count(); ++row) {
         std::vector<Value> fields;
         for (int column = 0; column < fieldCount(); ++column)
-            fields.push_back(d->rows->at(row, column));
+            fields.push_back(d->rows().at(row, column));
         RowStore met(1);
-        d->database->connection.run(statement.get(), fields, &met);
+        connection.run(test.get(), fields, &met);
         if (met.at(0, 0).toBool()) {
             d->moveTo(row);
             return true;
@@ -153,7 +145,41 @@ bool Recordset::findFirst(const QString &criteria)
     return false;
 }
 
-void Recordset::addNew() { d->begin(Private::Adding); }
+// ---- changes
+
+void Recordset::Private::requireChangeable() const
+{
+    if (table().isEmpty())
+        throw EngineError(EngineError::readOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+}
+
+void Recordset::Private::requireMode() const
+{
+    if (mode == Reading)
+        throw EngineError(EngineError::updateWithoutEdit,
+                          QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+}
+
+void Recordset::Private::begin(Mode wanted)
+{
+    mode = wanted;
+    changes.assign(columns().size(), std::nullopt);
+}
+
+RowStore Recordset::Private::change(const dialect::Translation &translation, const std::vector<Value> &values)
+{
+    const Connection::Prepared statement = database.connection.prepare(translation.sql);
+    RowStore changed(sqlite3_column_count(statement.get()));
+    if (database.connection.run(statement.get(), values, &changed, &translation) == 0)
+        throw EngineError(EngineError::recordDeleted, QStringLiteral("Record is deleted."));
+    return changed;
+}
+
+void Recordset::addNew()
+{
+    d->requireChangeable();
+    d->begin(Private::Adding);
+}
 
 void Recordset::edit()
 {
@@ -164,71 +190,59 @@ void Recordset::edit()
 
 void Recordset::setField(QStringView name, const Value &value)
 {
+    d->requireMode();
     const int column = fieldIndex(name);
-    if (d->mode == Private::Reading)
-        throw EngineError(EngineError::updateWithoutEdit,
-                          QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
-    d->changes[column] = storedValue(value, d->columns[column].kind);
+    d->changes[column] = storedValue(value, d->columns()[column].kind);
 }
 
-void Recordset::cancelUpdate() { d->mode = Private::Reading; }
-
-RowStore Recordset::Private::store(const dialect::Translation &translation, const std::vector<Value> &values)
+void Recordset::cancelUpdate()
 {
-    Connection &connection = database->connection;
-    const Connection::Prepared statement = connection.prepare(translation.sql);
-    RowStore stored(sqlite3_column_count(statement.get()));
-    if (connection.run(statement.get(), values, &stored, &translation) == 0)
-        throw EngineError(EngineError::recordDeleted, QStringLiteral("Record is deleted."));
-    return stored;
+    d->requireMode();
+    d->mode = Private::Reading;
 }
 
 void Recordset::update()
 {
-    if (d->mode == Private::Reading)
-        throw EngineError(EngineError::updateWithoutEdit,
-                          QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+    d->requireMode();
     const bool adding = d->mode == Private::Adding;
-    const dialect::Table &table = *d->database->schema.find(d->table);
+    const dialect::Table &table = *d->database.schema.find(d->table());
     dialect::Translation translation;
     translation.kind = adding ? dialect::Statement::Insert : dialect::Statement::Update;
-    translation.table = d->table;
-    QStringList names, parameters, assignments, columns;
+    translation.table = table.name;
+    QStringList all, names, parameters, assignments;
     std::vector<Value> values;
-    for (size_t i = 0; i < d->columns.size(); ++i) {
-        columns.append(dialect::quotedName(d->columns[i].name));
+    for (int i = 0; i < fieldCount(); ++i) {
+        all.append(dialect::quotedName(fieldName(i)));
         if (!d->changes[i])
             continue;
         values.push_back(*d->changes[i]);
-        names.append(columns.last());
+        names.append(all.last());
         parameters.append(u'?' + QString::number(values.size()));
         assignments.append(names.last() + QLatin1String(" = ") + parameters.last());
         for (const dialect::ForeignKey &key : table.foreignKeys)
-            if (dialect::sameName(key.column, d->columns[i].name))
+            if (dialect::sameName(key.column, fieldName(i)))
                 translation.references.push_back({key, parameters.last()});
     }
-    if (!adding && values.empty()) {
-        d->mode = Private::Reading;
-        return;
-    }
+    const QString into = dialect::quotedName(table.name);
     if (adding && values.empty()) {
-        translation.sql =
-            QLatin1String("INSERT INTO ") + dialect::quotedName(d->table) + QLatin1String(" DEFAULT VALUES");
+        translation.sql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(into);
     } else if (adding) {
-        translation.sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                              .arg(dialect::quotedName(d->table), names.join(u','), parameters.join(u','));
-    } else {
-        values.push_back(d->rows->at(d->current, fieldCount()));
         translation.sql =
-            QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
-                .arg(dialect::quotedName(d->table), assignments.join(u','), QString::number(values.size()));
+            QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(into, names.join(u','), parameters.join(u','));
+    } else if (!values.empty()) {
+        values.push_back(d->rows().at(d->current, fieldCount()));
+        translation.sql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
+                              .arg(into, assignments.join(u','), QString::number(values.size()));
     }
-    translation.sql += QLatin1String(" RETURNING ") + columns.join(u',') + QLatin1String(", rowid");
-    const RowStore stored = d->store(translation, values);
-    if (!adding)
-        d->rows->replace(d->current, stored);
-    else if (d->rows)
-        d->rows->append(stored);
+    if (!translation.sql.isEmpty()) {
+        if (d->read)
+            translation.sql += QStringLiteral(" RETURNING %1, rowid").arg(all.join(u','));
+        const RowStore changed = d->change(translation, values);
+        if (d->read && adding)
+            d->read->append(changed);
+        else if (d->read)
+            d->read->replace(d->current, changed);
+    }
     d->mode = Private::Reading;
 }
 
@@ -238,9 +252,9 @@ void Recordset::remove()
     d->requireCurrent();
     dialect::Translation translation;
     translation.kind = dialect::Statement::Delete;
-    translation.table = d->table;
-    translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(dialect::quotedName(d->table));
-    d->store(translation, {d->rows->at(d->current, fieldCount())});
-    d->rows->remove(d->current);
+    translation.table = d->table();
+    translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(dialect::quotedName(d->table()));
+    d->change(translation, {d->rows().at(d->current, fieldCount())});
+    d->read->remove(d->current);
     d->mode = Private::Reading;
 }

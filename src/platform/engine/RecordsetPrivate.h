@@ -3,25 +3,29 @@
 #include "platform/engine/DatabasePrivate.h"
 #include "platform/engine/Recordset.h"
 
-/// The rows, read when they are first asked for where they can be added to.
 struct Recordset::Private {
     enum Mode { Reading, Adding, Editing };
 
-    Database::Private *database = nullptr;
-    QString statement;
-    QString table; ///< whose rows can be changed; empty where they cannot
-    std::vector<dialect::OutputColumn> columns;
-    std::optional<RowStore> rows; ///< behind the columns the row's number, where rows can be changed
-    int current = 0;
-    Mode mode = Reading;
-    std::vector<std::optional<Value>> changes;
+    Private(Database::Private &database, Database::Private::BoundStatement rows);
 
-    const RowStore &read();
-    int count() { return read().rowCount(); }
+    const std::vector<dialect::OutputColumn> &columns() const { return source.translation().columns; }
+    /// Whose rows can be changed; empty where they cannot.
+    const QString &table() const { return source.translation().table; }
+    const RowStore &rows();
+    int count() { return rows().rowCount(); }
     void requireCurrent();
     void requireChangeable() const;
+    void requireMode() const;
     void begin(Mode mode);
     void moveTo(int row);
-    /// Stores the changes by `sql`, which gives back the row as it stands then.
-    RowStore store(const dialect::Translation &translation, const std::vector<Value> &values);
+    /// Runs a change of one row, whose parameters are `values`. @returns the row as it stands then, where it is asked
+    /// for.
+    RowStore change(const dialect::Translation &translation, const std::vector<Value> &values);
+
+    Database::Private &database;
+    Database::Private::BoundStatement source;
+    std::optional<RowStore> read; ///< behind the columns the row's number, where rows can be changed
+    int current = 0;
+    Mode mode = Reading;
+    std::vector<std::optional<Value>> changes; ///< by column
 };

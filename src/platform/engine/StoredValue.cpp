@@ -9,6 +9,8 @@
 
 namespace {
 
+using dialect::ValueKind;
+
 // Money is counted in ten-thousandths, in 64 bits.
 constexpr double currencyUnits = 10'000;
 constexpr double maximumCurrency = 922'337'203'685'477.0;
@@ -18,9 +20,10 @@ constexpr double maximumCurrency = 922'337'203'685'477.0;
     throw EngineError(EngineError::typeMismatch, QStringLiteral("Data type mismatch in criteria expression."));
 }
 
-[[noreturn]] void overflow()
+void requireWithin(double number, double minimum, double maximum)
 {
-    throw EngineError(EngineError::numericOverflow, QStringLiteral("Numeric field overflow."));
+    if (number < minimum || number > maximum)
+        throw EngineError(EngineError::numericOverflow, QStringLiteral("Numeric field overflow."));
 }
 
 double numberOf(const Value &value)
@@ -28,49 +31,58 @@ double numberOf(const Value &value)
     if (!value.isText())
         return value.toNumber();
     const std::optional<double> number = numberIn(value.toText());
-    return number ? *number : (typeMismatch(), 0.0);
+    if (!number)
+        typeMismatch();
+    return *number;
 }
 
-Value storedLong(const Value &value)
+qint64 storedLong(const Value &value)
 {
     const double rounded = std::nearbyint(numberOf(value));
-    if (rounded < std::numeric_limits<qint32>::min() || rounded > std::numeric_limits<qint32>::max())
-        overflow();
+    requireWithin(rounded, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
     return qint64(rounded);
 }
 
-Value storedCurrency(const Value &value)
+double storedCurrency(const Value &value)
 {
     const double amount = numberOf(value);
-    if (std::fabs(amount) > maximumCurrency)
-        overflow();
+    requireWithin(amount, -maximumCurrency, maximumCurrency);
     return std::nearbyint(amount * currencyUnits) / currencyUnits;
 }
 
-Value storedDateText(const Value &value)
+QString storedDateText(const Value &value)
 {
     const QString date = value.isText() ? dialect::storedDate(value.toText()) : QString();
-    return date.isEmpty() ? (typeMismatch(), Value()) : date;
+    if (date.isEmpty())
+        typeMismatch();
+    return date;
 }
 
-}
-
-Value storedValue(const Value &value, dialect::ValueKind kind)
+int storedYesNo(const Value &value)
 {
-    if (kind == dialect::ValueKind::YesNo)
-        return value.isText() ? (typeMismatch(), Value()) : value.toBool() ? -1 : 0;
+    if (value.isText())
+        typeMismatch();
+    return value.toBool() ? -1 : 0;
+}
+
+}
+
+Value storedValue(const Value &value, ValueKind kind)
+{
+    if (kind == ValueKind::YesNo)
+        return storedYesNo(value);
     if (value.isNull())
         return value;
     switch (kind) {
-    case dialect::ValueKind::Long:
+    case ValueKind::Long:
         return storedLong(value);
-    case dialect::ValueKind::Number:
+    case ValueKind::Number:
         return numberOf(value);
-    case dialect::ValueKind::Currency:
+    case ValueKind::Currency:
         return storedCurrency(value);
-    case dialect::ValueKind::Date:
+    case ValueKind::Date:
         return storedDateText(value);
-    case dialect::ValueKind::Text:
+    case ValueKind::Text:
         return value.toText();
     default:
         return value;

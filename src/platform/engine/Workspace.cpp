@@ -1,17 +1,14 @@
 #include "platform/engine/Workspace.h"
 
 #include "platform/engine/DatabasePrivate.h"
+#include "platform/system/ProgramFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 namespace {
 
-[[noreturn]] void cannotOpen(const QString &path)
-{
-    throw EngineError(EngineError::cannotOpenFile,
-                      QStringLiteral("The database engine cannot open the file '%1'.").arg(path));
-}
+constexpr qint64 headerSize = 100;
 
 }
 
@@ -23,21 +20,31 @@ Workspace &Workspace::first()
 
 std::unique_ptr<Database> Workspace::openDatabase(const QString &path)
 {
-    const QFileInfo file(Connection::nativePath(path));
+    const QFileInfo file(ProgramFolder::toNative(path));
     if (!file.exists())
         throw EngineError(EngineError::fileNotFound, QStringLiteral("Could not find file '%1'.").arg(path));
     if (!file.isFile() || !file.isReadable())
-        cannotOpen(path);
-    // The engine below takes an empty file for a database without tables.
-    if (file.size() == 0)
+        throw EngineError(EngineError::cannotOpenFile,
+                          QStringLiteral("The database engine cannot open the file '%1'. It is not a file, or you need "
+                                         "permission to view its data.")
+                              .arg(path));
+    // The engine below takes an empty file, and one of a single byte, for a database without tables.
+    if (file.size() < headerSize)
         throw EngineError(EngineError::notADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(path));
-    return std::unique_ptr<Database>(new Database(std::make_unique<Database::Private>(path)));
+    auto data = std::make_unique<Database::Private>(path, Connection::Mode::OpenExisting);
+    return std::unique_ptr<Database>(new Database(std::move(data)));
 }
 
 std::unique_ptr<Database> Workspace::createDatabase(const QString &path)
 {
-    const QString native = Connection::nativePath(path);
-    if (QFileInfo::exists(native))
+    const QString file = ProgramFolder::toNative(path);
+    if (QFileInfo::exists(file))
         throw EngineError(EngineError::fileExists, QStringLiteral("Database '%1' already exists.").arg(path));
-    return std::unique_ptr<Database>(new Database(std::make_unique<Database::Private>(path, true)));
+    try {
+        auto data = std::make_unique<Database::Private>(path, Connection::Mode::CreateNew);
+        return std::unique_ptr<Database>(new Database(std::move(data)));
+    } catch (...) {
+        QFile::remove(file);
+        throw;
+    }
 }

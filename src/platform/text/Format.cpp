@@ -23,12 +23,18 @@ QString Format::dialogDate(const QDateTime &when) { return when.toString(QString
 QString Format::currency(double amount)
 {
     // Money has four places; what is half a cent there goes up, whatever its binary fraction says.
-    const double cents = std::floor(std::round(std::fabs(amount) * 10000) / 100 + 0.5);
-    QString digits = QString::number(cents, 'f', 0).rightJustified(3, u'0');
-    digits.insert(digits.size() - 2, u'.');
+    double whole = 0;
+    const double fraction = std::modf(std::fabs(amount), &whole);
+    int cents = (int(std::round(fraction * 10000)) + 50) / 100;
+    if (cents == 100) {
+        cents = 0;
+        ++whole;
+    }
+    const bool negative = amount < 0 && (whole > 0 || cents > 0);
+    QString digits = QString::number(whole, 'f', 0) + u'.' + QString::number(cents).rightJustified(2, u'0');
     for (qsizetype comma = digits.size() - 6; comma > 0; comma -= 3)
         digits.insert(comma, u',');
-    return amount < 0 && cents > 0 ? QStringLiteral("($%1)").arg(digits) : QStringLiteral("$%1").arg(digits);
+    return negative ? QStringLiteral("($%1)").arg(digits) : QStringLiteral("$%1").arg(digits);
 }
 
 QString Format::plainNumber(double number)

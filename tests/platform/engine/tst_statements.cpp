@@ -68,7 +68,7 @@ private:
 void TestStatements::initTestCase()
 {
     m_database = Workspace::first().createDatabase(m_folder.filePath("crib.mdb"));
-    m_database->executeNative(contents("crib.sql"));
+    m_database->executeNative("BEGIN;" + contents("crib.sql") + "COMMIT");
 }
 
 void TestStatements::cleanupTestCase() { m_database.reset(); }

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
-bool dialect::sameName(QStringView a, QStringView b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
+bool dialect::sameName(QStringView a, QStringView b)
+{
+    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
+}
 
 int dialect::Table::find(QStringView wanted) const
 {
