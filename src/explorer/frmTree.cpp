@@ -71,7 +71,11 @@ frmTree::frmTree()
     ui.optMode0->setChecked(true);
 }
 
-frmTree::~frmTree() { setTheExplorer(nullptr); }
+frmTree::~frmTree()
+{
+    if (explorerIfOpen() == this)
+        setTheExplorer(nullptr);
+}
 
 void frmTree::Startup(bool showProgress)
 {
@@ -174,6 +178,10 @@ bool frmTree::event(QEvent *event)
 
 QAbstractButton *frmTree::commandOf(const QKeyEvent &key) const
 {
+    if (key.modifiers() == Qt::NoModifier && key.key() == Qt::Key_Delete)
+        return ui.cmdDelete;
+    if (key.modifiers() == Qt::NoModifier && key.key() == Qt::Key_F5)
+        return ui.cmdRefresh;
     if (key.modifiers() != Qt::AltModifier)
         return nullptr;
     const QKeySequence pressed(key.keyCombination());

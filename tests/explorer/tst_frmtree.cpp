@@ -528,6 +528,15 @@ void TestFrmTree::commandKeysWinOverOtherCaptions()
     QCOMPARE(explorer().TreeMode(), "location");
     QCOMPARE(user.texts(), QStringList("Please select a tool to Check Out."));
     QCOMPARE(explorer().selectedItem()->key, "l1");
+
+    user.answers(QMessageBox::Ok);
+    explorer().ui.tvMain->setFocus();
+    ProgramState::TreeHasFocus = true;
+    QTest::keyClick(explorer().ui.tvMain, Qt::Key_Delete);
+    QCOMPARE(user.texts().last(), "You cannot delete the Tools node.");
+    m_crib->run({"INSERT INTO Locations (Description,Parent) VALUES('Shelf 2',0)"});
+    QTest::keyClick(explorer().ui.tvMain, Qt::Key_F5);
+    QCOMPARE(treeLines(node("x0")).last(), ".l4 Shelf 2");
 }
 
 void TestFrmTree::keyboardDecidesWhatCommandsActOn()
