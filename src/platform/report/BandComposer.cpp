@@ -30,16 +30,13 @@ QString printable(QString text, bool keepsLineEnds)
 
 BandComposer::BandComposer(const Template &report, const Records &records, const QHash<QString, QString> &parameters,
                            const QDateTime &now)
-    : m_template(report),
-      m_records(records),
+    : m_records(records),
       m_parameters(parameters),
       m_now(now),
       m_measure(report.font),
-      m_pageSize(report.paper.size(QPageSize::Point) * TextMeasure::twipsPerPoint),
+      m_pageSize(report.pageLayout().fullRect(QPageLayout::Point).size() * TextMeasure::twipsPerPoint),
       m_margin(report.margin * TextMeasure::twipsPerPoint)
 {
-    if (report.landscape)
-        m_pageSize.transpose();
     const double available = m_pageSize.width() - 2 * m_margin;
     double total = 0;
     for (const GridColumn &column : report.columns)

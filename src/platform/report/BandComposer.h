@@ -58,7 +58,6 @@ private:
     PageElement ruleElement(double top) const;
     PageElement cellElement(const Cell &cell, const BandLine &line, const QString &text, double top);
 
-    const Template &m_template;
     const Records &m_records;
     QHash<QString, QString> m_parameters;
     QDateTime m_now;

@@ -5,6 +5,8 @@
 #include <QDate>
 #include <QLocale>
 
+#include <cmath>
+
 namespace {
 constexpr std::pair<QLatin1StringView, FieldFormat> formats[] = {
     {QLatin1StringView("short date"), {FieldFormat::ShortDate}},
@@ -19,6 +21,13 @@ constexpr std::pair<QLatin1StringView, FieldFormat> formats[] = {
     {QLatin1StringView("yes/no"), {FieldFormat::YesNo}},
     {QLatin1StringView("upper"), {FieldFormat::Upper}},
 };
+
+/// Money has four places; what is half there goes away from zero, whatever its binary fraction says.
+QString rounded(double number, int decimals)
+{
+    const double scale = std::pow(10, decimals);
+    return QString::number(std::round(std::round(number * 10000) / (10000 / scale)) / scale, 'f', decimals);
+}
 
 QString month(const QString &stored)
 {
@@ -68,7 +77,7 @@ QString FieldFormat::apply(const Value &value) const
     case Currency:
         return Format::currency(value.toNumber());
     case Decimals:
-        return QString::number(value.toNumber(), 'f', decimals);
+        return rounded(value.toNumber(), decimals);
     case YesNo:
         return value.toBool() ? QStringLiteral("Yes") : QStringLiteral("No");
     case Upper:

@@ -28,9 +28,7 @@ void PageWriter::writePdf(QFileDevice &file, const Template &report, const QStri
     writer.setTitle(title);
     writer.setCreator(QStringLiteral("Vorlane Manager"));
     writer.setResolution(int(TextMeasure::twipsPerInch));
-    writer.setPageSize(report.paper);
-    writer.setPageOrientation(report.landscape ? QPageLayout::Landscape : QPageLayout::Portrait);
-    writer.setPageMargins(QMarginsF());
+    writer.setPageLayout(report.pageLayout());
     // The writer itself reports success on a full disk, or that there is no further page; the file knows the reason.
     try {
         print(writer, 0, m_layout.pageCount() - 1, [&](double done) {

@@ -15,6 +15,8 @@
 namespace {
 
 constexpr int millisecondsBetweenReports = 30;
+// A formula of thousands of records' numbers is not shown whole on every page.
+constexpr int maxShownFormula = 4000;
 
 /// The place of a template in the program's folder; nothing outside of it can be named.
 QString placeOf(const QString &templatePath)
@@ -80,7 +82,7 @@ int Report::open(const QString &templatePath, const QString &formula, const QHas
         if (run->parameters.value(QStringLiteral("title")).isEmpty())
             run->parameters[QStringLiteral("title")] = report.title;
         run->parameters[QStringLiteral("selection")] =
-            formula.trimmed().isEmpty() ? QStringLiteral("All records") : formula.simplified();
+            formula.trimmed().isEmpty() ? QStringLiteral("All records") : formula.left(maxShownFormula).simplified();
         for (auto used = report.parameters.cbegin(); used != report.parameters.cend(); ++used)
             if (!run->parameters.contains(used.key()))
                 throw templateError(report.fileName, used.value(),
@@ -108,6 +110,8 @@ bool Report::isLaidOut() const { return m_run && m_run->layout->isComplete(); }
 int Report::pageCount() const { return m_run ? m_run->layout->pageCount() : 0; }
 
 QSizeF Report::pageSize() const { return m_run ? m_run->composer->pageSize() : QSizeF(); }
+
+QPageLayout Report::pageLayout() const { return m_run ? m_run->report.pageLayout() : QPageLayout(); }
 
 QString Report::title() const { return m_run ? m_run->parameters.value(QStringLiteral("title")) : QString(); }
 

@@ -4,6 +4,7 @@
 #include "platform/report/ResultCode.h"
 
 #include <QHash>
+#include <QPageLayout>
 #include <QRectF>
 #include <QSizeF>
 #include <QString>
@@ -41,6 +42,8 @@ public:
     /// Those laid out so far; there is at least one after the first layout().
     int pageCount() const;
     QSizeF pageSize() const;
+    /// How a printer's page is to be set up for print().
+    QPageLayout pageLayout() const;
     QString title() const;
     int recordCount() const;
 
@@ -49,7 +52,7 @@ public:
     /// Where `text` stands on a page, in any case.
     QList<QRectF> find(const QString &text, int page) const;
 
-    /// Prints pages `first` to `last`, from 0, on a device whose page is set up; lays them out if need be.
+    /// Prints pages `first` to `last`, from 0, on a device that has our page layout; lays them out if need be.
     int print(QPagedPaintDevice &device, int first, int last);
     int writePdf(const QString &file, bool mayReplace = true);
     int writeCsv(const QString &file, bool mayReplace = true);

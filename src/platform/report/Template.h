@@ -5,7 +5,7 @@
 #include "platform/report/ResultCode.h"
 
 #include <QColor>
-#include <QPageSize>
+#include <QPageLayout>
 
 /// A number over the rows of one group, or over all rows of the report.
 struct Aggregate {
@@ -129,6 +129,9 @@ struct Template {
     Band reportFooter;
     Band pageFooter;
     Band noData;
+
+    /// The whole sheet: a report keeps its margins itself.
+    QPageLayout pageLayout() const;
 
     FieldList fields;
     QList<Aggregate> aggregates;

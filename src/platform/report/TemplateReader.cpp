@@ -10,11 +10,6 @@
 #include <algorithm>
 #include <cmath>
 
-ReportError templateError(const QString &fileName, int line, const QString &what, int code)
-{
-    return {code, QStringLiteral("%1, line %2: %3").arg(fileName).arg(line).arg(what)};
-}
-
 Template TemplateReader::readFile(const QString &path)
 {
     const QFileInfo info(path);

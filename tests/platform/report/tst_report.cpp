@@ -273,6 +273,7 @@ void TestReport::pagesOutside()
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter printer(&buffer);
+    printer.setPageLayout(report.pageLayout());
     for (const auto &[first, last] : {std::pair(-1, 0), {1, 0}, {0, pages}, {pages, pages}})
         QCOMPARE(report.print(printer, first, last), int(ResultCode::invalidPageNumber));
     QCOMPARE(report.print(printer, 1, 1), 0);
