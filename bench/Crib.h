@@ -1,0 +1,47 @@
+#pragma once
+
+#include "admin/SampleCrib.h"
+#include "bench/Floor.h"
+#include "explorer/frmTree.h"
+#include "tests/support/FakeFrame.h"
+
+#include <QTemporaryDir>
+
+/// The crib that everything is measured in: a copy of the sample database of one scale, open as the program's session
+/// and by the floor, with the explorer before it. 5,000 tools, where there are so many, are put into one more type.
+class Crib
+{
+public:
+    /// `cache` keeps the sample databases from one run to the next.
+    Crib(const SampleCrib::Scale &scale, const QString &cache);
+    ~Crib();
+    Q_DISABLE_COPY_MOVE(Crib)
+
+    /// Puts a fresh copy in the file's place.
+    void renew();
+
+    Floor &floor() { return *m_floor; }
+    frmTree &explorer() { return frmTree::instance(); }
+    /// Shows a view: 0 types, 1 locations, 2 tools out, 3 scrap. Nothing happens when it is shown already.
+    void view(int option);
+    /// Clicks on the node of a type.
+    void click(int type);
+    /// Lists the type and selects a tool that is in stock.
+    void selectToolInStock(int type);
+
+    // Numbers of types
+    int drills = 0; ///< of 5,000 tools at the largest scale, with all below it
+    int bigType = 0; ///< of 500 tools
+    int hugeType = 0; ///< of 5,000
+    QString folder() const { return m_folder.path(); }
+
+private:
+    QString file() const { return m_folder.filePath("dorvak.mdb"); }
+    void open();
+    void close();
+
+    QTemporaryDir m_folder;
+    QString m_sample;
+    std::unique_ptr<Floor> m_floor;
+    std::unique_ptr<FakeFrame> m_frame;
+};
