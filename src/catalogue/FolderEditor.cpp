@@ -29,7 +29,7 @@ FolderEditor::FolderEditor(const FolderKind &kind, const QString &mode, int id, 
         setWindowTitle(kind.newCaption + parentText);
     } else {
         setWindowTitle(kind.editCaption);
-        ui.txtDescription->setText(openRecordset(kind.descriptionOf + QString::number(id)).text(u"Description"));
+        ui.txtDescription->setText(kind.description(id));
         ui.txtDescription->selectAll();
     }
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &FolderEditor::cmdOK_Click);

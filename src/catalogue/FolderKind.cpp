@@ -1,6 +1,7 @@
 #include "catalogue/FolderKind.h"
 
 #include "common/ProgramState.h"
+#include "db/Session.h"
 
 constinit const FolderKind FolderKind::location = {
     .mode = "location",
@@ -45,3 +46,8 @@ constinit const FolderKind FolderKind::type = {
     .otherErrorMessage = "An unknown error ocurred when trying to save the new Type!:  ",
     .listOpen = ProgramState::TypeListOpen,
 };
+
+QString FolderKind::description(int id) const
+{
+    return openRecordset(descriptionOf + QString::number(id)).text(u"Description");
+}

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QString>
+
 /// What differs between the windows of storage locations and those of tool types: names, words and statements. All
 /// else is told once, in FolderEditor and FolderList.
 struct FolderKind {
-    const char *mode; ///< the explorer's word for the tree
+    const char *mode; ///< the explorer's word for the tree, "location" or "type"
 
     const char *editor;
     const char *newCaption;
@@ -25,6 +27,9 @@ struct FolderKind {
     const char *inUseMessage;
     const char *otherErrorMessage;
     bool &listOpen;
+
+    /// What the folder `id` is called.
+    QString description(int id) const;
 
     static const FolderKind location;
     static const FolderKind type;

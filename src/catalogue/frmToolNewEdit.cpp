@@ -1,5 +1,6 @@
 #include "catalogue/frmToolNewEdit.h"
 
+#include "catalogue/FolderKind.h"
 #include "common/ExplorerView.h"
 #include "db/Literals.h"
 #include "db/Session.h"
@@ -9,7 +10,6 @@
 #include "transactions/KeyFilter.h"
 #include "transactions/MainSubs.h"
 
-#include <QKeyEvent>
 #include <QLineEdit>
 
 namespace {
@@ -17,12 +17,6 @@ namespace {
 constexpr int longestManufacturer = 25;
 // More equal tools than this are more likely a slip than a delivery.
 constexpr int usualQuantity = 100;
-
-QString descriptionOf(const QString &table, qint64 id)
-{
-    return openRecordset("SELECT Description FROM " + table + " WHERE ID = " + QString::number(id))
-        .text(u"Description");
-}
 
 }
 
@@ -45,10 +39,12 @@ frmToolNewEdit::frmToolNewEdit(const QString &mode, int toolId)
     : QDialog(QApplication::activeWindow()), m_isNew(mode == "New"), m_toolId(toolId)
 {
     ui.setupUi(this);
-    for (QWidget *box : std::initializer_list<QWidget *>{ui.cboMan, ui.txtPartNumber, ui.txtDescription})
-        KeyFilter::watch(box);
-    ui.cboMan->installEventFilter(this);
-    ui.cboMan->lineEdit()->installEventFilter(this);
+    KeyFilter::watch(ui.txtDescription);
+    KeyFilter::watch(ui.txtPartNumber);
+    KeyFilter::watch(ui.cboMan, [this](QChar typed) {
+        const bool isFull = ui.cboMan->currentText().trimmed().size() >= longestManufacturer;
+        return isFull && typed.isPrint() && typed != '%';
+    });
 
     loadManufacturers();
     if (!m_isNew)
@@ -90,8 +86,8 @@ void frmToolNewEdit::loadTool()
     const Recordset tool = openRecordset("SELECT * FROM tools WHERE ID=" + QString::number(m_toolId));
     const int type = int(tool.field(u"Type").toInteger());
     const int location = int(tool.field(u"Location").toInteger());
-    setType(type, descriptionOf("Types", type));
-    setLocation(location, descriptionOf("Locations", location));
+    setType(type, FolderKind::type.description(type));
+    setLocation(location, FolderKind::location.description(location));
     ui.cboMan->setText(tool.text(u"Manufacturer"));
     ui.txtPartNumber->setText(tool.text(u"Partnumber"));
     ui.txtDescription->setText(tool.text(u"Description"));
@@ -137,18 +133,6 @@ bool frmToolNewEdit::SaveRecord()
     m_saved = true;
     theExplorer().listSelectedNode();
     return true;
-}
-
-bool frmToolNewEdit::eventFilter(QObject *box, QEvent *event)
-{
-    if (event->type() == QEvent::KeyPress && ui.cboMan->currentText().trimmed().size() >= longestManufacturer) {
-        const auto *key = static_cast<QKeyEvent *>(event);
-        const QString typed = key->text();
-        const bool isCharacter = !typed.isEmpty() && typed.front().isPrint() && key->modifiers() != Qt::ControlModifier;
-        if (isCharacter && typed != "%")
-            return true;
-    }
-    return QDialog::eventFilter(box, event);
 }
 
 void frmToolNewEdit::focusFirstMissing()

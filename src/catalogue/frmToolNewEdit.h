@@ -22,9 +22,6 @@ public:
 
     Ui::frmToolNewEdit ui;
 
-protected:
-    bool eventFilter(QObject *box, QEvent *event) override;
-
 private:
     frmToolNewEdit(const QString &mode, int toolId);
     void setType(int id, const QString &text);

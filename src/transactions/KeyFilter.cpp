@@ -11,18 +11,9 @@
 
 #include <algorithm>
 
-namespace {
-
-bool isDropped(QChar character)
+void KeyFilter::watch(QWidget *box, Refusal refuses)
 {
-    return MainSubs::FilterKey(character.unicode(), "*", true, "|'\\\"") == 0 && !character.isNull();
-}
-
-}
-
-void KeyFilter::watch(QWidget *box)
-{
-    auto *filter = new KeyFilter(box);
+    auto *filter = new KeyFilter(box, std::move(refuses));
     box->installEventFilter(filter);
     // Keys reach a combo box by its line edit as well, and by the list of completions while that is open.
     if (auto *combo = qobject_cast<QComboBox *>(box)) {
@@ -32,17 +23,29 @@ void KeyFilter::watch(QWidget *box)
     }
 }
 
+KeyFilter::KeyFilter(QWidget *box, Refusal refuses) : QObject(box), m_refuses(std::move(refuses)) { }
+
+bool KeyFilter::isDropped(QChar character) const
+{
+    if (MainSubs::FilterKey(character.unicode(), "*", true, "|'\\\"") == 0 && !character.isNull())
+        return true;
+    return m_refuses && m_refuses(character);
+}
+
 bool KeyFilter::eventFilter(QObject *box, QEvent *event)
 {
+    const auto dropped = [this](QChar character) { return isDropped(character); };
     if (event->type() == QEvent::KeyPress) {
-        const QString typed = static_cast<QKeyEvent *>(event)->text();
-        if (std::any_of(typed.begin(), typed.end(), isDropped))
+        const auto *key = static_cast<QKeyEvent *>(event);
+        const QString typed = key->text();
+        // With Ctrl a key types nothing, whatever text it bears.
+        if (key->modifiers() != Qt::ControlModifier && std::any_of(typed.begin(), typed.end(), dropped))
             return true;
     } else if (event->type() == QEvent::InputMethod) {
         // Composed with a dead key, an apostrophe comes as the text of an input method.
         auto *composed = static_cast<QInputMethodEvent *>(event);
         QString text = composed->commitString();
-        text.removeIf(isDropped);
+        text.removeIf(dropped);
         composed->setCommitString(text, composed->replacementStart(), composed->replacementLength());
     } else if (event->type() == QEvent::Show) {
         // The completer has put its own filter first.

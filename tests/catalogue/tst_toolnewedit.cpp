@@ -3,7 +3,9 @@
 #include "tests/support/FakeExplorer.h"
 #include "tests/support/ScriptedUser.h"
 
+#include <QAbstractItemView>
 #include <QClipboard>
+#include <QCompleter>
 
 class TestToolNewEdit : public QObject
 {
@@ -287,6 +289,8 @@ void TestToolNewEdit::editedPriceStaysAsTheSuiteHasIt()
 
 void TestToolNewEdit::manufacturerEndsAt25Characters()
 {
+    crib->run(
+        {"INSERT INTO Tools (Type,Location,Manufacturer,Description) VALUES(2,1,'" + QString(25, 'm') + "','Bit')"});
     whenModal<frmToolNewEdit>([](frmToolNewEdit &form) {
         const QString full(25, 'm');
         QTest::keyClicks(form.ui.cboMan, full + "x%");
@@ -299,6 +303,16 @@ void TestToolNewEdit::manufacturerEndsAt25Characters()
         QTest::keyClick(form.ui.cboMan, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClick(form.ui.cboMan, Qt::Key_V, Qt::ControlModifier);
         QCOMPARE(form.ui.cboMan->currentText(), "The Amalgamated Wrench Co");
+
+        // Not even into its middle, while the known manufacturers are offered.
+        form.ui.cboMan->setText({});
+        form.ui.cboMan->setFocus();
+        QTest::keyClicks(form.ui.cboMan, full);
+        QWidget *known = form.ui.cboMan->completer()->popup();
+        QVERIFY(known->isVisible());
+        form.ui.cboMan->lineEdit()->setCursorPosition(3);
+        QTest::keyClicks(known, "x");
+        QCOMPARE(form.ui.cboMan->currentText(), full);
 
         // Blanks at the ends do not count.
         form.ui.cboMan->setText(QString(24, 'm') + "   ");
