@@ -1,5 +1,6 @@
 #include "app/ModMain.h"
 #include "platform/gui/Icons.h"
+#include "platform/gui/Manual.h"
 
 #include <QApplication>
 
@@ -10,5 +11,6 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName("Vorlane Manager");
     QApplication::setDesktopFileName("vorlane");
     QApplication::setWindowIcon(Icons::icon("vorlane"));
+    const HelpKey helpKey;
     return ModMain::Main();
 }
