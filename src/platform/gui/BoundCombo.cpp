@@ -1,5 +1,7 @@
 #include "platform/gui/BoundCombo.h"
 
+#include "platform/gui/Handler.h"
+
 #include <QAbstractListModel>
 #include <QCompleter>
 #include <QKeyEvent>
@@ -45,6 +47,9 @@ public:
     }
     QString pathFromIndex(const QModelIndex &index) const override
     {
+        // Of rows that are offered below, each can be taken.
+        if (completionMode() == PopupCompletion)
+            return QCompleter::pathFromIndex(index);
         const QModelIndex first = index.siblingAtRow(0);
         const bool isWhole =
             !model()->match(first, Qt::DisplayRole, completionPrefix(), 1, Qt::MatchFixedString).isEmpty();
@@ -67,6 +72,11 @@ BoundCombo::BoundCombo(QWidget *parent) : QComboBox(parent)
     // The box's own answer to a finished text, to put the row's capitals in its place, is not ours.
     disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     connect(this, &QComboBox::currentIndexChanged, this, &BoundCombo::commit);
+    // A text that comes by other ways than the keys: pasted, dropped, set by the program.
+    connect(this, &QComboBox::editTextChanged, this, [this](const QString &text) {
+        if (!text.isEmpty())
+            runUserAction([this] { fetchRows(); });
+    });
     connect(lineEdit(), &QLineEdit::editingFinished, this, &BoundCombo::commit);
 }
 
@@ -90,6 +100,12 @@ void BoundCombo::setSource(Recordset rows, const QString &listField, const QStri
     setSource(std::make_shared<Recordset>(std::move(rows)), listField, boundField);
 }
 
+void BoundCombo::setSource(Fetch fetch, const QString &listField, const QString &boundField)
+{
+    clearSource();
+    m_fetch = [this, fetch = std::move(fetch), listField, boundField] { setSource(fetch(), listField, boundField); };
+}
+
 void BoundCombo::clearSource() { take(std::make_unique<Rows>(nullptr, -1, -1)); }
 
 QString BoundCombo::text() const
@@ -102,6 +118,8 @@ QString BoundCombo::text() const
 
 void BoundCombo::setText(const QString &text)
 {
+    if (!text.isEmpty())
+        fetchRows();
     {
         const QSignalBlocker quiet(this);
         setCurrentIndex(-1);
@@ -120,11 +138,19 @@ Value BoundCombo::boundValue() const
     return row < 0 ? Value() : m_rows->boundValue(row);
 }
 
+void BoundCombo::showPopup()
+{
+    runUserAction([this] { fetchRows(); });
+    QComboBox::showPopup();
+}
+
 void BoundCombo::keyPressEvent(QKeyEvent *event)
 {
     // Enter takes the completion and presses the default button at once.
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         lineEdit()->deselect();
+    else if (event->key() != Qt::Key_Escape)
+        runUserAction([this] { fetchRows(); });
     QComboBox::keyPressEvent(event);
 }
 
@@ -142,7 +168,20 @@ void BoundCombo::take(std::unique_ptr<Rows> rows)
         completer()->setModel(rows.get());
         m_rows = std::move(rows);
     }
+    m_fetch = nullptr;
     setText({});
+}
+
+void BoundCombo::fetchRows()
+{
+    if (!m_fetch)
+        return;
+    const QSignalBlocker quiet(this);
+    const QString shown = currentText();
+    // Kept while it runs, and for another attempt should it fail.
+    const std::function<void()> fetch = m_fetch;
+    fetch();
+    setText(shown);
 }
 
 int BoundCombo::chosenRow() const

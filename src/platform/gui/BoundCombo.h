@@ -4,6 +4,8 @@
 
 #include <QComboBox>
 
+#include <functional>
+
 /// A combo box filled from the rows of a statement: it shows one field and hands out another. Two rows with the same
 /// shown text stay two choices.
 ///
@@ -24,6 +26,9 @@ public:
     /// The choices and their two fields. The text shown is cleared. Combo boxes may share one recordset.
     void setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField);
     void setSource(Recordset rows, const QString &listField, const QString &boundField);
+    using Fetch = std::function<std::shared_ptr<Recordset>()>;
+    /// The same, but the choices are fetched when the box is first opened or typed into.
+    void setSource(Fetch fetch, const QString &listField, const QString &boundField);
     /// No choices, no text.
     void clearSource();
 
@@ -34,6 +39,8 @@ public:
     void setText(const QString &text);
     /// The bound field of the choice; empty when there is none.
     Value boundValue() const;
+
+    void showPopup() override;
 
 signals:
     /// Another choice was made, by hand or by setText(). Not while the user is still typing.
@@ -47,10 +54,12 @@ private:
     class Rows;
     class Completer;
     void take(std::unique_ptr<Rows> rows);
+    void fetchRows();
     int chosenRow() const;
     void commit();
 
     bool m_freeText = false;
     std::unique_ptr<Rows> m_rows;
+    std::function<void()> m_fetch; ///< until the choices are there
     std::pair<int, QString> m_announced{-1, {}};
 };

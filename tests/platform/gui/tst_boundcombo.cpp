@@ -1,6 +1,9 @@
 #include "platform/engine/Workspace.h"
 #include "platform/gui/BoundCombo.h"
+#include "tests/support/ScriptedUser.h"
 
+#include <QClipboard>
+#include <QCompleter>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -18,6 +21,10 @@ private slots:
     void textSetByTheProgram();
     void rowsOfTheSameTextStayApart();
     void clearedSourceOffersNothing();
+    void everyRowOfferedBelowCanBeTaken();
+    void rowsAreFetchedOnFirstUse_data();
+    void rowsAreFetchedOnFirstUse();
+    void rowsThatCannotBeFetchedAreTriedAgain();
 
 private:
     Recordset rows() const { return m_database->openRecordset("Select ID,Name from Jobs order by ID"); }
@@ -135,6 +142,85 @@ void TestBoundCombo::clearedSourceOffersNothing()
     QVERIFY(box.boundValue().isNull());
     QTest::keyClicks(&box, "1250");
     QCOMPARE(box.text(), QString());
+}
+
+void TestBoundCombo::everyRowOfferedBelowCanBeTaken()
+{
+    BoundCombo box;
+    box.setFreeText(true);
+    box.setSource(rows(), "Name", "ID");
+    QCompleter *completer = box.completer();
+    completer->setCompletionPrefix("1250");
+    QStringList offered;
+    for (int row = 0; row < completer->completionModel()->rowCount(); ++row)
+        offered.append(completer->pathFromIndex(completer->completionModel()->index(row, 0)));
+    QCOMPARE(offered, (QStringList{"12500", "1250"}));
+}
+
+void TestBoundCombo::rowsAreFetchedOnFirstUse_data()
+{
+    using Use = std::function<void(BoundCombo &)>;
+    QTest::addColumn<Use>("use");
+    QTest::addColumn<int>("fetched");
+    QTest::addColumn<QString>("bound");
+
+    QTest::newRow("not when it is entered and left") << Use([](BoundCombo &box) {
+        QTest::keyClick(&box, Qt::Key_Return);
+        QTest::keyClick(&box, Qt::Key_Escape);
+        box.setText({});
+    }) << 0 << QString();
+    QTest::newRow("when it is opened") << Use([](BoundCombo &box) {
+        box.showPopup();
+        box.hidePopup();
+        box.showPopup();
+    }) << 1 << QString();
+    QTest::newRow("when it is typed into") << Use([](BoundCombo &box) { QTest::keyClicks(&box, "1250"); }) << 1 << "2";
+    QTest::newRow("when it is stepped through")
+        << Use([](BoundCombo &box) { QTest::keyClick(&box, Qt::Key_Down); }) << 1 << "1";
+    QTest::newRow("when a text is pasted") << Use([](BoundCombo &box) {
+        QApplication::clipboard()->setText("1250");
+        box.lineEdit()->paste();
+    }) << 1 << "2";
+    QTest::newRow("when a text is set") << Use([](BoundCombo &box) { box.setText("12500"); }) << 1 << "1";
+}
+
+void TestBoundCombo::rowsAreFetchedOnFirstUse()
+{
+    QFETCH(std::function<void(BoundCombo &)>, use);
+    int fetched = 0;
+    BoundCombo box;
+    box.setSource(
+        [&] {
+            ++fetched;
+            return std::make_shared<Recordset>(rows());
+        },
+        "Name", "ID");
+    box.show();
+    QCOMPARE(fetched, 0);
+    use(box);
+    QTEST(fetched, "fetched");
+    QTEST(box.boundValue().toText(), "bound");
+}
+
+void TestBoundCombo::rowsThatCannotBeFetchedAreTriedAgain()
+{
+    bool locked = true;
+    ScriptedUser user;
+    BoundCombo box;
+    box.setSource(
+        [&] {
+            if (locked)
+                throw EngineError(EngineError::lockedFile, "The file is in use.");
+            return std::make_shared<Recordset>(rows());
+        },
+        "Name", "ID");
+    user.answers(QMessageBox::Ok);
+    box.showPopup();
+    QCOMPARE(user.texts(), QStringList("The file is in use."));
+    QCOMPARE(box.count(), 0);
+    locked = false;
+    box.showPopup();
+    QCOMPARE(box.count(), 5);
 }
 
 QTEST_MAIN(TestBoundCombo)
