@@ -1,0 +1,162 @@
+#include "platform/gui/BoundGrid.h"
+
+#include "platform/text/Format.h"
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSet>
+
+#include <algorithm>
+
+class BoundGrid::Rows : public QAbstractTableModel
+{
+public:
+    Rows(std::shared_ptr<const Recordset> rows, const QList<Column> &columns)
+        : m_rows(std::move(rows)), m_columns(columns)
+    {
+        for (const Column &column : columns)
+            m_fields.append(m_rows->fieldIndex(column.field));
+    }
+    const Recordset &recordset() const { return *m_rows; }
+
+    int rowCount(const QModelIndex &parent) const override { return parent.isValid() ? 0 : m_rows->recordCount(); }
+    int columnCount(const QModelIndex &parent) const override { return parent.isValid() ? 0 : int(m_columns.size()); }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (role == Qt::DisplayRole)
+            return text(index.row(), index.column());
+        if (role == Qt::TextAlignmentRole)
+            return QVariant::fromValue<Qt::Alignment>(Qt::AlignVCenter
+                                                      | (isNumber(index) ? Qt::AlignRight : Qt::AlignLeft));
+        return {};
+    }
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override
+    {
+        if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
+            return m_columns[section].heading;
+        return QAbstractTableModel::headerData(section, orientation, role);
+    }
+    QString text(int row, int column) const
+    {
+        const Column &shown = m_columns[column];
+        const Value value = m_rows->at(row, m_fields[column]);
+        if (value.isNull())
+            return {};
+        if (!shown.names.isEmpty())
+            return shown.names.value(value.toInteger());
+        switch (shown.form) {
+        case Column::YesNo:
+            return value.toBool() ? QStringLiteral("Yes") : QStringLiteral("No");
+        case Column::Currency:
+            return Format::currency(value.toNumber());
+        case Column::AsStored:
+            break;
+        }
+        return value.toText();
+    }
+
+private:
+    bool isNumber(const QModelIndex &index) const
+    {
+        const Column &column = m_columns[index.column()];
+        const Value value = m_rows->at(index.row(), m_fields[index.column()]);
+        return column.names.isEmpty() && column.form != Column::YesNo && !value.isNull() && !value.isText();
+    }
+
+    std::shared_ptr<const Recordset> m_rows;
+    QList<Column> m_columns;
+    QList<int> m_fields;
+};
+
+BoundGrid::BoundGrid(QWidget *parent) : QTableView(parent)
+{
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(NoEditTriggers);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().leading() + 8);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setStretchLastSection(true);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &BoundGrid::headingClicked);
+}
+
+BoundGrid::~BoundGrid()
+{
+    // The view lets go of the model before it is gone.
+    setModel(nullptr);
+}
+
+void BoundGrid::setSource(std::shared_ptr<const Recordset> rows, const QList<Column> &columns)
+{
+    auto model = std::make_unique<Rows>(std::move(rows), columns);
+    m_selectedRows.clear();
+    QItemSelectionModel *old = selectionModel();
+    setModel(model.get());
+    delete old;
+    m_rows = std::move(model);
+}
+
+const Recordset &BoundGrid::rows() const { return m_rows->recordset(); }
+
+void BoundGrid::fitColumns()
+{
+    constexpr int rowsLookedAt = 200;
+    const int widest = fontMetrics().averageCharWidth() * 40;
+    horizontalHeader()->setResizeContentsPrecision(rowsLookedAt);
+    resizeColumnsToContents();
+    for (int column = 0; column < horizontalHeader()->count(); ++column)
+        setColumnWidth(column, std::min(columnWidth(column), widest));
+}
+
+void BoundGrid::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy))
+        copySelectedRows();
+    else if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
+        emit headingClicked(currentIndex().column());
+    else
+        QTableView::keyPressEvent(event);
+}
+
+void BoundGrid::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QTableView::selectionChanged(selected, deselected);
+    QSet<int> gone;
+    for (const QItemSelectionRange &range : deselected)
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            gone.insert(row);
+    if (!gone.isEmpty())
+        m_selectedRows.removeIf([&](int row) { return gone.contains(row); });
+    for (const QItemSelectionRange &range : selected)
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            m_selectedRows.append(row);
+}
+
+void BoundGrid::copySelectedRows() const
+{
+    if (m_selectedRows.isEmpty())
+        return;
+    QList<int> fromTop = m_selectedRows;
+    std::sort(fromTop.begin(), fromTop.end());
+    const int columns = m_rows->columnCount({});
+    QStringList cells;
+    for (int column = 0; column < columns; ++column)
+        cells.append(m_rows->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+    QStringList lines{cells.join('\t')};
+    for (const int row : fromTop) {
+        // A tab or a line break inside a text would begin another cell.
+        for (int column = 0; column < columns; ++column)
+            cells[column] = m_rows->text(row, column).simplified();
+        lines.append(cells.join('\t'));
+    }
+    QApplication::clipboard()->setText(lines.join('\n') + '\n');
+}

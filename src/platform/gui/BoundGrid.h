@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/engine/Recordset.h"
+
+#include <QHash>
+#include <QTableView>
+
+/// A read-only grid over the rows of a statement. Hundreds of thousands of rows scroll at once: a row becomes text when
+/// it is painted. Ctrl+C copies the selected rows with their headings.
+class BoundGrid : public QTableView
+{
+    Q_OBJECT
+public:
+    struct Column {
+        enum Form { AsStored, YesNo, Currency };
+        QString heading;
+        QString field;
+        Form form = AsStored;
+        /// When there are any, what the field's numbers stand for.
+        QHash<qint64, QString> names = {};
+    };
+
+    explicit BoundGrid(QWidget *parent = nullptr);
+    ~BoundGrid() override;
+
+    /// Shows `rows`; nothing is selected then.
+    void setSource(std::shared_ptr<const Recordset> rows, const QList<Column> &columns);
+    /// The rows shown, in the grid's order.
+    const Recordset &rows() const;
+    /// Numbers of the selected rows, in the order in which they were selected.
+    const QList<int> &selectedRows() const { return m_selectedRows; }
+
+    /// Widths that suit the first rows; the last column takes what is left.
+    void fitColumns();
+
+signals:
+    /// A heading was clicked, or F4 pressed, which stands for a click on the heading over the current cell.
+    void headingClicked(int column);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
+
+private:
+    class Rows;
+    void copySelectedRows() const;
+
+    std::unique_ptr<Rows> m_rows;
+    QList<int> m_selectedRows;
+};
