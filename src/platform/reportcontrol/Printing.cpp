@@ -1,0 +1,47 @@
+#include "platform/reportcontrol/Printing.h"
+
+#include "platform/report/Report.h"
+
+#include <QPrinter>
+#include <QPrinterInfo>
+
+namespace {
+constexpr double twipsPerPoint = 20;
+}
+
+void setUpPages(QPrinter &printer, const Report &report)
+{
+    const QSizeF points = report.pageSize() / twipsPerPoint;
+    const bool landscape = points.width() > points.height();
+    const QPageSize paper(landscape ? points.transposed() : points, QPageSize::Point, {}, QPageSize::FuzzyMatch);
+    printer.setFullPage(true);
+    printer.setPageLayout(QPageLayout(paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()));
+    printer.setDocName(report.title());
+}
+
+int printPages(QPrinter &printer, Report &report, int currentPage)
+{
+    if (const int resultCode = report.layout())
+        return resultCode;
+    int first = 0, last = report.pageCount() - 1;
+    if (printer.printRange() == QPrinter::PageRange) {
+        first = printer.fromPage() - 1;
+        last = printer.toPage() - 1;
+    } else if (printer.printRange() == QPrinter::CurrentPage) {
+        first = last = currentPage;
+    }
+    const int runs = printer.supportsMultipleCopies() ? 1 : printer.copyCount();
+    for (int run = 0; run < runs; ++run)
+        if (const int resultCode = report.print(printer, first, last))
+            return resultCode;
+    return ResultCode::ok;
+}
+
+int printOn(const QPrinterInfo &printerInfo, Report &report)
+{
+    if (printerInfo.isNull())
+        return ResultCode::noDefaultPrinter;
+    QPrinter printer(printerInfo, QPrinter::HighResolution);
+    setUpPages(printer, report);
+    return printPages(printer, report);
+}
