@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 
+class ReportControl;
+
 /// What windows below may ask of the program's frame; `mdiMain` is the one.
 class MainFrame : public QMainWindow
 {
@@ -17,10 +19,16 @@ public:
     /// The state of start-up as the splash shows it: per cent and, when there is one, a line of text.
     virtual void showStartProgress(int percent, const QString &status = {}) = 0;
 
+    /// The frame's own report control, for reports that belong to no results window.
+    ReportControl &CrpMain();
+
 signals:
     void TreeNewTool();
     void TreeNewType();
     void TreeNewLocation();
+
+private:
+    ReportControl *m_CrpMain = nullptr;
 };
 
 MainFrame &theMainFrame();

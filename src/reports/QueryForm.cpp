@@ -1,0 +1,241 @@
+#include "reports/QueryForm.h"
+
+#include "common/ExplorerView.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/MsgBox.h"
+#include "reports/QueryKind.h"
+#include "reports/ResultsWindow.h"
+
+#include <QHash>
+
+namespace {
+
+QHash<const QueryKind *, Query> lastQueries;
+
+/// The rows of a list, read when the first of the boxes that share it needs them.
+class ListSource : public QObject
+{
+public:
+    ListSource(const char *statement, QObject *parent) : QObject(parent), m_statement(statement) { }
+    std::shared_ptr<Recordset> rows()
+    {
+        if (!m_rows) {
+            const HourGlass busy;
+            m_rows = std::make_shared<Recordset>(openRecordset(m_statement));
+        }
+        return m_rows;
+    }
+
+private:
+    const char *m_statement;
+    std::shared_ptr<Recordset> m_rows;
+};
+
+void setColors(QCheckBox *box, const QColor &background, const QColor &text)
+{
+    QPalette colors = box->palette();
+    colors.setColor(QPalette::Window, background);
+    colors.setColor(QPalette::WindowText, text);
+    box->setPalette(colors);
+}
+
+void showState(QCheckBox *box)
+{
+    if (box->isChecked())
+        setColors(box, QColor(0, 250, 0), Qt::black);
+    else
+        setColors(box, QColor(128, 0, 0), Qt::white);
+}
+
+}
+
+Entry QueryForm::Row::entry() const
+{
+    Entry entry{.isRange = rangeBox->isChecked()};
+    for (int box = 0; box < 2; ++box) {
+        entry.shown[box] = texts[box]->text();
+        if (const auto *choices = qobject_cast<const BoundCombo *>(valueBoxes[box]))
+            entry.bound[box] = choices->boundValue().toText();
+    }
+    return entry;
+}
+
+void QueryForm::Row::clear(int box) const
+{
+    if (auto *choices = qobject_cast<BoundCombo *>(valueBoxes[box]))
+        choices->setText({});
+    else
+        texts[box]->clear();
+}
+
+void QueryForm::showModal(const QueryKind &kind)
+{
+    std::optional<Recordset> found;
+    {
+        QueryForm form(kind);
+        form.exec();
+        found = std::move(form.m_found);
+    }
+    if (found)
+        ResultsWindow::open(kind.results, lastQuery(kind), std::move(*found));
+}
+
+const Query &QueryForm::lastQuery(const QueryKind &kind) { return lastQueries[&kind]; }
+
+QueryForm::QueryForm(const QueryKind &kind) : QDialog(QApplication::activeWindow()), m_kind(kind)
+{
+    ui.setupUi(this);
+    setObjectName(kind.name);
+    setWindowTitle(kind.caption);
+    for (const Criterion &criterion : kind.criteria)
+        addRow(criterion);
+    for (const Row &row : m_rows) {
+        onUserAction(row.useBox, &QCheckBox::toggled, [this, row] { chkUse_Click(row); });
+        onUserAction(row.rangeBox, &QCheckBox::toggled, [this, row] { chkRange_Click(row); });
+        onUserAction(row.texts[0], &QLineEdit::textChanged, [row] {
+            if (!row.texts[0]->text().isEmpty())
+                row.rangeBox->setEnabled(true);
+        });
+    }
+    m_rows.front().useBox->setFocus();
+    setTabOrder(m_rows.back().valueBoxes[1], ui.cmdGenerate);
+    setTabOrder(ui.cmdGenerate, ui.cmdCancel);
+    onUserAction(ui.cmdGenerate, &QPushButton::clicked, this, &QueryForm::cmdGenerate_Click);
+    onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void QueryForm::addRow(const Criterion &criterion)
+{
+    Row row{&criterion, addCheckBox(criterion.useBox, 0), nullptr, {}, {}};
+    row.useBox->setText(criterion.caption);
+    BoundCombo::Fetch choices;
+    if (criterion.source) {
+        auto *source = new ListSource(criterion.choices.statement, this);
+        source->setObjectName(criterion.source);
+        choices = [source] { return source->rows(); };
+    }
+    row.valueBoxes[0] = addValueBox(criterion, choices, 0);
+    row.rangeBox = addCheckBox(criterion.rangeBox, 2);
+    row.rangeBox->setAccessibleName(QStringLiteral("%1 Range").arg(criterion.caption));
+    row.rangeBox->setEnabled(false);
+    row.valueBoxes[1] = addValueBox(criterion, choices, 1);
+    for (int box = 0; box < 2; ++box) {
+        const auto *combo = qobject_cast<const BoundCombo *>(row.valueBoxes[box]);
+        row.texts[box] = combo ? combo->lineEdit() : qobject_cast<QLineEdit *>(row.valueBoxes[box]);
+    }
+    m_rows.push_back(row);
+}
+
+QCheckBox *QueryForm::addCheckBox(const char *name, int column)
+{
+    auto *box = new QCheckBox(ui.Frame1);
+    box->setObjectName(name);
+    box->setAutoFillBackground(true);
+    showState(box);
+    ui.criteria->addWidget(box, int(m_rows.size()) + 1, column);
+    return box;
+}
+
+QWidget *QueryForm::addValueBox(const Criterion &criterion, const BoundCombo::Fetch &choices, int box)
+{
+    QWidget *made = nullptr;
+    if (choices) {
+        auto *combo = new BoundCombo(ui.Frame1);
+        // The bound of a range need not be one of the list.
+        combo->setFreeText(true);
+        combo->setSource(choices, criterion.choices.shows, criterion.choices.gives);
+        made = combo;
+    } else {
+        auto *date = new QLineEdit(ui.Frame1);
+        date->setPlaceholderText("yyyy-mm-dd");
+        made = date;
+    }
+    made->setObjectName(criterion.valueBoxes + QString::number(box + 1));
+    made->setAccessibleName(QLatin1String(criterion.caption) + (box == 0 ? " Value or From" : " To"));
+    made->setEnabled(false);
+    ui.criteria->addWidget(made, int(m_rows.size()) + 1, box == 0 ? 1 : 3);
+    return made;
+}
+
+void QueryForm::chkUse_Click(const Row &row)
+{
+    showState(row.useBox);
+    row.valueBoxes[0]->setEnabled(row.useBox->isChecked());
+    if (row.useBox->isChecked()) {
+        row.valueBoxes[0]->setFocus();
+        tidyUp(row.valueBoxes[0]);
+        return;
+    }
+    row.clear(0);
+    row.valueBoxes[1]->setEnabled(false);
+    row.clear(1);
+    row.rangeBox->setChecked(false);
+    row.rangeBox->setEnabled(false);
+}
+
+void QueryForm::chkRange_Click(const Row &row)
+{
+    showState(row.rangeBox);
+    row.valueBoxes[1]->setEnabled(row.rangeBox->isChecked());
+    if (row.rangeBox->isChecked()) {
+        row.valueBoxes[1]->setFocus();
+        tidyUp(row.valueBoxes[1]);
+        return;
+    }
+    row.clear(1);
+}
+
+// Rows that were left without a value switch themselves off, ranges without an upper bound become single values.
+void QueryForm::tidyUp(const QWidget *leaveOut)
+{
+    for (const Row &row : m_rows) {
+        if (row.isEmpty(0) && row.valueBoxes[0] != leaveOut)
+            row.useBox->setChecked(false);
+    }
+    for (const Row &row : m_rows) {
+        if (row.isEmpty(1) && row.valueBoxes[1] != leaveOut)
+            row.rangeBox->setChecked(false);
+    }
+}
+
+void QueryForm::cmdGenerate_Click()
+{
+    const HourGlass busy;
+    try {
+        if (generate())
+            accept();
+    } catch (const std::exception &) {
+        msgBox({.text = "An error ocurred while attempting to run the Query", .icon = QMessageBox::Critical});
+    }
+}
+
+bool QueryForm::generate()
+{
+    tidyUp();
+    QString where, formula;
+    for (const Row &row : m_rows) {
+        if (!row.useBox->isChecked())
+            continue;
+        const Condition condition = conditionOf(*row.criterion, row.entry());
+        where += condition.statement;
+        formula += condition.formula;
+    }
+    if (where.trimmed().isEmpty()) {
+        msgBox(
+            {.text = "Please Enter Criteria For Query!", .caption = "No Criteria!", .icon = QMessageBox::Information});
+        return false;
+    }
+    const qsizetype leadingAnd = QStringLiteral(" and ").size();
+    const QString statement = m_kind.statement + (" where " + where.mid(leadingAnd));
+    Recordset found = openRecordset(statement);
+    if (found.isEmpty()) {
+        msgBox(
+            {.text = "No Records satisfy your Criteria!", .caption = "No Records Found", .icon = QMessageBox::Warning});
+        return false;
+    }
+    const ExplorerView *explorer = explorerIfOpen();
+    lastQueries[&m_kind] = {&m_kind, statement, formula.mid(leadingAnd),
+                            explorer && explorer->TreeMode() == QLatin1String("location")};
+    m_found = std::move(found);
+    return true;
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace ModMain {
+
+/// Shows what the report engine means by the result code of a print run.
+/// @returns the message: the code's digits and the text for it. Codes that the suite's table does not know are an
+/// unknown error, 0 among them: callers ask for the others only.
+QString ShowReportError(qint16 &resultCode);
+
+}

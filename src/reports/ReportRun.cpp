@@ -1,0 +1,28 @@
+#include "reports/ReportRun.h"
+
+#include "common/MainFrame.h"
+#include "platform/gui/Handler.h"
+#include "platform/reportcontrol/ReportControl.h"
+#include "platform/system/ProgramFolder.h"
+#include "reports/ReportErrors.h"
+
+#include <cmath>
+
+bool printReport(ReportControl &control, const ReportRun &run)
+{
+    const HourGlass busy;
+    const MainFrame &frame = theMainFrame();
+    control.windowTitle = run.windowTitle;
+    control.reportFile = ProgramFolder::path() + '\\' + run.templateFile;
+    control.selectionFormula = run.selectionFormula;
+    control.windowWidth = int(std::nearbyint(frame.width() * 0.8));
+    control.windowHeight = int(std::nearbyint(frame.height() * 0.8));
+    // In the middle from top to bottom and, as everywhere in the suite, somewhat left of the middle.
+    control.windowLeft = int(std::nearbyint((frame.width() - control.windowWidth) / 2 * 0.65));
+    control.windowTop = (frame.height() - control.windowHeight) / 2;
+    control.destination = ReportControl::toPreview;
+    qint16 resultCode = qint16(control.print());
+    if (resultCode != 0)
+        ModMain::ShowReportError(resultCode);
+    return resultCode == 0;
+}

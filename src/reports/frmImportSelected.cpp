@@ -1,0 +1,44 @@
+#include "reports/frmImportSelected.h"
+
+#include "db/Session.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/MsgBox.h"
+#include "reports/frmConfigReports.h"
+
+frmImportSelected::frmImportSelected(const QString &fileName) : QDialog(QApplication::activeWindow())
+{
+    ui.setupUi(this);
+    ui.lblRpt->setText(fileName);
+    ui.cboRtype->addItems(frmConfigReports::modules());
+    ui.cboRtype->setCurrentIndex(-1);
+    onUserAction(ui.cmdImport, &QPushButton::clicked, this, &frmImportSelected::cmdImport_Click);
+    onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmImportSelected::cmdImport_Click()
+{
+    const struct {
+        QString text;
+        QWidget *box;
+        const char *problem;
+    } required[] = {
+        {ui.cboRtype->currentText(), ui.cboRtype, "You must enter a Report Type!"},
+        {ui.txtName->text(), ui.txtName, "You must enter a Name!"},
+        {ui.txtDesc->text(), ui.txtDesc, "You must enter a Description!"},
+    };
+    for (const auto &[text, box, problem] : required) {
+        if (text.trimmed().isEmpty()) {
+            inform(problem);
+            box->setFocus();
+            return;
+        }
+    }
+    Recordset datReports = openRecordset("Select * from Reports");
+    datReports.addNew();
+    datReports.setField(u"Name", ui.txtName->text());
+    datReports.setField(u"Description", ui.txtDesc->text());
+    datReports.setField(u"Module", ui.cboRtype->currentText());
+    datReports.setField(u"FileName", ui.lblRpt->text());
+    datReports.update();
+    accept();
+}

@@ -1,0 +1,29 @@
+#include "reports/frmNewReport.h"
+
+#include "platform/gui/Handler.h"
+#include "platform/gui/MsgBox.h"
+#include "platform/system/ProgramFolder.h"
+#include "reports/frmImportSelected.h"
+
+#include <QDir>
+
+frmNewReport::frmNewReport() : QDialog(QApplication::activeWindow())
+{
+    ui.setupUi(this);
+    ui.filReport->addItems(
+        QDir(ProgramFolder::path()).entryList({"*.rpt"}, QDir::Files, QDir::Name | QDir::IgnoreCase));
+    onUserAction(ui.cmdSelect, &QPushButton::clicked, this, &frmNewReport::cmdSelect_Click);
+    onUserAction(ui.filReport, &QListWidget::itemDoubleClicked, this, &frmNewReport::cmdSelect_Click);
+    onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmNewReport::cmdSelect_Click()
+{
+    const QList<QListWidgetItem *> selected = ui.filReport->selectedItems();
+    if (selected.isEmpty()) {
+        msgBox({.text = "Nothing Selected To Delete!", .caption = "Selection Error", .icon = QMessageBox::Information});
+        return;
+    }
+    if (frmImportSelected(selected.first()->text()).exec() == Accepted)
+        accept();
+}
