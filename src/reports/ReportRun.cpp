@@ -8,6 +8,16 @@
 
 #include <cmath>
 
+namespace {
+
+void showError(int code)
+{
+    qint16 resultCode = qint16(code);
+    ModMain::ShowReportError(resultCode);
+}
+
+}
+
 bool printReport(ReportControl &control, const ReportRun &run)
 {
     const HourGlass busy;
@@ -21,8 +31,9 @@ bool printReport(ReportControl &control, const ReportRun &run)
     control.windowLeft = int(std::nearbyint((frame.width() - control.windowWidth) / 2 * 0.65));
     control.windowTop = (frame.height() - control.windowHeight) / 2;
     control.destination = ReportControl::toPreview;
-    qint16 resultCode = qint16(control.print());
+    control.errorRoutine = showError;
+    const int resultCode = control.print();
     if (resultCode != 0)
-        ModMain::ShowReportError(resultCode);
+        showError(resultCode);
     return resultCode == 0;
 }

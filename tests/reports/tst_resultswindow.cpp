@@ -317,6 +317,10 @@ void TestResultsWindow::shownRowsArePrinted()
     QVERIFY(preview && preview->isVisible());
     QCOMPARE(preview->windowTitle(), "Query Results");
     QVERIFY(window.isVisible());
+    ScriptedUser user;
+    user.answers(QMessageBox::Ok);
+    preview->ui.mnuFilePrint->trigger();
+    QVERIFY2(user.texts().value(0).startsWith("20526:  No Default Printer."), "this machine has a printer");
 
     window.ui.cmdCancel->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
