@@ -99,6 +99,7 @@ void clsTools::Find(const QString &mode, const QString &text, KeyedList &found)
     const QString pattern = quoted(text);
     m_found = &found;
     m_count = 0;
+    m_paths.clear();
     m_searching = true;
     m_sinceShown.start();
     const auto end = qScopeGuard([this] {
@@ -149,7 +150,7 @@ void clsTools::findFolders(Kind kind, const QString &pattern)
     const char *prefix = kind == Kind::types ? "t" : "l";
     findRows(QString("SELECT * FROM ") + namesOf(kind).table + " WHERE description LIKE " + pattern,
              [&](const Recordset &row) {
-                 const QString where = "Tools\\" + path(kind, qint32(row.field(u"ID").toInteger()));
+                 const QString where = pathInTree(kind, qint32(row.field(u"ID").toInteger()));
                  return ListItem{.key = prefix + row.text(u"ID"),
                                  .text = row.text(u"Description"),
                                  .icon = ItemIcon::folder,
@@ -162,7 +163,7 @@ void clsTools::findTools(Kind kind, const QString &pattern)
 {
     const QString column = namesOf(kind).column;
     findRows("SELECT * FROM tools WHERE description LIKE " + pattern, [&](const Recordset &row) {
-        const QString where = "Tools\\" + path(kind, qint32(row.field(column).toInteger()));
+        const QString where = pathInTree(kind, qint32(row.field(column).toInteger()));
         return ListItem{.key = "r" + row.text(u"ID"),
                         .text = row.text(u"Description"),
                         .icon = row.field(u"Out").toBool() ? ItemIcon::toolOut : ItemIcon::toolInStock,
@@ -244,6 +245,14 @@ void clsTools::findCheckedOut(const QString &pattern)
         item.path = "Tools\\" + item.text;
         return item;
     });
+}
+
+QString clsTools::pathInTree(Kind kind, qint32 id)
+{
+    QString &known = m_paths[id];
+    if (known.isEmpty())
+        known = "Tools\\" + path(kind, id);
+    return known;
 }
 
 QString clsTools::path(Kind kind, qint32 id)

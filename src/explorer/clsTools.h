@@ -3,6 +3,7 @@
 #include "platform/gui/KeyedList.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 
 /// Deletes folders with all below them, and searches a view for a text. It has no window; its owner shows what it
 /// reports.
@@ -43,11 +44,14 @@ private:
     void findTools(Kind kind, const QString &pattern);
     void findScrapped(const QString &pattern);
     void findCheckedOut(const QString &pattern);
+    /// The path to a folder from the root "Tools" on, which is read once in a search.
+    QString pathInTree(Kind kind, qint32 id);
     void findRows(const QString &statement, const std::function<ListItem(const class Recordset &)> &itemOf);
 
     bool m_searching = false;
     int m_count = 0;
     KeyedList *m_found = nullptr;
+    QHash<qint32, QString> m_paths; ///< of the folders that a hit was in
     std::vector<ListItem> m_pending;
     QElapsedTimer m_sinceShown;
 };

@@ -9,6 +9,10 @@
 #include <QCloseEvent>
 #include <QScopeGuard>
 
+namespace {
+constexpr qint64 millisecondsBetweenCounts = 33; // showing each would cost more than finding it
+}
+
 frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()), m_hits(&MainSubs::itemIcon)
 {
     ui.setupUi(this);
@@ -44,6 +48,7 @@ void frmFind::cmdStart_Click()
         return;
     }
     setSearching(true);
+    m_sinceCountShown.start();
     m_hits.clear();
     Startup();
     const auto end = qScopeGuard([this] {
@@ -63,6 +68,9 @@ void frmFind::cmdStop_Click()
 
 void frmFind::mobjTools_ChangeList()
 {
+    if (m_sinceCountShown.elapsed() < millisecondsBetweenCounts)
+        return;
+    m_sinceCountShown.restart();
     ui.sbr1->showMessage(QStringLiteral("Searching... Found: %1").arg(mobjTools.foundCount()));
 }
 

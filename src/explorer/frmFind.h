@@ -37,4 +37,5 @@ private:
     clsTools mobjTools;
     KeyedList m_hits;
     bool m_closeAfterSearch = false;
+    QElapsedTimer m_sinceCountShown;
 };
