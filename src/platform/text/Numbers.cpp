@@ -1,5 +1,6 @@
 #include "platform/text/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -55,6 +56,18 @@ private:
     qsizetype m_at = 0;
 };
 
+/// A text of digits alone, as nearly all are: numbers of rows come by the ten thousand.
+std::optional<double> plainNumber(QStringView text)
+{
+    constexpr int exactDigits = 15;
+    if (text.isEmpty() || text.size() > exactDigits || !std::all_of(text.begin(), text.end(), isDigit))
+        return {};
+    qint64 number = 0;
+    for (const QChar digit : text)
+        number = number * 10 + (digit.unicode() - u'0');
+    return double(number);
+}
+
 /// Digits, a point, digits and an exponent as a plain number; nothing where there is no digit.
 std::optional<double> unsignedNumber(Reader &reader, bool withCommas)
 {
@@ -85,6 +98,8 @@ Number converted(const QString &text)
 
 std::optional<double> numberIn(QStringView text)
 {
+    if (const std::optional<double> number = plainNumber(text))
+        return number;
     Reader reader(text);
     bool negative = false, sign = false, dollar = false;
     reader.skipBlanks();
