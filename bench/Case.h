@@ -8,6 +8,9 @@ class Crib;
 /// none, seconds.
 struct Case {
     using Step = void (*)(Crib &);
+    /// Processor time of the process, which other programs on the machine hardly change, or, for what waits for the
+    /// disk, the time that passes.
+    enum Clock { Processor, Wall };
     struct Side {
         Step run = nullptr;
         Step prepare = nullptr; ///< before each run, not timed
@@ -20,6 +23,7 @@ struct Case {
     double hard;
     Side floor;
     Side ours;
+    Clock clock = Processor;
     int repeats = 1; ///< runs a round, for what is over too soon or waits for the disk
 };
 

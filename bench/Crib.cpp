@@ -19,7 +19,6 @@ Crib::Crib(const SampleCrib::Scale &scale, const QString &cache)
     ProgramFolder::setPath(m_folder.path());
     open();
     drills = m_floor->number("SELECT ID FROM Types WHERE Description='Drills'");
-    bigType = m_floor->number("SELECT Type FROM Tools GROUP BY Type ORDER BY count(*) DESC LIMIT 1");
     m_frame = std::make_unique<FakeFrame>();
     explorer().Startup(false);
     QApplication::processEvents();
@@ -36,13 +35,17 @@ void Crib::open()
     if (!QFile::copy(m_sample, file()))
         qFatal("The sample database cannot be copied.");
     m_floor = std::make_unique<Floor>(file().toUtf8());
+    const QByteArray biggest = "SELECT Type FROM Tools GROUP BY Type ORDER BY count(*) DESC LIMIT 1";
+    bigType = m_floor->number(biggest);
     m_floor->run("WITH RECURSIVE below(id) AS (SELECT ID FROM Types WHERE Description='Drills'"
                  " UNION SELECT Types.ID FROM Types JOIN below ON Parent=below.id),"
                  " others AS (SELECT * FROM Tools WHERE Type NOT IN (SELECT id FROM below)"
-                 " AND Type <> (SELECT Type FROM Tools GROUP BY Type ORDER BY count(*) DESC LIMIT 1))"
-                 " UPDATE Tools SET Type=(SELECT min(Type) FROM others)"
-                 " WHERE ID IN (SELECT ID FROM others LIMIT 5000)");
-    hugeType = m_floor->number("SELECT Type FROM Tools GROUP BY Type ORDER BY count(*) DESC LIMIT 1");
+                 " AND Type <> ("
+                 + biggest
+                 + "))"
+                   " UPDATE Tools SET Type=(SELECT min(Type) FROM others)"
+                   " WHERE ID IN (SELECT ID FROM others LIMIT 5000)");
+    hugeType = m_floor->number(biggest);
     Session::open(file());
 }
 

@@ -1,26 +1,32 @@
 #include "bench/Measurement.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <ctime>
 #include <vector>
 
 namespace {
 
-double secondsOf(const Case::Side &side, Crib &crib, int repeats)
+double now(Case::Clock clock)
 {
-    qint64 nanoseconds = 0;
-    for (int i = 0; i < repeats; ++i) {
+    timespec time{};
+    clock_gettime(clock == Case::Wall ? CLOCK_MONOTONIC : CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
+
+double secondsOf(const Case &what, const Case::Side &side, Crib &crib)
+{
+    double seconds = 0;
+    for (int i = 0; i < what.repeats; ++i) {
         if (side.prepare)
             side.prepare(crib);
-        QElapsedTimer timer;
-        timer.start();
+        const double before = now(what.clock);
         side.run(crib);
-        nanoseconds += timer.nsecsElapsed();
+        seconds += now(what.clock) - before;
     }
-    return double(nanoseconds) / 1e9 / repeats;
+    return seconds / what.repeats;
 }
 
 double median(std::vector<double> values)
@@ -56,10 +62,10 @@ Measurement measure(const Case &what, Crib &crib, bool isJudged, int rounds)
     Measurement result{&what, isJudged};
     std::vector<double> floors, ours, ratios;
     for (int round = 0; round <= rounds; ++round) {
-        const double floor = what.floor.run ? secondsOf(what.floor, crib, what.repeats) : 1;
+        const double floor = what.floor.run ? secondsOf(what, what.floor, crib) : 1;
         const double before = megabytesOf("VmRSS");
         forgetPeakMemory();
-        const double own = secondsOf(what.ours, crib, what.repeats);
+        const double own = secondsOf(what, what.ours, crib);
         if (round == 0) {
             result.megabytes = std::max(0.0, megabytesOf("VmHWM") - before);
             continue;
