@@ -105,11 +105,13 @@ void mdiMain::showChildWindow(QWidget *child, const QSize &size)
 {
     QMdiSubWindow *window = m_clientArea->addSubWindow(child);
     window->setAttribute(Qt::WA_DeleteOnClose);
+    connect(child, &QObject::destroyed, window, &QObject::deleteLater); // a child may close itself
     const QSize wanted = size.expandedTo(window->minimumSizeHint()); // large fonts need more
     window->resize(wanted);
     layout()->activate(); // the first child comes before the frame is shown
     const QSize client = m_clientArea->size();
-    window->move((client.width() - wanted.width()) / 2, (client.height() - m_toolbar->height() - wanted.height()) / 2);
+    const int top = (client.height() - m_toolbar->height() - wanted.height()) / 2;
+    window->move((client.width() - wanted.width()) / 2, qMax(0, top));
     child->show();
     // On a small screen the child takes what there is.
     if (wanted.boundedTo(client) == wanted)

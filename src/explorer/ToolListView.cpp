@@ -32,6 +32,7 @@ void ToolListView::setColumns(const std::vector<ListColumn> &columns)
 {
     m_items.setColumns(columns);
     setColumnWidths(*header(), columns);
+    showSortMark();
 }
 
 int ToolListView::selectedRow() const
@@ -104,8 +105,9 @@ void ToolListView::keyPressEvent(QKeyEvent *event)
         return;
     }
     const QModelIndex before = currentIndex();
+    const QItemSelection selectedBefore = selectionModel()->selection();
     QTreeView::keyPressEvent(event);
-    if (before != currentIndex() || event->key() == Qt::Key_Space)
+    if (before != currentIndex() || selectedBefore != selectionModel()->selection())
         emit touched();
 }
 
@@ -149,6 +151,12 @@ void ToolListView::dropEvent(QDropEvent *event)
 void ToolListView::headingClicked(int column)
 {
     m_items.clickHeading(column);
-    header()->setSortIndicatorShown(true);
-    header()->setSortIndicator(m_items.sortColumn(), m_items.sortOrder());
+    showSortMark();
+}
+
+void ToolListView::showSortMark()
+{
+    header()->setSortIndicatorShown(m_items.isSorted());
+    if (m_items.isSorted())
+        header()->setSortIndicator(m_items.sortColumn(), m_items.sortOrder());
 }

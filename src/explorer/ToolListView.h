@@ -53,6 +53,7 @@ protected:
 
 private:
     void headingClicked(int column);
+    void showSortMark();
 
     KeyedList m_items;
 };

@@ -100,6 +100,7 @@ void clsTools::Find(const QString &mode, const QString &text, KeyedList &found)
     m_found = &found;
     m_count = 0;
     m_paths.clear();
+    m_pending.clear();
     m_searching = true;
     m_sinceShown.start();
     const auto end = qScopeGuard([this] {

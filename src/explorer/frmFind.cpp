@@ -7,6 +7,7 @@
 #include "platform/gui/MsgBox.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QScopeGuard>
 
 namespace {
@@ -35,8 +36,11 @@ frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()
 
 void frmFind::Startup()
 {
-    m_hits.setColumns(MainSubs::findColumns(mfrmTree.TreeMode()));
-    setColumnWidths(*ui.lstFind->header(), m_hits.columns());
+    // Hits of a search before keep their headings.
+    if (m_hits.count() == 0) {
+        m_hits.setColumns(MainSubs::findColumns(mfrmTree.TreeMode()));
+        setColumnWidths(*ui.lstFind->header(), m_hits.columns());
+    }
     ui.txtFind->setFocus();
     ui.txtFind->selectAll();
 }
@@ -47,11 +51,15 @@ void frmFind::cmdStart_Click()
         inform("Please enter the text to find.");
         return;
     }
+    if (m_inSearch) // the one that was stopped has not come to its end yet
+        return;
+    m_inSearch = true;
     setSearching(true);
     m_sinceCountShown.start();
     m_hits.clear();
     Startup();
     const auto end = qScopeGuard([this] {
+        m_inSearch = false;
         setSearching(false);
         ui.sbr1->showMessage(QStringLiteral("%1 item(s) found.").arg(m_hits.count()));
         if (m_closeAfterSearch)
@@ -120,6 +128,16 @@ void frmFind::closeEvent(QCloseEvent *event)
     m_closeAfterSearch = mobjTools.isSearching();
     mobjTools.stop();
     event->setAccepted(!m_closeAfterSearch);
+}
+
+// Enter on a hit goes there; elsewhere it starts the search.
+void frmFind::keyPressEvent(QKeyEvent *event)
+{
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && focusWidget() == ui.lstFind)
+        runUserAction([this] { cmdGoto_Click(); });
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frmFind::reject() { close(); }

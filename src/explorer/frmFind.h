@@ -19,6 +19,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void reject() override;
 
 private:
@@ -36,6 +37,7 @@ private:
     frmTree &mfrmTree;
     clsTools mobjTools;
     KeyedList m_hits;
+    bool m_inSearch = false;
     bool m_closeAfterSearch = false;
     QElapsedTimer m_sinceCountShown;
 };

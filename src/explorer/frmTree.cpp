@@ -39,9 +39,8 @@ frmTree::frmTree()
     for (const auto &[button, picture] : pictures)
         button->setIcon(Icons::icon(picture));
 
-    QRadioButton *const options[] = {ui.optMode0, ui.optMode1, ui.optMode2, ui.optMode3};
     for (int index = 0; index < 4; ++index)
-        connect(options[index], &QRadioButton::toggled, this, [this, index](bool checked) {
+        connect(options()[index], &QRadioButton::toggled, this, [this, index](bool checked) {
             if (checked)
                 runUserAction([this, index] { optMode_Click(index); });
         });
@@ -67,8 +66,12 @@ frmTree::frmTree()
     onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
 
+    {
+        const QSignalBlocker quiet(ui.optMode0);
+        ui.optMode0->setChecked(true);
+    }
+    optMode_Click(0);
     setTheExplorer(this);
-    ui.optMode0->setChecked(true);
 }
 
 frmTree::~frmTree()
@@ -95,9 +98,12 @@ void frmTree::Startup(bool showProgress)
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     ViewByType();
+    ui.tvMain->setFocus();
     if (showProgress)
         mdi.showStartProgress(100);
 }
+
+std::array<QRadioButton *, 4> frmTree::options() const { return {ui.optMode0, ui.optMode1, ui.optMode2, ui.optMode3}; }
 
 void frmTree::optMode_Click(int index)
 {
@@ -111,7 +117,19 @@ void frmTree::optMode_Click(int index)
         {"scrap", &frmTree::ViewByScrap},
     };
     ui.lstToolList->setColumns(MainSubs::listColumns(modes[index].mode));
-    (this->*modes[index].view)();
+    try {
+        (this->*modes[index].view)();
+    } catch (...) {
+        // A view that could not even be begun leaves the one before, with its columns and its option.
+        if (m_mode != modes[index].mode && !m_mode.isEmpty()) {
+            ui.lstToolList->setColumns(MainSubs::listColumns(m_mode));
+            for (int other = 0; other < 4; ++other) {
+                const QSignalBlocker quiet(options()[other]);
+                options()[other]->setChecked(m_mode == modes[other].mode);
+            }
+        }
+        throw;
+    }
 }
 
 const ListItem *frmTree::selectedItem() const
@@ -132,7 +150,11 @@ void frmTree::removeSelectedItem()
 
 int frmTree::itemCount() const { return items().count(); }
 
-void frmTree::selectFirstItem() { ui.lstToolList->selectRow(0); }
+void frmTree::selectFirstItem()
+{
+    ui.lstToolList->selectRow(0);
+    ProgramState::TreeHasFocus = false;
+}
 
 void frmTree::focusList() { ui.lstToolList->setFocus(); }
 

@@ -6,6 +6,7 @@
 #include "platform/gui/SharedForm.h"
 #include "ui_frmTree.h"
 
+#include <array>
 #include <functional>
 
 /// What a job or an operation that tools were scrapped for is called: the operation's description, the job's number.
@@ -75,6 +76,7 @@ private:
     friend class SharedForm<frmTree>;
     frmTree();
 
+    std::array<QRadioButton *, 4> options() const;
     void optMode_Click(int index);
     void cmdNew_MouseDown();
     void cmdEdit_PopUp();
@@ -103,7 +105,7 @@ private:
     void initTreeCheckedOut();
     void addChargeNode(Node *kind, const Recordset &pair);
     void startTree(const QString &mode, const QString &title);
-    void showRoot();
+    void showView(const std::function<void()> &build);
     void tvMain_Expand(Node *node);
 
     // Lists

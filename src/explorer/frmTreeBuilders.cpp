@@ -51,34 +51,35 @@ private:
 
 void frmTree::ViewByType()
 {
-    const HourGlass busy;
-    initTreetype(nullptr, 0);
-    showRoot();
+    showView([this] { initTreetype(nullptr, 0); });
 }
 
 void frmTree::ViewByLocation()
 {
-    const HourGlass busy;
-    initTreeLocation(nullptr, 0);
-    showRoot();
+    showView([this] { initTreeLocation(nullptr, 0); });
 }
 
 void frmTree::ViewByCheckedOut()
 {
-    const HourGlass busy;
-    initTreeCheckedOut();
-    showRoot();
+    showView([this] { initTreeCheckedOut(); });
 }
 
 void frmTree::ViewByScrap()
 {
-    const HourGlass busy;
-    initTreeScrap();
-    showRoot();
+    showView([this] { initTreeScrap(); });
 }
 
-void frmTree::showRoot()
+void frmTree::showView(const std::function<void()> &build)
 {
+    const HourGlass busy;
+    try {
+        build();
+    } catch (...) {
+        // What was added so far stands; its root is selected, so that commands have something to act on.
+        if (nodes().root())
+            ui.tvMain->selectNode(nodes().root());
+        throw;
+    }
     Node *root = nodes().root();
     ui.tvMain->selectNode(root);
     ui.tvMain->expandNode(root);
@@ -88,6 +89,8 @@ void frmTree::showRoot()
 void frmTree::startTree(const QString &mode, const QString &title)
 {
     nodes().clear();
+    items().clear(); // what another view listed means nothing in this one
+    m_listedKey.clear();
     m_mode = mode;
     ui.lblTree->setText(title);
     const bool stored = mode == "type" || mode == "location";

@@ -33,6 +33,7 @@ bool confirmed(const QString &text)
         == QMessageBox::Yes;
 }
 
+const QString nothingToDelete = QStringLiteral("Nothing to delete. Please select the item(s) to delete first.");
 const QString oneTool = QStringLiteral("You are about to delete the selected tool.\n"
                                        "All checked in and checked out history will also be removed.\n"
                                        "This can not be undone.\n"
@@ -115,7 +116,7 @@ void frmTree::mdi_TreeNewLocation() { newFolder(FolderKind::location); }
 
 void frmTree::newFolder(const FolderKind &kind)
 {
-    const Node *parent = ui.tvMain->selectedNode();
+    const Node *parent = ui.tvMain->selectedNode() ? ui.tvMain->selectedNode() : nodes().root();
     if (FolderEditor::Startup(kind, "New", 0, parent->text, ItemKeys::numberOf(parent->key).toInt()))
         listSelectedNode();
 }
@@ -147,9 +148,12 @@ void frmTree::cmdEdit_Click()
 
 void frmTree::editFolder(int id, const QString &text)
 {
-    if (FolderEditor::Startup(m_mode == "type" ? FolderKind::type : FolderKind::location, "Edit", id, text, 0)
-        && !ProgramState::TreeHasFocus)
-        listSelectedNode();
+    const QString selected = actsOnTree() ? QString() : selectedItem()->key;
+    if (!FolderEditor::Startup(m_mode == "type" ? FolderKind::type : FolderKind::location, "Edit", id, text, 0)
+        || selected.isEmpty())
+        return;
+    listSelectedNode();
+    selectItem(selected);
 }
 
 void frmTree::TreeEditTool()
@@ -188,7 +192,7 @@ void frmTree::TreeDeleteItems()
     }
     const std::vector<int> rows = ui.lstToolList->selectedRows();
     if (rows.empty()) {
-        msgBox({.text = "Nothing to delete. Please select the item(s) to delete first."});
+        msgBox({.text = nothingToDelete});
         return;
     }
     const auto anyKeyBegins = [&](const char *prefix) {
@@ -297,6 +301,7 @@ void frmTree::removeDeletedFolders(const QStringList &ids)
 void frmTree::deleteScrapItems(const std::vector<int> &rows)
 {
     QList<qint32> ids;
+    bool folders = false;
     for (const int row : rows) {
         const ListItem &item = items().item(row);
         const QString id = ItemKeys::numberOf(item.key);
@@ -304,12 +309,13 @@ void frmTree::deleteScrapItems(const std::vector<int> &rows)
             msgBox({.text = "Scrapped tools must be deleted individually."});
             return;
         }
+        folders = folders || item.key.startsWith('l');
         if (item.key.startsWith('j'))
             ids.append(id.toInt());
-        else // a job or operation under the kind that is listed
+        else if (item.key.startsWith('l')) // a job or operation under the kind that is listed
             ids.append(scrapIdsOf(id, ItemKeys::numberOf(m_listedKey)));
     }
-    purge(ids, oneTool);
+    purge(ids, folders ? severalTools : oneTool);
 }
 
 QList<qint32> frmTree::scrapIdsOf(const QString &jobOrOH, const QString &lineItemTypeId) const
@@ -324,6 +330,10 @@ QList<qint32> frmTree::scrapIdsOf(const QString &jobOrOH, const QString &lineIte
 
 void frmTree::purge(const QList<qint32> &scrapIds, const QString &question)
 {
+    if (scrapIds.isEmpty()) {
+        msgBox({.text = nothingToDelete});
+        return;
+    }
     if (!confirmed(question))
         return;
     const int row = ui.lstToolList->selectedRow();
@@ -336,6 +346,8 @@ void frmTree::purge(const QList<qint32> &scrapIds, const QString &question)
     msgBox({.text =
                 allDeleted ? "Selected Scrapped Tool(s) deleted." : "One or more Scrapped Tools could not be deleted"});
     const bool inTree = ProgramState::TreeHasFocus;
+    if (Node *node = ui.tvMain->selectedNode(); node->key.startsWith('l'))
+        tvMain_Expand(node); // a job without tools is none of its kind's any more
     listSelectedNode();
     if (itemCount() == 0) {
         rebuildView(); // the last one of its job: the folder goes with it

@@ -105,6 +105,7 @@ ListItem scrapItem(const Recordset &row)
 void frmTree::tvMain_NodeClick(Node *node)
 {
     ProgramState::TreeHasFocus = true;
+    ui.lstToolList->scrollToTop();
     const HourGlass busy;
     const ReadScope scope(Session::database());
     const KeyedList::Filling filling(items());

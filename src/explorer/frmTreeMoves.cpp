@@ -45,6 +45,8 @@ void frmTree::lstToolList_PopUp(const QPoint &globalPosition)
 
 void frmTree::lstToolList_DblClick()
 {
+    if (!selectedItem()) // a press with Ctrl takes the selection away
+        return;
     const ListItem item = *selectedItem();
     if (item.icon != ItemIcon::folder && item.icon != ItemIcon::openFolder)
         return;
@@ -75,7 +77,7 @@ void frmTree::lstToolList_DragDrop()
     constexpr int employeeColumn = 5;
     for (const int row : ui.lstToolList->selectedRows()) {
         const ListItem &item = items().item(row);
-        if (!item.subItem(employeeColumn).isEmpty()) {
+        if (!item.subItem(employeeColumn).isEmpty() || item.key.startsWith("co")) {
             msgBox({.text = "You must Check In the tool before moving."});
             return;
         }
@@ -102,7 +104,8 @@ void frmTree::lstToolList_DragDrop()
     for (const QString &folder : std::as_const(folders))
         if (Node *moved = nodes().find("l" + folder))
             nodes().move(moved, target);
-    tvMain_NodeClick(listed);
+    if (listed)
+        tvMain_NodeClick(listed);
     showMoved(target);
     ui.lstToolList->DragItem = -1;
     ui.lstToolList->DragArmed = false;

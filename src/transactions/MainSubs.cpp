@@ -48,7 +48,8 @@ void MainSubs::CheckInSelectedTool()
         msgBox({.text = "The selected tool is already checked in!", .buttons = QMessageBox::Ok | QMessageBox::Cancel});
     } else if (item->icon == ItemIcon::toolScrapped) {
         msgBox({.text = "The selected tool is scrapped and must be restored before using!"});
-    } else if (item->key.startsWith("co")) {
+    } else if (item->key.startsWith("co") && item->icon != ItemIcon::folder) {
+        // The folders of the checked-out view are numbered like tools, but are none.
         frmCheckIn::showModal();
     }
 }
@@ -97,6 +98,22 @@ void MainSubs::closeLoans(qint16 toolId)
     execute("Update checkOutIn set DateIn =" + dateLiteral(Clock::now()) + ", Active=0 where Tool_Id=" + id
             + " And Active=-1");
     execute("Update tools set out=0 where id=" + id);
+}
+
+void MainSubs::showReturned(qint16 toolId)
+{
+    ExplorerView &explorer = theExplorer();
+    if (explorer.TreeMode() != "checkedOut") {
+        ListItem item = *explorer.selectedItem();
+        item.setSubItem(5, {});
+        item.icon = ItemIcon::toolInStock;
+        item.key = ItemKeys::toolInStock(toolId);
+        explorer.patchSelectedItem(item);
+    } else if (explorer.itemCount() < 2) {
+        explorer.rebuildView();
+    } else {
+        explorer.removeSelectedItem();
+    }
 }
 
 int MainSubs::FilterKey(int keyAscii, const QString &allowed, bool allowBackspace, const QString &disallowed)

@@ -20,6 +20,8 @@ bool PurgeScrapped(const QString &kind, qint32 id);
 
 /// Ends every open loan of the tool at the present moment and takes its "out" flag away.
 void closeLoans(qint16 toolId);
+/// Shows the tool selected in the explorer as back in the crib; the view of tools that are out no longer lists it.
+void showReturned(qint16 toolId);
 
 /// The code of a pressed key if it may pass, else 0: `allowed` are the characters that may ("*": all), `disallowed`
 /// those that may not in any case; letters of either case count.

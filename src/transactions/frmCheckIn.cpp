@@ -23,20 +23,9 @@ void frmCheckIn::cmdOk_Click()
 {
     const HourGlass busy;
     ExplorerView &explorer = theExplorer();
-    ListItem item = *explorer.selectedItem();
-    const qint16 toolId = ItemKeys::toolIdOf(item.key, 2);
+    const qint16 toolId = ItemKeys::toolIdOf(explorer.selectedItem()->key, 2);
     MainSubs::closeLoans(toolId);
-
-    if (explorer.TreeMode() != "checkedOut") {
-        item.setSubItem(5, {});
-        item.icon = ItemIcon::toolInStock;
-        item.key = ItemKeys::toolInStock(toolId);
-        explorer.patchSelectedItem(item);
-    } else if (explorer.itemCount() < 2) {
-        explorer.rebuildView();
-    } else {
-        explorer.removeSelectedItem();
-    }
     accept();
+    MainSubs::showReturned(toolId);
     explorer.focusList();
 }

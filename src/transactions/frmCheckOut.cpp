@@ -39,17 +39,19 @@ bool frmCheckOut::SaveCheckOut()
     ListItem item = *theExplorer().selectedItem();
     const qint16 toolId = ItemKeys::toolIdOf(item.key);
     const QString id = QString::number(toolId);
+    // A job's number is what is shown: where the program's own list is offered, the bound value is only its row there.
+    // An overhead operation described by digits alone is taken for a job number as well.
+    const QString job = ui.dbcJob->text();
+    const qint32 jobOrOH = toLong(isNumeric(job) ? job : ui.dbcJob->boundValue().toText());
+    const qint32 lineItemTypeId = toLong(ui.dbcJobType->boundValue().toText());
     Recordset loans = openRecordset("Select * from checkoutin");
     const Recordset tool = openRecordset("Select * from Tools where id =" + id);
     // The flag goes first: if storing the loan then fails, the tool still shows as out and is not lent twice.
     execute("Update tools set out=-1 where id=" + id);
     loans.addNew();
     loans.setField(u"Tool_Id", toolId);
-    // A job's number is what is shown: where the program's own list is offered, the bound value is only its row there.
-    // An overhead operation described by digits alone is taken for a job number as well.
-    const QString job = ui.dbcJob->text();
-    loans.setField(u"jobOrOH", toLong(isNumeric(job) ? job : ui.dbcJob->boundValue().toText()));
-    loans.setField(u"LineItemTypeID", toLong(ui.dbcJobType->boundValue().toText()));
+    loans.setField(u"jobOrOH", jobOrOH);
+    loans.setField(u"LineItemTypeID", lineItemTypeId);
     loans.setField(u"employee", ui.dbcEmp->boundValue().toText());
     loans.setField(u"DateOut", Format::generalDate(Clock::now()));
     loans.setField(u"active", -1);

@@ -85,6 +85,8 @@ void frmScrap::GetCheckedOutInfo(qint16 toolId)
     const QString jobOrOH = QString::number(loan.field(u"jobOrOH").toInteger());
     if (kind.text(u"Code") == "Job") {
         ui.dbcJob->setText(jobOrOH);
+        if (ui.dbcJob->text().isEmpty()) // shipped since: what does not count is not shown
+            ui.dbcJob->setText({});
         return;
     }
     const Recordset operation = openRecordset("Select Description from Operation where OperNo =" + jobOrOH);
@@ -106,6 +108,7 @@ void frmScrap::cmdOK_Click()
         item.setSubItem(5, {});
         item.icon = ItemIcon::toolInStock;
         explorer.patchSelectedItem(item);
+        m_returnedTool = toolId;
     }
     if (!MainSubs::isFilled(ui.dbcEmp, "You must select an employee!")
         || !MainSubs::isFilled(ui.dbcJob, "You must enter a job or overhead number!")
@@ -129,9 +132,17 @@ void frmScrap::cmdOK_Click()
         return;
     }
     execute("DELETE * FROM Tools WHERE ID =" + id);
+    accept();
     explorer.removeSelectedItem();
     if (explorer.itemCount() == 0)
         explorer.rebuildView();
-    accept();
     explorer.focusList();
+}
+
+// Closed without scrapping after the loan was ended: the list shows the tool as what it is now, back in the crib.
+void frmScrap::reject()
+{
+    QDialog::reject();
+    if (m_returnedTool != 0)
+        runUserAction([this] { MainSubs::showReturned(m_returnedTool); });
 }

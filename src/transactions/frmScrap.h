@@ -11,9 +11,13 @@ class frmScrap : public QDialog, public SharedForm<frmScrap>
 public:
     Ui::frmScrap ui;
 
+    void reject() override;
+
 private:
     friend class SharedForm<frmScrap>;
     frmScrap();
     void GetCheckedOutInfo(qint16 toolId);
     void cmdOK_Click();
+
+    qint16 m_returnedTool = 0; ///< whose loan was ended here; 0 for none
 };

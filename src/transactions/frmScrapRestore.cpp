@@ -88,6 +88,6 @@ void frmScrapRestore::cmdRestore_Click()
         return;
     }
     msgBox({.text = "Tool was successfully restored", .caption = "Restore Tool"});
-    theExplorer().rebuildView();
     accept();
+    theExplorer().rebuildView();
 }

@@ -206,6 +206,7 @@ void TestStartup::entriesActOnTheExplorer()
         frmTree::instance().ui.cmdClose->click();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!frmTree::isLoaded());
+        QTRY_VERIFY(frame.findChild<QMdiArea *>()->subWindowList().isEmpty());
         frame.findChild<QAction *>("Toolbar1_1")->trigger();
         QCOMPARE(frmTree::instance().TreeMode(), "type"); // afresh
         QVERIFY(frmTree::instance().isVisible());

@@ -28,6 +28,9 @@ private slots:
     void deletingKeepsThePlace();
     void purgeAsksOnce();
     void scrapAndRestore();
+    void aFolderNumberedLikeAToolIsNone();
+    void aFailedViewLeavesNothingOfTheOneBefore();
+    void aScrapGivenUpLeavesTheToolInTheCrib();
 
 private:
     frmTree &explorer() { return frmTree::instance(); }
@@ -357,6 +360,51 @@ void TestCommands::scrapAndRestore()
     QCOMPARE(m_crib->rows("Select ID,Type,Out from Tools where ID=4"), QStringList("4|3|0"));
     QVERIFY(!explorer().ui.tvMain->nodes().find("C12500"));
     ProgramState::SuiteInstalled = false;
+}
+
+void TestCommands::aFolderNumberedLikeAToolIsNone()
+{
+    m_crib->run({"UPDATE Tools SET Out=-1 WHERE ID=1", "UPDATE CheckOutIn SET Active=-1 WHERE Tool_Id=1"});
+    goTo(2, "x0", {"co1"});
+    ScriptedUser user; // nobody is asked anything
+    explorer().ui.cmdCheckIn->click();
+    QCOMPARE(m_crib->rows("Select Tool_Id from CheckOutIn where Active=-1 order by Tool_Id"), QStringList({"1", "3"}));
+}
+
+void TestCommands::aFailedViewLeavesNothingOfTheOneBefore()
+{
+    m_crib->run({"INSERT INTO Scrap (Description,JobOrOH,LineItemTypeId) VALUES('Drill 9',1250,5)",
+                 "INSERT INTO Operation (OperNo,Description,OperType) VALUES(1250,'Odd','O')"});
+    goTo(0, "l2", {"r1"});
+    ScriptedUser user;
+    user.answers(QMessageBox::Ok);
+    explorer().ui.optMode3->click();
+    QCOMPARE(user.texts(), QStringList("Key is not unique in collection"));
+    QCOMPARE(keys(), QStringList());
+    QCOMPARE(explorer().ui.tvMain->selectedNode()->key, "x0");
+
+    // A view that cannot even be begun leaves the one before as it was.
+    Session::database().executeNative("ALTER TABLE Locations RENAME TO Elsewhere");
+    user.answers(QMessageBox::Ok);
+    explorer().ui.optMode1->click();
+    QCOMPARE(explorer().TreeMode(), "scrap");
+    QVERIFY(explorer().ui.optMode3->isChecked());
+    QCOMPARE(explorer().ui.lstToolList->items().columns().back().caption, "Date Scrapped");
+}
+
+void TestCommands::aScrapGivenUpLeavesTheToolInTheCrib()
+{
+    goTo(0, "l2", {"co3"});
+    ScriptedUser user;
+    user.answers(QMessageBox::Ok);
+    whenModal<frmScrap>([](frmScrap &form) {
+        form.ui.cmdOK->click(); // no reason
+        form.ui.cndCancel->click();
+    });
+    explorer().cmdScrapTool_Click();
+    QCOMPARE(m_crib->rows("Select Out from Tools where ID=3"), QStringList("0"));
+    QCOMPARE(explorer().selectedItem()->key, "r3");
+    QCOMPARE(explorer().selectedItem()->icon, 6);
 }
 
 int main(int argc, char *argv[])

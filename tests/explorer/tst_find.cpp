@@ -226,7 +226,8 @@ void TestFind::goToLeadsToTheHit()
     ScriptedUser user;
     if (option == 2)
         user.answers(QMessageBox::Ok); // the apostrophe breaks that list
-    find.ui.cmdGoto->click();
+    find.ui.lstFind->setFocus();
+    QTest::keyClick(find.ui.lstFind, Qt::Key_Return);
     QTEST(explorer().ui.tvMain->selectedNode()->key, "node");
     QFETCH(QString, item);
     QCOMPARE(explorer().selectedItem() ? explorer().selectedItem()->key : QString(), item);

@@ -268,7 +268,7 @@ void TestScrap::loanEndsBeforeAnythingIsChecked()
     QCOMPARE(loan(), "0|2026-03-04 13:05:09");
     QCOMPARE(crib->rows("Select out from Tools"), QStringList("0"));
     QCOMPARE(crib->rows("Select ID from Scrap"), QStringList());
-    QCOMPARE(explorer.items[0].key, "co1");
+    QCOMPARE(explorer.items[0].key, "r1");
     QCOMPARE(explorer.items[0].icon, int(ItemIcon::toolInStock));
     QCOMPARE(explorer.items[0].subItem(5), QString());
 }

@@ -6,6 +6,14 @@ namespace {
 
 QString file(const QString &name) { return QStringLiteral(":/icons/%1.svg").arg(name); }
 
+// Selected or not, a picture keeps its colours; tinted, its states could not be told apart.
+QIcon inAllModes(const QString &name)
+{
+    QIcon icon(file(name));
+    icon.addFile(file(name), {}, QIcon::Selected);
+    return icon;
+}
+
 }
 
 QIcon Icons::icon(const QString &name)
@@ -13,15 +21,16 @@ QIcon Icons::icon(const QString &name)
     static QHash<QString, QIcon> made;
     auto found = made.find(name);
     if (found == made.end())
-        found = made.insert(name, QIcon(file(name)));
+        found = made.insert(name, inAllModes(name));
     return *found;
 }
 
 QIcon Icons::folder()
 {
     static const QIcon made = [] {
-        QIcon icon(file(QStringLiteral("folder")));
-        icon.addFile(file(QStringLiteral("folder-open")), {}, QIcon::Normal, QIcon::On);
+        QIcon icon = inAllModes(QStringLiteral("folder"));
+        for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected})
+            icon.addFile(file(QStringLiteral("folder-open")), {}, mode, QIcon::On);
         return icon;
     }();
     return made;

@@ -1,8 +1,7 @@
 #include "platform/gui/MsgBox.h"
 
 #include "platform/gui/Handler.h"
-
-#include <QApplication>
+#include "platform/gui/WindowOwner.h"
 
 #include <utility>
 
@@ -18,7 +17,7 @@ QMessageBox::StandardButton msgBox(const MsgBoxCall &call)
         return presenter(call);
     // A question asked in the middle of long work wants the ordinary pointer.
     const NormalPointer pointer;
-    QMessageBox box(call.icon, call.caption, call.text, call.buttons, QApplication::activeWindow());
+    QMessageBox box(call.icon, call.caption, call.text, call.buttons, windowOwner());
     // Texts may hold what a user typed; nothing in them is markup.
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(call.defaultButton);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/gui/WindowOwner.h"
+
 #include <QPointer>
 
 /// The one instance of a window class: loaded on first use, gone when it is unloaded or, for windows that delete
@@ -23,7 +25,10 @@ public:
         const struct Unload {
             ~Unload() { unload(); }
         } atTheEnd;
-        return instance().exec();
+        QWidget *owner = windowOwner();
+        Form &form = instance();
+        form.setParent(owner, form.windowFlags());
+        return form.exec();
     }
 
 private:

@@ -21,5 +21,6 @@ SingleInstance::SingleInstance(const QString &name) : m_lock(lockFile(name))
 {
     // Only a living process counts as a running copy; the age of its lock says nothing.
     m_lock.setStaleLockTime(0);
-    m_acquired = m_lock.tryLock(0);
+    // Where no lock can be made at all, nothing says that another copy runs.
+    m_acquired = m_lock.tryLock(0) || m_lock.error() != QLockFile::LockFailedError;
 }
