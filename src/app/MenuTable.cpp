@@ -3,6 +3,9 @@
 #include "app/mdiMain.h"
 #include "catalogue/frmScrapReasons.h"
 #include "explorer/frmTree.h"
+#include "reports/QueryForm.h"
+#include "reports/QueryKind.h"
+#include "reports/frmConfigReports.h"
 #include "transactions/MainSubs.h"
 #include "transactions/frmScrap.h"
 
@@ -36,10 +39,10 @@ std::vector<MenuRow> menuTable()
          shown,
          {
              {"mnuReportOut", "Tools &Out"},
-             {"mnuAllTools", "&All Tools"},
-             {"mnuJunk", "&Junk Tools"},
+             {"mnuAllTools", "&All Tools", [] { QueryForm::showModal(QueryKind::frmReportAllTools); }},
+             {"mnuJunk", "&Junk Tools", [] { QueryForm::showModal(QueryKind::frmReportJunkTools); }},
              {"mnuHyphen1"},
-             {"mnuConfigure", "&Configure Reports"},
+             {"mnuConfigure", "&Configure Reports", [] { frmConfigReports::showModal(); }},
          }},
         {"mnuWindow", "&Window", shown, {}},
         {"mnuTreePopType",

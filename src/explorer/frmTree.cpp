@@ -62,6 +62,7 @@ frmTree::frmTree()
     onUserAction(ui.cmdEdit, &QWidget::customContextMenuRequested, this, &frmTree::cmdEdit_PopUp);
     onUserAction(ui.cmdDelete, &QPushButton::clicked, this, &frmTree::cmdDelete_Click);
     onUserAction(ui.cmdScrapTool, &QPushButton::clicked, this, &frmTree::cmdScrapTool_Click);
+    onUserAction(ui.cmdQuery, &QPushButton::clicked, this, &frmTree::cmdQuery_Click);
     onUserAction(ui.cmdFind, &QPushButton::clicked, this, &frmTree::cmdFind_Click);
     onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);

@@ -80,6 +80,7 @@ private:
     void optMode_Click(int index);
     void cmdNew_MouseDown();
     void cmdEdit_PopUp();
+    void cmdQuery_Click();
     void cmdFind_Click();
     void mdi_TreeNewTool();
     void mdi_TreeNewType();

@@ -12,6 +12,8 @@
 #include "explorer/frmTreeSelect.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "reports/QueryForm.h"
+#include "reports/QueryKind.h"
 #include "transactions/MainSubs.h"
 #include "transactions/frmScrap.h"
 
@@ -356,6 +358,16 @@ void frmTree::purge(const QList<qint32> &scrapIds, const QString &question)
     ProgramState::TreeHasFocus = inTree;
     if (!inTree)
         ui.lstToolList->selectRow(qBound(0, row, itemCount() - 1));
+}
+
+void frmTree::cmdQuery_Click()
+{
+    if (m_mode == "checkedOut")
+        QueryForm::showModal(QueryKind::frmQueryCheckedOut);
+    else if (m_mode == "scrap")
+        QueryForm::showModal(QueryKind::frmQueryScrap);
+    else
+        QueryForm::showModal(QueryKind::frmQueryTypeLoc);
 }
 
 void frmTree::cmdFind_Click()
