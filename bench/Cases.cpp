@@ -5,11 +5,16 @@
 #include "db/Session.h"
 #include "explorer/frmFind.h"
 #include "platform/report/Report.h"
+#include "reports/QueryKind.h"
+#include "reports/ResultsKind.h"
+#include "reports/ResultsWindow.h"
 #include "transactions/frmCheckIn.h"
 #include "transactions/frmCheckOut.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
+#include <QGridLayout>
 #include <QImage>
 #include <QPainter>
 
@@ -249,18 +254,46 @@ void readLoans(Crib &crib)
                        " WHERE CheckOutIn.ID <= 100000");
 }
 
-void openLoans(Crib &)
+Recordset loans()
 {
-    const Recordset rows =
-        openRecordset("SELECT CheckOutIn.CheckOutDesc, CheckOutIn.CheckOutPartNo, CheckOutIn.ID, CheckOutIn.DateOut,"
-                      " CheckOutIn.DateIn, ucase([employee.lastname]) & \" \" & ucase([employee.firstname])as EmpName,"
-                      " IIf([lineItemTypeid]=5,[operation.description],'') AS OhDesc,"
-                      " IIf([lineItemTypeid]=4,[JobOrOh],'') AS JobNo"
-                      " FROM (CheckOutIn LEFT JOIN Employee ON CheckOutIn.Employee = Employee.EmpID)"
-                      " LEFT JOIN Operation ON CheckOutIn.JobOrOH = Operation.OperNo"
-                      " WHERE CheckOutIn.ID <= 100000");
-    if (rows.isEmpty())
-        qFatal("no loans");
+    return openRecordset(QueryKind::frmQueryCheckedOut.statement + QString(" where CheckOutIn.ID <= 100000"));
+}
+
+void openLoans(Crib &) { loans(); }
+
+void showLoans(Crib &)
+{
+    const ResultsKind &kind = ResultsKind::frmReportToolsOutQresults;
+    ResultsWindow::open(kind, {&QueryKind::frmQueryCheckedOut}, loans());
+    paint();
+    delete ResultsWindow::opened(kind);
+}
+
+// As many boxes as the form has, without what they do.
+void showBareForm(Crib &)
+{
+    QDialog form;
+    QGridLayout grid(&form);
+    for (int row = 0; row < 7; ++row) {
+        for (int column = 0; column < 2; ++column)
+            grid.addWidget(new QCheckBox("Criterion"), row, column);
+        for (int column = 2; column < 4; ++column) {
+            auto *box = new QComboBox;
+            box->setEditable(true);
+            grid.addWidget(box, row, column);
+        }
+    }
+    for (int column = 2; column < 4; ++column)
+        grid.addWidget(new QPushButton("Button"), 7, column);
+    form.show();
+    paint();
+}
+
+void showForm(Crib &)
+{
+    QueryForm form(QueryKind::frmQueryCheckedOut);
+    form.show();
+    paint();
 }
 
 void readChoices(Crib &crib)
@@ -414,6 +447,8 @@ constexpr Case cases[] = {
     {"check-out", "check a tool out", "shop", 1.1, 1.3, {lend, takeBack}, {checkOut, openCheckOut}, Case::Wall, 5},
     {"check-in", "check a tool in", "shop", 1.1, 1.3, {takeBack, lend}, {checkIn, openCheckIn}, Case::Wall, 5},
     {"query-rows", "read the 100,000 rows of a query", "shop", 1.6, 2.5, {readLoans}, {openLoans}},
+    {"query-grid", "show the 100,000 rows of a query in its grid", "shop", 1.6, 2.5, {readLoans}, {showLoans}},
+    {"query-form", "open a query form, its lists not yet read", "max", 1.2, 2, {showBareForm}, {showForm}},
     {"query-choices", "read the lists of a query form", "max", 0.3, 1.2, {readChoices}, {openChoices}},
     {"report-page", "first page of a report of 30,000 rows", "shop", 0.3, 1, {}, {showFirstPage, writeTemplate}},
     {"report-pdf", "whole report of 30,000 rows as PDF", "shop", 5, 12, {}, {writePdf, writeTemplate}},
