@@ -14,7 +14,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFile>
-#include <QGridLayout>
 #include <QImage>
 #include <QPainter>
 
@@ -269,22 +268,23 @@ void showLoans(Crib &)
     delete ResultsWindow::opened(kind);
 }
 
-// As many boxes as the form has, without what they do.
+// The form's layout with as many boxes, which do nothing.
 void showBareForm(Crib &)
 {
     QDialog form;
-    QGridLayout grid(&form);
-    for (int row = 0; row < 7; ++row) {
-        for (int column = 0; column < 2; ++column)
-            grid.addWidget(new QCheckBox("Criterion"), row, column);
-        for (int column = 2; column < 4; ++column) {
+    Ui::QueryForm ui;
+    ui.setupUi(&form);
+    for (int row = 1; row <= 7; ++row) {
+        for (int column = 0; column < 4; ++column) {
+            if (column % 2 == 0) {
+                ui.criteria->addWidget(new QCheckBox("Criterion"), row, column);
+                continue;
+            }
             auto *box = new QComboBox;
             box->setEditable(true);
-            grid.addWidget(box, row, column);
+            ui.criteria->addWidget(box, row, column);
         }
     }
-    for (int column = 2; column < 4; ++column)
-        grid.addWidget(new QPushButton("Button"), 7, column);
     form.show();
     paint();
 }
