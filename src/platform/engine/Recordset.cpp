@@ -7,6 +7,8 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
+
 namespace {
 
 [[noreturn]] void noCurrentRecord()
@@ -166,11 +168,54 @@ void Recordset::Private::begin(Mode wanted)
     changes.assign(columns().size(), std::nullopt);
 }
 
-RowStore Recordset::Private::change(const dialect::Translation &translation, const std::vector<Value> &values)
+Recordset::Private::Change Recordset::Private::pendingChange() const
 {
-    const Connection::Prepared statement = database.connection.prepare(translation.sql);
+    const dialect::Table &target = *database.schema.find(table());
+    Change change;
+    change.translation.kind = mode == Adding ? dialect::Statement::Insert : dialect::Statement::Update;
+    change.translation.table = target.name;
+    QStringList names, parameters, assignments;
+    for (size_t i = 0; i < changes.size(); ++i) {
+        if (!changes[i])
+            continue;
+        const QString &column = columns()[i].name;
+        change.values.push_back(*changes[i]);
+        names.append(dialect::quotedName(column));
+        parameters.append(u'?' + QString::number(change.values.size()));
+        assignments.append(names.last() + QLatin1String(" = ") + parameters.last());
+        for (const dialect::ForeignKey &key : target.foreignKeys)
+            if (dialect::sameName(key.column, column))
+                change.translation.references.push_back({key, parameters.last()});
+    }
+    const QString name = dialect::quotedName(target.name);
+    QString &sql = change.translation.sql;
+    if (mode == Editing) {
+        change.values.push_back(rowNumber());
+        sql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
+                  .arg(name, assignments.join(u','), QString::number(change.values.size()));
+    } else if (names.isEmpty()) {
+        sql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(name);
+    } else {
+        sql = QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(name, names.join(u','), parameters.join(u','));
+    }
+    // Beside rows that were read belongs the row as the table has it now, with its number and what the columns made of
+    // it.
+    if (read) {
+        QStringList all;
+        for (const dialect::OutputColumn &column : columns())
+            all.append(dialect::quotedName(column.name));
+        sql += QStringLiteral(" RETURNING %1, rowid").arg(all.join(u','));
+    }
+    return change;
+}
+
+Value Recordset::Private::rowNumber() const { return read->at(current, int(columns().size())); }
+
+RowStore Recordset::Private::run(const Change &change)
+{
+    const Connection::Prepared statement = database.connection.prepare(change.translation.sql);
     RowStore changed(sqlite3_column_count(statement.get()));
-    if (database.connection.run(statement.get(), values, &changed, &translation) == 0)
+    if (database.connection.run(statement.get(), change.values, &changed, &change.translation) == 0)
         throw EngineError(EngineError::recordDeleted, QStringLiteral("Record is deleted."));
     return changed;
 }
@@ -204,41 +249,10 @@ void Recordset::cancelUpdate()
 void Recordset::update()
 {
     d->requireMode();
-    const bool adding = d->mode == Private::Adding;
-    const dialect::Table &table = *d->database.schema.find(d->table());
-    dialect::Translation translation;
-    translation.kind = adding ? dialect::Statement::Insert : dialect::Statement::Update;
-    translation.table = table.name;
-    QStringList all, names, parameters, assignments;
-    std::vector<Value> values;
-    for (int i = 0; i < fieldCount(); ++i) {
-        all.append(dialect::quotedName(fieldName(i)));
-        if (!d->changes[i])
-            continue;
-        values.push_back(*d->changes[i]);
-        names.append(all.last());
-        parameters.append(u'?' + QString::number(values.size()));
-        assignments.append(names.last() + QLatin1String(" = ") + parameters.last());
-        for (const dialect::ForeignKey &key : table.foreignKeys)
-            if (dialect::sameName(key.column, fieldName(i)))
-                translation.references.push_back({key, parameters.last()});
-    }
-    const QString into = dialect::quotedName(table.name);
-    if (adding && values.empty()) {
-        translation.sql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(into);
-    } else if (adding) {
-        translation.sql =
-            QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(into, names.join(u','), parameters.join(u','));
-    } else if (!values.empty()) {
-        values.push_back(d->rows().at(d->current, fieldCount()));
-        translation.sql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
-                              .arg(into, assignments.join(u','), QString::number(values.size()));
-    }
-    if (!translation.sql.isEmpty()) {
-        if (d->read)
-            translation.sql += QStringLiteral(" RETURNING %1, rowid").arg(all.join(u','));
-        const RowStore changed = d->change(translation, values);
-        if (d->read && adding)
+    const bool anyChange = std::ranges::any_of(d->changes, [](const auto &change) { return change.has_value(); });
+    if (d->mode == Private::Adding || anyChange) {
+        const RowStore changed = d->run(d->pendingChange());
+        if (d->read && d->mode == Private::Adding)
             d->read->append(changed);
         else if (d->read)
             d->read->replace(d->current, changed);
@@ -250,11 +264,12 @@ void Recordset::remove()
 {
     d->requireChangeable();
     d->requireCurrent();
-    dialect::Translation translation;
-    translation.kind = dialect::Statement::Delete;
-    translation.table = d->table();
-    translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(dialect::quotedName(d->table()));
-    d->change(translation, {d->rows().at(d->current, fieldCount())});
+    Private::Change change;
+    change.translation.kind = dialect::Statement::Delete;
+    change.translation.table = d->table();
+    change.translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(dialect::quotedName(d->table()));
+    change.values = {d->rowNumber()};
+    d->run(change);
     d->read->remove(d->current);
     d->mode = Private::Reading;
 }

@@ -18,9 +18,17 @@ struct Recordset::Private {
     void requireMode() const;
     void begin(Mode mode);
     void moveTo(int row);
-    /// Runs a change of one row, whose parameters are `values`. @returns the row as it stands then, where it is asked
-    /// for.
-    RowStore change(const dialect::Translation &translation, const std::vector<Value> &values);
+    /// Number of the current row, by which it is changed.
+    Value rowNumber() const;
+
+    /// A statement that changes one row of the table.
+    struct Change {
+        dialect::Translation translation;
+        std::vector<Value> values;
+    };
+    Change pendingChange() const;
+    /// @returns the row as it stands then, where the change gives it.
+    RowStore run(const Change &change);
 
     Database::Private &database;
     Database::Private::BoundStatement source;
