@@ -46,7 +46,7 @@ Database::Private::BoundStatement Database::Private::bound(const QString &statem
         dialect::Translation translation = dialect::translate(
             dialect::parse(statement), schema, keep ? dialect::Literals::AsParameters : dialect::Literals::Inline);
         Connection::Prepared handle = connection.prepare(translation.sql);
-        prepared = std::make_shared<PreparedStatement>(std::move(translation), std::move(handle));
+        prepared = std::make_shared<PreparedStatement>(PreparedStatement{std::move(translation), std::move(handle)});
         if (keep)
             cache.insert(shape.text, prepared);
     }

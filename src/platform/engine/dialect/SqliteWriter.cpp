@@ -256,6 +256,9 @@ private:
         QStringList keys;
         for (const OrderKey &key : select.order) {
             const int position = outputPosition(*key.value, columns);
+            // A constant orders nothing; down there a number would be taken for a column's place.
+            if (position < 0 && key.value->isLiteral())
+                continue;
             if (position < 0 && select.distinct)
                 refuseDistinctOrder(*key.value);
             const Written written = position < 0

@@ -1,0 +1,128 @@
+// Feeds the query dialect with whatever the fuzzer makes of the suite's statements. Nothing may crash, every refusal
+// must be one of the dialect's own, and a statement means the same with its literals bound and with them written out.
+
+#include "platform/engine/Workspace.h"
+#include "platform/engine/dialect/Parser.h"
+#include "platform/engine/dialect/SqliteWriter.h"
+#include "platform/text/TextCompare.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+// Joins of more tables only take longer.
+constexpr int maximumTables = 3;
+
+QString contents(const QString &name)
+{
+    QFile file(name);
+    return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+class Crib
+{
+public:
+    Crib() : m_database(Workspace::first().createDatabase(m_folder.filePath("crib.mdb")))
+    {
+        m_database->executeNative("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;" + contents(CRIB_SQL));
+        const Recordset columns = m_database->openNative(
+            "SELECT t.name, c.name, c.type FROM pragma_table_list AS t, pragma_table_info(t.name) AS c "
+            "WHERE t.name NOT LIKE 'sqlite%' ORDER BY t.name");
+        for (int i = 0; i < columns.recordCount(); ++i)
+            addColumn(columns.at(i, 0).toText(), columns.at(i, 1).toText(), columns.at(i, 2).toText());
+    }
+
+    Database &database() { return *m_database; }
+    const dialect::Schema &schema() const { return m_schema; }
+
+private:
+    void addColumn(const QString &table, const QString &name, const QString &type)
+    {
+        using dialect::ValueKind;
+        if (m_schema.tables.empty() || m_schema.tables.back().name != table)
+            m_schema.tables.push_back({table, {}, {}});
+        const ValueKind kind = type == "TEXT" ? ValueKind::Text
+            : type == "CURRENCY"              ? ValueKind::Currency
+            : type == "DATETIME"              ? ValueKind::Date
+            : type == "YESNO"                 ? ValueKind::YesNo
+                                              : ValueKind::Long;
+        m_schema.tables.back().columns.push_back({name, kind});
+    }
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<Database> m_database;
+    dialect::Schema m_schema;
+};
+
+int tablesOf(const dialect::Source &source)
+{
+    return source.isTable() ? 1 : tablesOf(*source.left) + tablesOf(*source.right);
+}
+
+[[noreturn]] void fail(const QString &statement, const QString &what)
+{
+    std::fprintf(stderr, "%s\n%s\n", qPrintable(statement), qPrintable(what));
+    std::abort();
+}
+
+/// The first `columnCount` fields of all rows, in an order of their own and without case: which of several equal texts
+/// a list of distinct ones shows is the engine's choice.
+QStringList sortedRows(const Recordset &rows, int columnCount)
+{
+    QStringList lines;
+    for (int row = 0; row < rows.recordCount(); ++row) {
+        QString line;
+        for (int column = 0; column < columnCount; ++column)
+            line += foldCase(rows.at(row, column).toText()) + '|';
+        lines.append(line);
+    }
+    lines.sort();
+    return lines;
+}
+
+void run(Crib &crib, const QString &statement)
+{
+    const dialect::Statement parsed = dialect::parse(statement);
+    const dialect::Translation written = dialect::translate(parsed, crib.schema(), dialect::Literals::Inline);
+    if (parsed.select && tablesOf(*parsed.select->from) > maximumTables)
+        return;
+    const Transaction undoneAtTheEnd(crib.database());
+    if (parsed.kind != dialect::Statement::SelectRows) {
+        crib.database().execute(statement);
+        return;
+    }
+    const Recordset bound = crib.database().openRecordset(statement);
+    const QStringList expected = sortedRows(bound, bound.fieldCount());
+    const QStringList again = sortedRows(crib.database().openRecordset(statement), bound.fieldCount());
+    const QStringList inlined = sortedRows(crib.database().openNative(written.sql), bound.fieldCount());
+    if (again != expected || inlined != expected)
+        fail(statement, expected.join('\n') + "\n---\n" + inlined.join('\n') + "\n---\n" + again.join('\n'));
+}
+
+void findIn(Recordset &rows, const QString &criteria) { rows.findFirst(criteria); }
+
+void expectOwnRefusal(const QString &statement, const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const EngineError &error) {
+        if (error.number() == EngineError::internalError)
+            fail(statement, error.text());
+    }
+}
+
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static Crib crib;
+    static Recordset reports = crib.database().openRecordset("Select * from Reports");
+    const QString text = QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size));
+    expectOwnRefusal(text, [&] { run(crib, text); });
+    expectOwnRefusal(text, [&] { findIn(reports, text); });
+    return 0;
+}
