@@ -34,6 +34,7 @@ public:
         unknownTable = 3078,
         ambiguousColumn = 3079,
         sameTableTwice = 3081,
+        notJoined = 3082,
         unknownFunction = 3085,
         orderConflictsWithDistinct = 3093,
         aggregateInCondition = 3096,

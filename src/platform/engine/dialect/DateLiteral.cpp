@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QTime>
 
+#include <tuple>
 #include <vector>
 
 namespace {

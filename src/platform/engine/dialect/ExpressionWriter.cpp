@@ -125,8 +125,10 @@ Written ExpressionWriter::column(const Expression &expression)
     if (m_place == Place::Output && m_plainColumn.isEmpty())
         m_plainColumn = expression.text;
     const FoundColumn found = find(expression);
-    if (found.times == 1)
+    if (found.times == 1) {
+        requireJoined(*found.table);
         return column(*found.table, found.column);
+    }
     if (found.times > 1)
         throw EngineError(
             EngineError::ambiguousColumn,
@@ -135,6 +137,16 @@ Written ExpressionWriter::column(const Expression &expression)
                 .arg(expression.text));
     addMissing(expression.qualifier.isEmpty() ? expression.text : expression.qualifier + u'.' + expression.text);
     return {QStringLiteral("NULL")};
+}
+
+void ExpressionWriter::requireJoined(const NamedTable &table) const
+{
+    const bool joined = m_joined.empty() || (&table >= m_joined.data() && &table < m_joined.data() + m_joined.size());
+    if (!joined)
+        throw EngineError(
+            EngineError::notJoined,
+            QStringLiteral("JOIN operation refers to a field of '%1', which is not one of the joined tables.")
+                .arg(table.name));
 }
 
 void ExpressionWriter::addMissing(const QString &name)
@@ -248,6 +260,14 @@ QString ExpressionWriter::condition(const Expression &expression)
         return u'(' + written.sql + QLatin1String(" <> 0)");
     }
     }
+}
+
+QString ExpressionWriter::joinCondition(const Expression &expression, size_t from, size_t to)
+{
+    m_joined = std::span(m_tables).subspan(from, to - from);
+    const QString sql = condition(expression);
+    m_joined = {};
+    return sql;
 }
 
 // Values of different kinds compare by value, as a loan's employee, a text, and the employee's number do. A literal is

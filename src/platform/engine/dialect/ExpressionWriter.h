@@ -6,6 +6,8 @@
 
 #include <QStringList>
 
+#include <span>
+
 namespace dialect {
 
 /// An expression in the language of the engine below.
@@ -51,6 +53,9 @@ public:
     // ---- conditions and values
     /// A condition gives 1, 0 or null.
     QString condition(const Expression &expression);
+    /// The condition of a join, which may speak of the tables joined there, `from` one up to another.
+    /// @throws EngineError where it speaks of others.
+    QString joinCondition(const Expression &expression, size_t from, size_t to);
     /// A value; a condition among them is -1, 0 or null.
     Written value(const Expression &expression);
     /// A value of a SELECT's list, which alone may count; afterwards refuseMixedCount().
@@ -75,6 +80,7 @@ public:
 
 private:
     FoundColumn find(QStringView qualifier, QStringView name) const;
+    void requireJoined(const NamedTable &table) const;
     Written column(const Expression &expression);
 
     QString parameter(const Parameter &parameter);
@@ -100,6 +106,7 @@ private:
 
     Literals m_literals;
     std::vector<NamedTable> m_tables;
+    std::span<const NamedTable> m_joined; ///< the tables that a join's condition may speak of
     QStringList m_missing;
     Place m_place = Place::Row;
     bool m_counts = false;

@@ -99,16 +99,21 @@ private:
         const Table &found = table(source.table);
         m_expressions.addTable({source.alias.isEmpty() ? found.name : source.alias, &found});
     }
-    QString from(const Source &source)
+    /// `next` counts the tables, in the order in which addTables() met them.
+    QString from(const Source &source, size_t &next)
     {
-        if (source.isTable())
+        if (source.isTable()) {
+            ++next;
             return tableOrItsColumns(source);
+        }
         static constexpr const char *joins[] = {"", ", ", " INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN "};
-        const QString right = from(*source.right);
-        QString sql = from(*source.left) + QLatin1String(joins[source.join])
-            + (source.right->isTable() ? right : u'(' + right + u')');
+        const size_t first = next;
+        const QString left = from(*source.left, next);
+        const QString right = from(*source.right, next);
+        QString sql =
+            left + QLatin1String(joins[source.join]) + (source.right->isTable() ? right : u'(' + right + u')');
         if (source.condition)
-            sql += QLatin1String(" ON ") + m_expressions.condition(*source.condition);
+            sql += QLatin1String(" ON ") + m_expressions.joinCondition(*source.condition, first, next);
         return sql;
     }
     QString tableOrItsColumns(const Source &source) const
@@ -125,7 +130,8 @@ private:
     }
     QString fromWhere(const Select &select)
     {
-        const QString sources = from(*select.from);
+        size_t tables = 0;
+        const QString sources = from(*select.from, tables);
         return QLatin1String(" FROM ") + sources + where(select.where);
     }
 
@@ -197,7 +203,8 @@ private:
             m_out.table = first.table->name;
             list.append(quotedName(first.name) + QLatin1String(".rowid"));
         }
-        m_out.sql = selectWord(select) + listed(list) + fromWhere(select) + orderBy(select, columns);
+        m_out.sql = selectWord(select) + listed(list) + fromWhere(select);
+        m_out.sql += orderBy(select, columns);
     }
     // A table that a list of distinct rows does not show, such as the loans behind a list of employees, only decides
     // which rows are in the list: it is as good without its repetitions. Where an index finds its rows, it is left
@@ -246,8 +253,8 @@ private:
                          + quotedName(columns[i].name));
         }
         const QString rows = selectWord(select) + listed(inner) + fromWhere(select);
-        m_out.sql =
-            selectWord(select) + listed(outer) + QLatin1String(" FROM (") + rows + u')' + orderBy(select, columns);
+        m_out.sql = selectWord(select) + listed(outer) + QLatin1String(" FROM (") + rows + u')';
+        m_out.sql += orderBy(select, columns);
     }
 
     // ---- ORDER BY
@@ -354,11 +361,12 @@ private:
         }
         m_expressions.refuseMixedCount();
         m_out.sql = QStringLiteral("INSERT INTO %1 (%2) ").arg(quotedName(table.name), listed(names));
-        if (statement.select)
-            m_out.sql += selectWord(*statement.select) + listed(values) + fromWhere(*statement.select)
-                + orderBy(*statement.select, given);
-        else
+        if (statement.select) {
+            m_out.sql += selectWord(*statement.select) + listed(values) + fromWhere(*statement.select);
+            m_out.sql += orderBy(*statement.select, given);
+        } else {
             m_out.sql += QLatin1String("VALUES (") + listed(values) + u')';
+        }
     }
     QString inserted(SelectedColumn &given, const Column &column, const Select *select)
     {
