@@ -10,6 +10,8 @@ import sys
 statements, corpus, dictionary = map(pathlib.Path, sys.argv[1:])
 lines = statements.read_text("utf-8").splitlines()
 lines = [line for line in lines if line.strip() and not line.startswith(("# ", "  "))]
+# A condition stands alone where a recordset looks for a row.
+lines += [re.split(r"\bwhere\b", line, flags=re.I)[-1] for line in lines]
 corpus.mkdir(parents=True, exist_ok=True)
 for number, line in enumerate(lines):
     (corpus / f"{number:04}").write_text(line, "utf-8")
