@@ -19,6 +19,7 @@ TreeView::TreeView(QWidget *parent) : QTreeView(parent)
     setModel(&m_nodes);
     setHeaderHidden(true);
     setUniformRowHeights(true);
+    setAnimated(false); // children may be read anew while their node opens
     setEditTriggers(NoEditTriggers);
     setAutoExpandDelay(hoverBeforeExpanding);
     setDropIndicatorShown(false);
