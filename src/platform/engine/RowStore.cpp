@@ -61,17 +61,18 @@ void RowStore::append(sqlite3_stmt *statement)
 {
     m_rows.push_back(m_used);
     for (int column = 0; column < m_columnCount; ++column) {
-        const int type = sqlite3_column_type(statement, column);
-        const void *text =
-            type == SQLITE_TEXT || type == SQLITE_BLOB ? sqlite3_column_blob(statement, column) : nullptr;
-        const int size = text ? sqlite3_column_bytes(statement, column) : 0;
+        // Asked through its value a column costs one look-up; without locks the value may be asked anything.
+        sqlite3_value *const value = sqlite3_column_value(statement, column);
+        const int type = sqlite3_value_type(value);
+        const void *text = type == SQLITE_TEXT || type == SQLITE_BLOB ? sqlite3_value_blob(value) : nullptr;
+        const int size = text ? sqlite3_value_bytes(value) : 0;
         char *const cell = room(1 + largestNumber + size);
         char *end = cell + 1;
         if (type == SQLITE_INTEGER) {
             *cell = IntegerCell;
-            end = writeInteger(end, sqlite3_column_int64(statement, column));
+            end = writeInteger(end, sqlite3_value_int64(value));
         } else if (type == SQLITE_FLOAT) {
-            const double fraction = sqlite3_column_double(statement, column);
+            const double fraction = sqlite3_value_double(value);
             *cell = FractionCell;
             std::memcpy(end, &fraction, sizeof fraction);
             end += sizeof fraction;
