@@ -36,6 +36,9 @@ void setColors(QCheckBox *box, const QColor &background, const QColor &text)
     QPalette colors = box->palette();
     colors.setColor(QPalette::Window, background);
     colors.setColor(QPalette::WindowText, text);
+    // The tick is the second sign, on whatever palette the desktop has.
+    colors.setColor(QPalette::Base, Qt::white);
+    colors.setColor(QPalette::Text, Qt::black);
     box->setPalette(colors);
 }
 
@@ -130,6 +133,7 @@ QCheckBox *QueryForm::addCheckBox(const char *name, int column)
 {
     auto *box = new QCheckBox(ui.Frame1);
     box->setObjectName(name);
+    box->setBackgroundRole(QPalette::Window);
     box->setAutoFillBackground(true);
     showState(box);
     ui.criteria->addWidget(box, int(m_rows.size()) + 1, column);

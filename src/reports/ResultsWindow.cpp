@@ -11,6 +11,7 @@
 #include <QHash>
 #include <QHeaderView>
 #include <QPointer>
+#include <QScreen>
 
 namespace {
 
@@ -83,6 +84,7 @@ ResultsWindow::ResultsWindow(const ResultsKind &kind, const Query &query, Record
     ui.Label1->setText(QString::number(found.recordCount()) + "  Records Found Matching Query.");
     showRows(std::move(found));
     ui.dbgCustFound->fitColumns();
+    resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
     ui.dbcReport->setSource(datReports, "Name", "Description");
     dbcReport_Change();
 

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QSet>
 
 #include <algorithm>
@@ -115,6 +116,14 @@ void BoundGrid::fitColumns()
     resizeColumnsToContents();
     for (int column = 0; column < horizontalHeader()->count(); ++column)
         setColumnWidth(column, std::min(columnWidth(column), widest));
+}
+
+QSize BoundGrid::sizeHint() const
+{
+    constexpr int rowsInSight = 16;
+    const int frame = 2 * frameWidth();
+    return {horizontalHeader()->length() + verticalScrollBar()->sizeHint().width() + frame,
+            horizontalHeader()->sizeHint().height() + rowsInSight * verticalHeader()->defaultSectionSize() + frame};
 }
 
 void BoundGrid::keyPressEvent(QKeyEvent *event)

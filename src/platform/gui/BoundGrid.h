@@ -32,6 +32,8 @@ public:
 
     /// Widths that suit the first rows; the last column takes what is left.
     void fitColumns();
+    /// Room for all columns.
+    QSize sizeHint() const override;
 
 signals:
     /// A heading was clicked, or F4 pressed, which stands for a click on the heading over the current cell.

@@ -50,12 +50,14 @@ QSize PageView::pageSize() const { return (m_report->pageSize() * scale()).toSiz
 QPoint PageView::pageOrigin(int page) const
 {
     const QSize size = pageSize();
-    const int spare = viewport()->width() - size.width() - 2 * gap;
+    const int spare = viewport()->width() - contentWidth();
     return {gap + std::max(0, spare / 2) - horizontalScrollBar()->value(),
             gap + page * (size.height() + gap) - verticalScrollBar()->value()};
 }
 
 int PageView::pageStep() const { return pageSize().height() + gap; }
+
+int PageView::contentWidth() const { return pageSize().width() + 2 * gap; }
 
 int PageView::pageAt(int y) const
 {
@@ -94,15 +96,16 @@ void PageView::applyFit()
 
 void PageView::changeZoom(double zoom)
 {
-    // What is in the middle of the window stays there.
-    const int middle = viewport()->height() / 2;
-    const int page = pageAt(middle);
-    const double part = double(middle - pageOrigin(page).y()) / pageStep();
+    // What is at the top of the window stays there, and so does the middle from left to right.
+    const double above = double(verticalScrollBar()->value()) / pageStep();
+    const int half = viewport()->width() / 2;
+    const double middle = double(horizontalScrollBar()->value() + half) / contentWidth();
     const int current = m_currentPage;
 
     m_zoom = std::clamp(zoom, smallestZoom, largestZoom);
     updateScrollBars();
-    verticalScrollBar()->setValue(int(std::lround(gap + (page + part) * pageStep() - middle)));
+    verticalScrollBar()->setValue(int(std::lround(above * pageStep())));
+    horizontalScrollBar()->setValue(int(std::lround(middle * contentWidth())) - half);
     setCurrentPage(current);
     viewport()->update();
     emit zoomChanged();
@@ -110,12 +113,11 @@ void PageView::changeZoom(double zoom)
 
 void PageView::updateScrollBars()
 {
-    const QSize content(pageSize().width() + 2 * gap, gap + m_pageCount * pageStep());
     const QSize window = viewport()->size();
-    horizontalScrollBar()->setRange(0, std::max(0, content.width() - window.width()));
+    horizontalScrollBar()->setRange(0, std::max(0, contentWidth() - window.width()));
     horizontalScrollBar()->setPageStep(window.width());
     horizontalScrollBar()->setSingleStep(fontMetrics().height() * 2);
-    verticalScrollBar()->setRange(0, std::max(0, content.height() - window.height()));
+    verticalScrollBar()->setRange(0, std::max(0, gap + m_pageCount * pageStep() - window.height()));
     verticalScrollBar()->setPageStep(window.height());
     verticalScrollBar()->setSingleStep(fontMetrics().height() * 2);
 }
@@ -173,11 +175,13 @@ void PageView::paintEvent(QPaintEvent *event)
     }
     const auto first = std::lower_bound(m_places.begin(), m_places.end(), pageAt(event->rect().top()),
                                         [](const Place &place, int page) { return place.page < page; });
+    // The text below stays as black as it is.
+    painter.setCompositionMode(QPainter::CompositionMode_Multiply);
     for (auto place = first; place != m_places.end() && place->page <= last; ++place) {
         const bool isCurrent = place - m_places.begin() == m_currentPlace;
         painter.setPen(isCurrent ? QPen(Qt::black, 2) : QPen(Qt::NoPen));
-        painter.setBrush(isCurrent ? QColor(255, 140, 0, 110) : QColor(255, 220, 0, 110));
-        painter.drawRect(inWindow(*place).adjusted(-2, -1, 2, 1));
+        painter.setBrush(isCurrent ? QColor(255, 190, 100) : QColor(255, 240, 130));
+        painter.drawRect(inWindow(*place));
     }
 }
 

@@ -55,6 +55,7 @@ private:
     /// In pixels, without and with the gap below.
     QSize pageSize() const;
     int pageStep() const;
+    int contentWidth() const;
     /// Corner of a page in the window, as it is scrolled.
     QPoint pageOrigin(int page) const;
     int pageAt(int y) const;
