@@ -13,6 +13,7 @@ frmConfigReports::frmConfigReports() : QDialog(QApplication::activeWindow())
     ui.dbgReport->setSelectionMode(QAbstractItemView::SingleSelection);
     ui.dbcRtype->addItems(modules());
     onUserAction(ui.dbcRtype, &QComboBox::currentTextChanged, this, &frmConfigReports::dbcRtype_Change);
+    onUserAction(ui.dbcRtype, &QComboBox::activated, this, &frmConfigReports::dbcRtype_Change);
     onUserAction(ui.cmdDefault, &QPushButton::clicked, this, &frmConfigReports::cmdDefault_Click);
     onUserAction(ui.cmdRemove, &QPushButton::clicked, this, &frmConfigReports::cmdRemove_Click);
     onUserAction(ui.cmdAdd, &QPushButton::clicked, this, &frmConfigReports::cmdAdd_Click);

@@ -33,6 +33,8 @@ private slots:
     void numbersThatDoNotFit_data();
     void numbersThatDoNotFit();
     void shownRowsArePrinted();
+    void placeOfThePreview_data();
+    void placeOfThePreview();
     void failedRunIsExplained();
     void selectedRowsAreCopied();
     void redo();
@@ -307,11 +309,6 @@ void TestResultsWindow::shownRowsArePrinted()
     QCOMPARE(crpMain.windowTitle, "Query Results");
     QCOMPARE(crpMain.reportFile, m_crib->folder.path() + "\\ToolsCheckedOut.rpt");
     QCOMPARE(crpMain.selectionFormula, "{CheckOutIn.ID} in 1 to 3");
-    // Four fifths of 1000 by 700, centred from top to bottom, left of the middle otherwise.
-    QCOMPARE(crpMain.windowWidth, 800);
-    QCOMPARE(crpMain.windowHeight, 560);
-    QCOMPARE(crpMain.windowLeft, 65);
-    QCOMPARE(crpMain.windowTop, 70);
     QCOMPARE(crpMain.destination, int(ReportControl::toPreview));
     QPointer<PreviewWindow> preview = crpMain.preview();
     QVERIFY(preview && preview->isVisible());
@@ -325,6 +322,29 @@ void TestResultsWindow::shownRowsArePrinted()
     window.ui.cmdCancel->click();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!preview);
+}
+
+void TestResultsWindow::placeOfThePreview_data()
+{
+    QTest::addColumn<QSize>("frame");
+    QTest::addColumn<QRect>("place");
+    QTest::newRow("four fifths, centred from top to bottom, left of the middle otherwise")
+        << QSize(1000, 700) << QRect(65, 70, 800, 560);
+    QTest::newRow("rounded, halves of the rest cut off") << QSize(1003, 701) << QRect(65, 70, 802, 561);
+    QTest::newRow("half a pixel to the even neighbour, down") << QSize(500, 303) << QRect(32, 30, 400, 242);
+    QTest::newRow("half a pixel to the even neighbour, up") << QSize(700, 404) << QRect(46, 40, 560, 323);
+}
+
+void TestResultsWindow::placeOfThePreview()
+{
+    QFETCH(QSize, frame);
+    m_crib->frame.resize(frame);
+    m_crib->addTemplate("ToolsCheckedOut.rpt", "<from table=\"CheckOutIn\"/>", "{CheckOutIn.ID}");
+    ResultsWindow &window = open(ResultsKind::frmReportToolsOutQresults, loans());
+    window.ui.cmdPrintScr->click();
+    const ReportControl &crpMain = *control(window);
+    const QRect place(crpMain.windowLeft, crpMain.windowTop, crpMain.windowWidth, crpMain.windowHeight);
+    QTEST(place, "place");
 }
 
 void TestResultsWindow::failedRunIsExplained()

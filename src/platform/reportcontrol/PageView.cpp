@@ -84,7 +84,9 @@ void PageView::setFit(Fit fit)
 
 void PageView::applyFit()
 {
-    if (m_fit == FixedZoom || !m_report) {
+    if (!m_report)
+        return;
+    if (m_fit == FixedZoom) {
         updateScrollBars();
         return;
     }

@@ -67,6 +67,7 @@ void PreviewWindow::connectCommands()
     for (const auto &[entry, command] : commands)
         onUserAction(entry, &QAction::triggered, command);
     ui.mnuFileClose->setShortcuts({ui.mnuFileClose->shortcut(), Qt::Key_Escape});
+    ui.mnuViewZoomIn->setShortcuts({ui.mnuViewZoomIn->shortcut(), Qt::CTRL | Qt::Key_Equal});
     ui.cmdFirst->setDefaultAction(ui.mnuGoFirst);
     ui.cmdPrevious->setDefaultAction(ui.mnuGoPrevious);
     ui.cmdNext->setDefaultAction(ui.mnuGoNext);
