@@ -2,6 +2,7 @@
 
 #include "admin/Command.h"
 #include "platform/engine/EngineError.h"
+#include "platform/report/ResultCode.h"
 
 #include <algorithm>
 
@@ -11,7 +12,8 @@ const QString program = "vorlane-admin";
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{createCommand(), sampleCommand(), sqlCommand(), checkCommand(), backupCommand()};
+    static const QList<Command> all{createCommand(), sampleCommand(), sqlCommand(),
+                                    checkCommand(),  backupCommand(), reportCommand()};
     return all;
 }
 
@@ -19,7 +21,7 @@ QString overview()
 {
     QString text = "usage: " + program + " COMMAND ...\n\n";
     for (const Command &command : commands())
-        text += "  " + command.usage().leftJustified(42) + ' ' + command.summary + '\n';
+        text += "  " + command.usage().leftJustified(44) + ' ' + command.summary + '\n';
     return text + "\n" + program + " COMMAND --help tells more.\n";
 }
 
@@ -64,6 +66,12 @@ QString Command::usage() const
     return words.join(' ');
 }
 
+bool needsFonts(const QString &command)
+{
+    const auto found = std::ranges::find(commands(), command, &Command::name);
+    return found != commands().end() && found->needsFonts;
+}
+
 int runAdmin(const QStringList &arguments, QTextStream &out, QTextStream &errors)
 {
     const QString name = arguments.value(0);
@@ -83,6 +91,9 @@ int runAdmin(const QStringList &arguments, QTextStream &out, QTextStream &errors
         return 2;
     } catch (const EngineError &error) {
         errors << "error " << error.number() << ": " << error.text() << '\n';
+        return 1;
+    } catch (const ReportError &error) {
+        errors << "error " << error.code() << ": " << error.detail() << '\n';
         return 1;
     }
 }

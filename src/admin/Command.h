@@ -23,8 +23,10 @@ struct Command {
     QString summary;
     /// What else its own help tells.
     QString details;
-    /// Does it. @returns the exit status. @throws EngineError, UsageError
+    /// Does it. @returns the exit status. @throws EngineError, ReportError, UsageError
     std::function<int(const QCommandLineParser &arguments, QTextStream &out)> run;
+    /// Whether it draws texts, which takes a QGuiApplication.
+    bool needsFonts = false;
 
     /// "sample FILE [--scale small|shop|max]"
     QString usage() const;
@@ -35,3 +37,4 @@ Command sampleCommand();
 Command sqlCommand();
 Command checkCommand();
 Command backupCommand();
+Command reportCommand();

@@ -48,6 +48,7 @@ void TestAdmin::wrongUsageExitsWithTwo_data()
     QTest::newRow("operand too many") << QStringList{"create", "new.mdb", "other.mdb"};
     QTest::newRow("unknown option") << QStringList{"check", "crib.mdb", "--repair"};
     QTest::newRow("unknown scale") << QStringList{"sample", "new.mdb", "--scale", "huge"};
+    QTest::newRow("unknown kind of output") << QStringList{"report", "crib.mdb", "Tools.rpt", "", "out.txt"};
     QTest::newRow("option without its value") << QStringList{"sample", "new.mdb", "--scale"};
 }
 
@@ -66,8 +67,9 @@ void TestAdmin::everyCommandHasHelp()
 {
     const AdminRun overview({"--help"});
     QCOMPARE(overview.status, 0);
-    for (const QString usage : {"create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT",
-                                "check FILE [--fix]", "backup FILE COPY"}) {
+    for (const QString usage :
+         {"create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT", "check FILE [--fix]",
+          "backup FILE COPY", "report FILE TEMPLATE FORMULA OUT.pdf|OUT.csv"}) {
         QVERIFY2(overview.out.contains(usage), qPrintable(usage));
         const AdminRun help({usage.section(' ', 0, 0), "--help"});
         QCOMPARE(help.status, 0);

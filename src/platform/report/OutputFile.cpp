@@ -21,10 +21,13 @@ void OutputFile::commit()
         check(m_file);
 }
 
-void OutputFile::check(const QFileDevice &file)
+void OutputFile::check(QFileDevice &file)
 {
     if (file.error() == QFileDevice::NoError)
         return;
+    // A write that got only a part of its bytes onto the disk does not know why; the next one does.
+    if (file.error() == QFileDevice::WriteError)
+        file.flush();
     // The resource that a write can lack is room.
     const int code = file.error() == QFileDevice::ResourceError ? ResultCode::diskFull : ResultCode::fileError;
     throw ReportError(code, QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));

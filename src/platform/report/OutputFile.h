@@ -15,7 +15,7 @@ public:
     void commit();
 
     /// Throws the error that `file` has met, if any, likewise.
-    static void check(const QFileDevice &file);
+    static void check(QFileDevice &file);
 
 private:
     QSaveFile m_file;

@@ -165,6 +165,12 @@ int Report::writeCsv(const QString &file, bool mayReplace)
     });
 }
 
+int Report::write(const QString &file, bool mayReplace)
+{
+    return file.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive) ? writeCsv(file, mayReplace)
+                                                                     : writePdf(file, mayReplace);
+}
+
 int Report::perform(const std::function<void()> &step)
 {
     if (m_isBusy)

@@ -56,6 +56,8 @@ public:
     int print(QPagedPaintDevice &device, int first, int last);
     int writePdf(const QString &file, bool mayReplace = true);
     int writeCsv(const QString &file, bool mayReplace = true);
+    /// A file whose name ends in ".csv" gets the records, any other the pages as PDF.
+    int write(const QString &file, bool mayReplace = true);
 
     /// What was at fault when a step last failed: a line of the template, a field, a file. Empty after success.
     const QString &lastDetail() const { return m_lastDetail; }

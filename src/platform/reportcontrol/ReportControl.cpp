@@ -39,8 +39,7 @@ int ReportControl::run(Report &report) const
     case toPrinter:
         return printOn(QPrinterInfo::defaultPrinter(), report);
     case toFile:
-        return outputFile.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive) ? report.writeCsv(outputFile, false)
-                                                                               : report.writePdf(outputFile, false);
+        return report.write(outputFile, false);
     default:
         // The first pages are enough to begin with.
         return report.layout(1);

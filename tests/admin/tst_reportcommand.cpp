@@ -1,0 +1,169 @@
+#include "platform/system/ProgramFolder.h"
+#include "tests/support/AdminRun.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestReportCommand : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void csvHoldsTheRowsOfTheStatement_data();
+    void csvHoldsTheRowsOfTheStatement();
+    void pdfHasItsPages_data();
+    void pdfHasItsPages();
+    void failuresBearTheirNumber_data();
+    void failuresBearTheirNumber();
+    void needsNoDisplay();
+
+private:
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    QByteArray content(const QString &name) const
+    {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void write(const QString &name, const QByteArray &content) const
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    QTemporaryDir m_folder;
+};
+
+void TestReportCommand::initTestCase()
+{
+    ProgramFolder::setPath(m_folder.path());
+    for (const char *name : {"ToolsByType.rpt", "LoanSheet.rpt", "ToolsScrapped.rpt"})
+        QVERIFY(QFile::copy(QString(PROGRAM_DATA "/templates/") + name, path(name)));
+    write("Odd.rpt", "<report version=\"1\">\n<picture/></report>");
+    write("text.mdb", QByteArray(5000, 'x'));
+    write("kept.pdf", "kept");
+    QCOMPARE(AdminRun({"sample", path("crib.mdb"), "--scale", "small"}).errors, "");
+}
+
+void TestReportCommand::csvHoldsTheRowsOfTheStatement_data()
+{
+    QTest::addColumn<QString>("templateFile");
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<QString>("tables");
+    QTest::addColumn<QString>("condition");
+    const QString tools = "(Tools INNER JOIN Types ON Tools.Type = Types.ID)"
+                          " INNER JOIN Locations ON Tools.Location = Locations.ID";
+    QTest::newRow("all") << "ToolsByType.rpt" << QString() << tools << "1 = 1";
+    QTest::newRow("some") << "ToolsByType.rpt"
+                          << "{Tools.Manufacturer} = 'QUENBY' and {Tools.PricePer} >= 20 or {Tools.Out} = true" << tools
+                          << "Tools.Manufacturer = 'Quenby' and Tools.PricePer >= 20 or Tools.Out = true";
+    QTest::newRow("none") << "ToolsByType.rpt"
+                          << "{Tools.ID} = -1" << tools << "Tools.ID = -1";
+    QTest::newRow("rows without a partner") << "LoanSheet.rpt"
+                                            << "{CheckOutIn.LineItemTypeId} = 4"
+                                            << "(CheckOutIn LEFT JOIN Employee ON CheckOutIn.Employee = Employee.EmpID)"
+                                               " LEFT JOIN Operation ON CheckOutIn.JobOrOH = Operation.OperNo"
+                                            << "CheckOutIn.LineItemTypeId = 4";
+}
+
+void TestReportCommand::csvHoldsTheRowsOfTheStatement()
+{
+    QFETCH(QString, templateFile);
+    QFETCH(QString, formula);
+    QFETCH(QString, tables);
+    QFETCH(QString, condition);
+    QFile::remove(path("out.csv"));
+    const AdminRun run({"report", path("crib.mdb"), templateFile, formula, path("out.csv")});
+    QCOMPARE(run.errors, "");
+    QCOMPARE(run.status, 0);
+    QStringList printed = QString::fromUtf8(content("out.csv").sliced(3)).split("\r\n", Qt::SkipEmptyParts);
+    const QString headings = printed.takeFirst();
+    QStringList rows =
+        AdminRun({"sql", path("crib.mdb"), QString("SELECT %1 FROM %2 WHERE %3").arg(headings, tables, condition)})
+            .out.split("\r\n", Qt::SkipEmptyParts);
+    rows.removeFirst();
+    printed.sort();
+    rows.sort();
+    QCOMPARE(printed, rows);
+    QCOMPARE(run.out, QString("%1 records\n").arg(rows.size()));
+    QCOMPARE(rows.isEmpty(), condition == "Tools.ID = -1");
+}
+
+void TestReportCommand::pdfHasItsPages_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<QString>("condition");
+    QTest::newRow("a page for each employee") << "{CheckOutIn.ID} in 1 to 12"
+                                              << "ID BETWEEN 1 AND 12";
+    QTest::newRow("a page that says there is nothing") << "{CheckOutIn.ID} = -1"
+                                                       << "";
+}
+
+void TestReportCommand::pdfHasItsPages()
+{
+    QFETCH(QString, formula);
+    QFETCH(QString, condition);
+    QFile::remove(path("out.PDF"));
+    const AdminRun run({"report", path("crib.mdb"), "LoanSheet.rpt", formula, path("out.PDF")});
+    QCOMPARE(run.errors, "");
+    const QString employees = "SELECT DISTINCT Employee FROM CheckOutIn WHERE " + condition;
+    const auto pages = condition.isEmpty() ? 1 : AdminRun({"sql", path("crib.mdb"), employees}).out.count("\r\n") - 1;
+    QVERIFY(content("out.PDF").startsWith("%PDF"));
+    QCOMPARE(content("out.PDF").count("/Type /Page\n"), pages);
+}
+
+void TestReportCommand::failuresBearTheirNumber_data()
+{
+    QTest::addColumn<QStringList>("operands");
+    QTest::addColumn<QString>("error");
+    const QString all;
+    QTest::newRow("no template") << QStringList{"crib.mdb", "Nothing.rpt", all, "new.pdf"} << "20504: there is no file";
+    QTest::newRow("no name") << QStringList{"crib.mdb", "../Odd.rpt", all, "new.pdf"} << "20507: \"../Odd.rpt\"";
+    QTest::newRow("template") << QStringList{"crib.mdb", "Odd.rpt", all, "new.pdf"}
+                              << "20525: Odd.rpt, line 2: unknown element <picture>";
+    QTest::newRow("formula") << QStringList{"crib.mdb", "ToolsByType.rpt", "{Tools.ID} = ", "new.csv"} << "20515: ";
+    QTest::newRow("field") << QStringList{"crib.mdb", "ToolsByType.rpt", "{Tools.Colour} = 1", "new.csv"}
+                           << "20509: {Tools.Colour}";
+    QTest::newRow("no database but a text") << QStringList{"text.mdb", "ToolsByType.rpt", all, "new.pdf"} << "3343: ";
+    QTest::newRow("no database") << QStringList{"none.mdb", "ToolsByType.rpt", all, "new.pdf"} << "3024: ";
+    QTest::newRow("no folder") << QStringList{"crib.mdb", "ToolsByType.rpt", all, "absent/new.pdf"} << "20530: ";
+    QTest::newRow("target exists") << QStringList{"crib.mdb", "ToolsByType.rpt", all, "kept.pdf"} << "20514: ";
+}
+
+void TestReportCommand::failuresBearTheirNumber()
+{
+    QFETCH(QStringList, operands);
+    QFETCH(QString, error);
+    const QStringList before = QDir(m_folder.path()).entryList();
+    operands[0] = path(operands[0]);
+    operands[3] = path(operands[3]);
+    const AdminRun run(QStringList("report") + operands);
+    QCOMPARE(run.status, 1);
+    QCOMPARE(run.out, "");
+    QVERIFY2(run.errors.startsWith("error " + error) && run.errors.count('\n') == 1, qPrintable(run.errors));
+    QCOMPARE(QDir(m_folder.path()).entryList(), before);
+    QCOMPARE(content("kept.pdf"), "kept");
+}
+
+void TestReportCommand::needsNoDisplay()
+{
+    QProcess program;
+    program.setProcessEnvironment({});
+    program.start(PROGRAM_BIN "/vorlane-admin",
+                  {"report", path("crib.mdb"), "ToolsScrapped.rpt", "{Scrap.ID} < 0", path("alone.pdf")});
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.readAllStandardOutput(), "0 records\n");
+    QCOMPARE(program.readAllStandardError(), "");
+    QCOMPARE(program.exitCode(), 0);
+
+    program.start(PROGRAM_BIN "/vorlane-admin", {"report", path("crib.mdb"), "Nothing.rpt", "", path("alone.csv")});
+    QVERIFY(program.waitForFinished());
+    const QByteArray error = program.readAllStandardError();
+    QVERIFY2(error.startsWith("error 20504: ") && error.count('\n') == 1, error.constData());
+    QCOMPARE(program.exitCode(), 1);
+}
+
+QTEST_MAIN(TestReportCommand)
+#include "tst_reportcommand.moc"
