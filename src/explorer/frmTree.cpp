@@ -14,6 +14,7 @@
 namespace {
 constexpr int startWidth = 11325, startHeight = 7125; // twips
 constexpr int treeShare = 35, listShare = 65; // per cent of the splitter at first
+constexpr const char *modes[] = {"type", "location", "checkedOut", "scrap"}; // by option button
 }
 
 frmTree::frmTree()
@@ -108,29 +109,33 @@ std::array<QRadioButton *, 4> frmTree::options() const { return {ui.optMode0, ui
 
 void frmTree::optMode_Click(int index)
 {
-    static const struct {
-        const char *mode;
-        void (frmTree::*view)();
-    } modes[] = {
-        {"type", &frmTree::ViewByType},
-        {"location", &frmTree::ViewByLocation},
-        {"checkedOut", &frmTree::ViewByCheckedOut},
-        {"scrap", &frmTree::ViewByScrap},
-    };
-    ui.lstToolList->setColumns(MainSubs::listColumns(modes[index].mode));
+    const QString mode = modes[index];
+    ui.lstToolList->setColumns(MainSubs::listColumns(mode));
     try {
-        (this->*modes[index].view)();
+        showMode(mode);
     } catch (...) {
         // A view that could not even be begun leaves the one before, with its columns and its option.
-        if (m_mode != modes[index].mode && !m_mode.isEmpty()) {
+        if (m_mode != mode && !m_mode.isEmpty()) {
             ui.lstToolList->setColumns(MainSubs::listColumns(m_mode));
             for (int other = 0; other < 4; ++other) {
                 const QSignalBlocker quiet(options()[other]);
-                options()[other]->setChecked(m_mode == modes[other].mode);
+                options()[other]->setChecked(m_mode == modes[other]);
             }
         }
         throw;
     }
+}
+
+void frmTree::showMode(const QString &mode)
+{
+    if (mode == "location")
+        ViewByLocation();
+    else if (mode == "checkedOut")
+        ViewByCheckedOut();
+    else if (mode == "scrap")
+        ViewByScrap();
+    else
+        ViewByType();
 }
 
 const ListItem *frmTree::selectedItem() const
@@ -165,17 +170,7 @@ void frmTree::listSelectedNode()
         tvMain_NodeClick(node);
 }
 
-void frmTree::rebuildView()
-{
-    if (m_mode == "location")
-        ViewByLocation();
-    else if (m_mode == "checkedOut")
-        ViewByCheckedOut();
-    else if (m_mode == "scrap")
-        ViewByScrap();
-    else
-        ViewByType();
-}
+void frmTree::rebuildView() { showMode(m_mode); }
 
 void frmTree::closeEvent(QCloseEvent *event)
 {

@@ -106,6 +106,7 @@ private:
     void initTreeCheckedOut();
     void addChargeNode(Node *kind, const Recordset &pair);
     void startTree(const QString &mode, const QString &title);
+    void showMode(const QString &mode);
     void showView(const std::function<void()> &build);
     void tvMain_Expand(Node *node);
 
