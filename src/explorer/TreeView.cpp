@@ -31,7 +31,14 @@ TreeView::TreeView(QWidget *parent) : QTreeView(parent)
 
 TreeView::Node *TreeView::selectedNode() const { return m_nodes.nodeAt(currentIndex()); }
 
-void TreeView::selectNode(Node *node) { setCurrentIndex(m_nodes.indexOf(node)); }
+// By its key: where opening the node above reads its children anew, the node is another one afterwards.
+void TreeView::selectNode(const Node *node)
+{
+    const QString key = node->key;
+    if (node->parent)
+        expandNode(node->parent);
+    setCurrentIndex(m_nodes.indexOf(m_nodes.find(key)));
+}
 
 void TreeView::setDropHighlight(Node *node)
 {

@@ -16,7 +16,9 @@ public:
 
     KeyedTree &nodes() { return m_nodes; }
     Node *selectedNode() const;
-    void selectNode(Node *node);
+    /// Opens what the node lies in, which may read its place anew; selectedNode() is what stands there then, null
+    /// when nothing does.
+    void selectNode(const Node *node);
     void expandNode(const Node *node) { expand(m_nodes.indexOf(node)); }
 
     /// The node that a drag is over; it is marked.

@@ -174,17 +174,16 @@ bool frmTree::showPath(const QString &path)
     return true;
 }
 
-// By its key: where opening the node above reads its children anew, the node is another one afterwards.
 void frmTree::goToNode(const QString &key)
 {
-    if (const Node *node = nodes().find(key); node && node->parent)
-        ui.tvMain->expandNode(node->parent);
-    Node *node = nodes().find(key);
-    if (!node)
+    const Node *sought = nodes().find(key);
+    if (!sought)
         return;
-    ui.tvMain->selectNode(node);
-    ui.tvMain->scrollTo(nodes().indexOf(node));
-    tvMain_NodeClick(node);
+    ui.tvMain->selectNode(sought);
+    if (Node *node = ui.tvMain->selectedNode()) {
+        ui.tvMain->scrollTo(nodes().indexOf(node));
+        tvMain_NodeClick(node);
+    }
 }
 
 bool frmTree::selectItem(const QString &key)
