@@ -3,6 +3,7 @@
 
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTextDocumentFragment>
 #include <QtTest>
 
 class TestReportCommand : public QObject
@@ -17,6 +18,7 @@ private slots:
     void pdfHasItsPages();
     void failuresBearTheirNumber_data();
     void failuresBearTheirNumber();
+    void exampleOfTheManualWorks();
     void needsNoDisplay();
 
 private:
@@ -145,6 +147,27 @@ void TestReportCommand::failuresBearTheirNumber()
     QVERIFY2(run.errors.startsWith("error " + error) && run.errors.count('\n') == 1, qPrintable(run.errors));
     QCOMPARE(QDir(m_folder.path()).entryList(), before);
     QCOMPARE(content("kept.pdf"), "kept");
+}
+
+void TestReportCommand::exampleOfTheManualWorks()
+{
+    QFile page(PROGRAM_BIN "/manual/report-templates.html");
+    QVERIFY(page.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(page.readAll());
+    const auto example = [&text](const QString &id) {
+        const QString begin = "<pre id=\"" + id + "\">";
+        const QString shown = text.section(begin, 1).section("</pre>", 0, 0);
+        return QTextDocumentFragment::fromHtml("<pre>" + shown + "</pre>").toPlainText();
+    };
+    write("DearTools.rpt", example("DearTools").toUtf8());
+    const AdminRun run({"report", path("crib.mdb"), "DearTools.rpt", "", path("dear.pdf")});
+    QCOMPARE(run.errors, "");
+    const QString dear = "SELECT ID FROM Tools WHERE PricePer >= 500";
+    const auto tools = AdminRun({"sql", path("crib.mdb"), dear}).out.count("\r\n") - 1;
+    QVERIFY(tools > 0);
+    QCOMPARE(run.out, QString("%1 records\n").arg(tools));
+    const QString offer = example("offer").section('"', 1, 1);
+    QCOMPARE(AdminRun({"sql", path("crib.mdb"), offer}).out, "1 rows affected\n");
 }
 
 void TestReportCommand::needsNoDisplay()

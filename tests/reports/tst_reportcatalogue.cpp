@@ -1,3 +1,8 @@
+#include "platform/gui/Manual.h"
+#include "platform/reportcontrol/PreviewWindow.h"
+#include "reports/PrintBy.h"
+#include "reports/QueryKind.h"
+#include "reports/ResultsKind.h"
 #include "reports/frmConfigReports.h"
 #include "reports/frmImportSelected.h"
 #include "reports/frmNewReport.h"
@@ -30,6 +35,7 @@ private slots:
     void importing();
     void importAsksForEverything();
     void onlyTemplatesAreOffered();
+    void manualTellsOfEveryWindow();
 
 private:
     QStringList junkTemplates() const
@@ -197,6 +203,28 @@ void TestReportCatalogue::onlyTemplatesAreOffered()
     frmNewReport::showModal();
     QCOMPARE(user.texts(), QStringList("Nothing Selected To Delete!"));
     QCOMPARE(user.seen[0].caption, "Selection Error");
+}
+
+void TestReportCatalogue::manualTellsOfEveryWindow()
+{
+    const auto pageOf = [](const QString &window) {
+        QWidget named;
+        named.setObjectName(window);
+        return Manual::pageFor(&named);
+    };
+    for (const QueryKind *query :
+         {&QueryKind::frmQueryCheckedOut, &QueryKind::frmQueryTypeLoc, &QueryKind::frmReportAllTools,
+          &QueryKind::frmQueryScrap, &QueryKind::frmReportJunkTools}) {
+        QCOMPARE(pageOf(query->name), "queries.html");
+        QCOMPARE(pageOf(query->results.name), "results.html");
+    }
+    QCOMPARE(pageOf(ResultsKind::frmEmpQresults.name), "results.html");
+    for (const PrintByKind *window : {&PrintByKind::frmPrByJob, &PrintByKind::frmPrByEmp})
+        QCOMPARE(pageOf(window->name), "print-by.html");
+    for (const QMetaObject &window :
+         {frmConfigReports::staticMetaObject, frmNewReport::staticMetaObject, frmImportSelected::staticMetaObject})
+        QCOMPARE(pageOf(window.className()), "configure-reports.html");
+    QCOMPARE(pageOf(PreviewWindow::staticMetaObject.className()), "preview.html");
 }
 
 QTEST_MAIN(TestReportCatalogue)

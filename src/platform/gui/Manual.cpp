@@ -54,6 +54,22 @@ std::vector<Manual::WindowPage> Manual::windowPages()
         {"frmType", "locations-and-types.html"},
         {"frmScrapReasons", "scrap-reasons.html"},
         {"frmScrapReasonsAddEdit", "scrap-reasons.html"},
+        {"frmQueryTypeLoc", "queries.html"},
+        {"frmQueryCheckedOut", "queries.html"},
+        {"frmQueryScrap", "queries.html"},
+        {"frmReportAllTools", "queries.html"},
+        {"frmReportJunkTools", "queries.html"},
+        {"frmReportAllToolsQresults", "results.html"},
+        {"frmReportToolsOutQresults", "results.html"},
+        {"frmReportToolsScrapQresults", "results.html"},
+        {"frmReportToolsJunkQresults", "results.html"},
+        {"frmEmpQresults", "results.html"},
+        {"PreviewWindow", "preview.html"},
+        {"frmPrByJob", "print-by.html"},
+        {"frmPrByEmp", "print-by.html"},
+        {"frmConfigReports", "configure-reports.html"},
+        {"frmNewReport", "configure-reports.html"},
+        {"frmImportSelected", "configure-reports.html"},
     };
 }
 

@@ -306,6 +306,8 @@ void TestReportControl::failureInThePreviewIsHandedOver()
     });
     window->ui.mnuFilePdf->trigger();
     QCOMPARE(codes, QList<int>{20530});
+    Report report(m_database.get());
+    QCOMPARE(printOn(QPrinterInfo(), report), 20526);
     if (!QPrinterInfo::availablePrinters().isEmpty())
         QSKIP("there is a printer");
     window->ui.mnuFilePrint->trigger();
