@@ -3,6 +3,7 @@
 #include "common/MainFrame.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
+#include "platform/gui/WindowOwner.h"
 #include "reports/ReportRun.h"
 
 constinit const PrintByKind PrintByKind::frmPrByJob{
@@ -31,7 +32,7 @@ constinit const PrintByKind PrintByKind::frmPrByEmp{
 
 void PrintBy::showModal(const PrintByKind &kind) { PrintBy(kind).exec(); }
 
-PrintBy::PrintBy(const PrintByKind &kind) : QDialog(QApplication::activeWindow()), m_kind(kind)
+PrintBy::PrintBy(const PrintByKind &kind) : QDialog(windowOwner()), m_kind(kind)
 {
     const HourGlass busy;
     ui.setupUi(this);

@@ -3,6 +3,7 @@
 #include "common/ExplorerView.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 #include "reports/QueryKind.h"
 #include "reports/ResultsWindow.h"
 
@@ -39,6 +40,8 @@ void setColors(QCheckBox *box, const QColor &background, const QColor &text)
     // The tick is the second sign, on whatever palette the desktop has.
     colors.setColor(QPalette::Base, Qt::white);
     colors.setColor(QPalette::Text, Qt::black);
+    // The mark of the keyboard's focus.
+    colors.setColor(QPalette::Highlight, text);
     box->setPalette(colors);
 }
 
@@ -85,7 +88,7 @@ void QueryForm::showModal(const QueryKind &kind)
 
 const Query &QueryForm::lastQuery(const QueryKind &kind) { return lastQueries[&kind]; }
 
-QueryForm::QueryForm(const QueryKind &kind) : QDialog(QApplication::activeWindow()), m_kind(kind)
+QueryForm::QueryForm(const QueryKind &kind) : QDialog(windowOwner()), m_kind(kind)
 {
     ui.setupUi(this);
     setObjectName(kind.name);

@@ -3,9 +3,10 @@
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 #include "reports/frmConfigReports.h"
 
-frmImportSelected::frmImportSelected(const QString &fileName) : QDialog(QApplication::activeWindow())
+frmImportSelected::frmImportSelected(const QString &fileName) : QDialog(windowOwner())
 {
     ui.setupUi(this);
     ui.lblRpt->setText(fileName);
