@@ -19,7 +19,6 @@ frmConfigReports::frmConfigReports() : QDialog(QApplication::activeWindow())
     onUserAction(ui.cmdAdd, &QPushButton::clicked, this, &frmConfigReports::cmdAdd_Click);
     onUserAction(ui.cmdDone, &QPushButton::clicked, this, &QDialog::accept);
     dbcRtype_Change();
-    ui.dbgReport->fitColumns();
 }
 
 void frmConfigReports::dbcRtype_Change()
@@ -34,6 +33,7 @@ void frmConfigReports::dbcRtype_Change()
                              {"Description", "Description"},
                              {"Default", "Default", BoundGrid::Column::YesNo},
                              {"OEM", "oem", BoundGrid::Column::YesNo}});
+    ui.dbgReport->fitColumns();
 }
 
 bool frmConfigReports::moveToSelectedRow(const QString &messageIfNone)
