@@ -80,6 +80,8 @@ void PageView::setFit(Fit fit)
 {
     m_fit = fit;
     applyFit();
+    if (m_fit == FitPage)
+        goToPage(m_currentPage);
 }
 
 void PageView::applyFit()

@@ -1,6 +1,7 @@
 #include "platform/reportcontrol/PreviewWindow.h"
 
 #include "platform/gui/Handler.h"
+#include "platform/gui/Icons.h"
 #include "platform/report/Report.h"
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
@@ -68,10 +69,20 @@ void PreviewWindow::connectCommands()
         onUserAction(entry, &QAction::triggered, command);
     ui.mnuFileClose->setShortcuts({ui.mnuFileClose->shortcut(), Qt::Key_Escape});
     ui.mnuViewZoomIn->setShortcuts({ui.mnuViewZoomIn->shortcut(), Qt::CTRL | Qt::Key_Equal});
-    ui.cmdFirst->setDefaultAction(ui.mnuGoFirst);
-    ui.cmdPrevious->setDefaultAction(ui.mnuGoPrevious);
-    ui.cmdNext->setDefaultAction(ui.mnuGoNext);
-    ui.cmdLast->setDefaultAction(ui.mnuGoLast);
+    const struct {
+        QToolButton *button;
+        QAction *entry;
+        const char *picture;
+    } buttons[] = {
+        {ui.cmdFirst, ui.mnuGoFirst, "page-first"},
+        {ui.cmdPrevious, ui.mnuGoPrevious, "page-previous"},
+        {ui.cmdNext, ui.mnuGoNext, "page-next"},
+        {ui.cmdLast, ui.mnuGoLast, "page-last"},
+    };
+    for (const auto &[button, entry, picture] : buttons) {
+        entry->setIcon(Icons::icon(picture));
+        button->setDefaultAction(entry);
+    }
 
     onUserAction(ui.pages, &PageView::currentPageChanged, this, &PreviewWindow::showCurrentPage);
     onUserAction(ui.pages, &PageView::zoomChanged, this, &PreviewWindow::showZoom);
