@@ -3,6 +3,8 @@
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/ScriptedUser.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QDir>
 #include <QLineEdit>
 #include <QMenu>
@@ -108,6 +110,8 @@ void TestManual::helpKeyAsksForThePageOfTheWindow_data()
                                                     << "tool-explorer.html";
     QTest::newRow("a box over the child window") << "boxButton"
                                                  << "tool-explorer.html";
+    QTest::newRow("choices below a box that is typed into") << "choices"
+                                                            << "find.html";
     QTest::newRow("a window that nobody knows") << "strange"
                                                 << "index.html";
 }
@@ -127,14 +131,18 @@ void TestManual::helpKeyAsksForThePageOfTheWindow()
     QWidget *list = named(new QLineEdit(explorer), "lstToolList");
     QDialog find(explorer), box(&frame);
     named(&find, "frmFind");
-    named(new QLineEdit(&find), "txtFind");
+    auto *txtFind = new QLineEdit(&find);
+    named(txtFind, "txtFind");
+    QCompleter completer({"Drill", "Die"});
+    completer.setWidget(txtFind);
+    QWidget *choices = named(completer.popup(), "choices");
     named(new QLineEdit(&box), "boxButton");
     named(new QMenu(&frame), "mnuFile");
     named(new QMenu(&frame), "mnuTreePopTool");
     named(new QLineEdit(&strange), "strange");
     list->setFocus(); // where the user was last in the frame
 
-    QWidget *in = frame.findChild<QWidget *>(focused);
+    QWidget *in = focused == "choices" ? choices : frame.findChild<QWidget *>(focused);
     QTest::keyClick(in ? in : strange.findChild<QWidget *>(focused), Qt::Key_F1);
     QCOMPARE(m_asked, QStringList(page));
 }
