@@ -150,6 +150,8 @@ QWidget *QueryForm::addValueBox(const Criterion &criterion, const BoundCombo::Fe
         auto *combo = new BoundCombo(ui.Frame1);
         // The bound of a range need not be one of the list.
         combo->setFreeText(true);
+        // Descriptions of tools differ in their last words.
+        combo->setMinimumContentsLength(32);
         combo->setSource(choices, criterion.choices.shows, criterion.choices.gives);
         made = combo;
     } else {

@@ -111,7 +111,7 @@ const Recordset &BoundGrid::rows() const { return m_rows->recordset(); }
 void BoundGrid::fitColumns()
 {
     constexpr int rowsLookedAt = 200;
-    const int widest = fontMetrics().averageCharWidth() * 40;
+    const int widest = fontMetrics().averageCharWidth() * 60;
     horizontalHeader()->setResizeContentsPrecision(rowsLookedAt);
     resizeColumnsToContents();
     for (int column = 0; column < horizontalHeader()->count(); ++column)
