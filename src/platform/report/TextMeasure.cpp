@@ -66,7 +66,11 @@ QStringList TextMeasure::brokenLines(const QString &paragraph, double width, con
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(width);
-        lines.append(paragraph.mid(line.textStart(), line.textLength()).trimmed());
+        const auto text = [&] { return paragraph.mid(line.textStart(), line.textLength()).trimmed(); };
+        // The last letter takes more room at a line's end than close to the blank that follows it in the text.
+        if (face.metrics.horizontalAdvance(text()) > width)
+            line.setLineWidth(line.naturalTextWidth() - 1);
+        lines.append(text());
     }
     layout.endLayout();
     return lines;

@@ -101,6 +101,7 @@ private slots:
     void noRows();
     void textsOfAPage();
     void wrapsAndElides();
+    void wrappedLinesNeedNoEllipsis();
     void conditionsChooseCellsAndLines();
     void pageBandsKeepTheirHeight();
     void refusesPagesWithoutRoom();
@@ -355,6 +356,15 @@ void TestLayout::wrapsAndElides()
     QCOMPARE(wrapped.mid(0, wrapped.size() - 4).join(' '), text);
     QVERIFY(elided[0].startsWith("calibration") && elided[0].endsWith(QChar(0x2026)));
     QCOMPARE(codes, 1); // too narrow, and not to be encoded: printed as text
+}
+
+void TestLayout::wrappedLinesNeedNoEllipsis()
+{
+    TextMeasure measure("Liberation Sans");
+    const QString text = "Two AVAVAVAV Wrenches, To 200 A to 250 A, L Y T V A";
+    for (int width = 300; width < 4000; ++width)
+        for (const QString &line : measure.wrapped(text, width, 9, false))
+            QCOMPARE(measure.elided(line, width, 9, false), line);
 }
 
 void TestLayout::conditionsChooseCellsAndLines()
