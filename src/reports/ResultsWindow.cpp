@@ -59,6 +59,8 @@ void ResultsWindow::open(const ResultsKind &kind, const Query &query, Recordset 
     openWindows[&kind] = window;
     window->show();
     window->chooseDefaultTemplate();
+    // A message about it belonged to the window that was active before.
+    window->activateWindow();
 }
 
 ResultsWindow *ResultsWindow::opened(const ResultsKind &kind)
