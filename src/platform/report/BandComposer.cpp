@@ -89,9 +89,12 @@ void BandComposer::compose(const Band &band, const BandContext &context, int fir
         else if (begin < end && holds(line.when, context))
             for (const PrintedCell &printed : printedCells(line, context, false))
                 for (int i = begin - strip; i < std::min<int>(end - strip, printed.lines.size()); ++i)
-                    if (!printed.lines[i].isEmpty())
+                    if (!printed.lines[i].isEmpty()) {
                         elements.append(cellElement(*printed.cell, line, printed.lines[i],
                                                     top + (i - (begin - strip)) * stripHeight(line)));
+                        if (i == 0)
+                            elements.last().cellText = printed.lines.size() > 1 ? printed.text : elements.last().text;
+                    }
         top += std::max(0, end - begin) * stripHeight(line);
         strip += strips;
     }
@@ -126,7 +129,8 @@ QList<BandComposer::PrintedCell> BandComposer::printedCells(const BandLine &line
             continue;
         const QString text = printable(expanded(cell.text, context), wraps);
         cells.append(
-            {&cell, wraps ? m_measure.wrapped(text, cellRect(cell).width(), line.size, cell.bold) : QStringList(text)});
+            {&cell, text,
+             wraps ? m_measure.wrapped(text, cellRect(cell).width(), line.size, cell.bold) : QStringList(text)});
     }
     return cells;
 }

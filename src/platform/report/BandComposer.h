@@ -44,6 +44,7 @@ private:
     /// A cell that is printed in a line, its text broken where its column wraps.
     struct PrintedCell {
         const Cell *cell;
+        QString text;
         QStringList lines;
     };
 

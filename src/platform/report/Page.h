@@ -15,6 +15,7 @@ struct PageElement {
     Kind kind = Text;
     QRectF rect;
     QString text; ///< one line, short enough for `rect`
+    QString cellText; ///< of a cell's first line: the text of all its lines
     double size = 0; ///< points
     bool bold = false;
     Qt::Alignment alignment = Qt::AlignLeft;

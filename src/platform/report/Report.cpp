@@ -12,6 +12,8 @@
 #include <QDebug>
 #include <QScopeGuard>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int millisecondsBetweenReports = 30;
@@ -130,9 +132,19 @@ QList<QRectF> Report::find(const QString &text, int page) const
     QList<QRectF> places;
     if (text.isEmpty() || page < 0 || page >= pageCount())
         return places;
-    for (const PageElement &element : m_run->layout->elements(page))
-        if (element.kind == PageElement::Text && element.text.contains(text, Qt::CaseInsensitive))
-            places.append(element.rect);
+    const auto shows = [&](const PageElement &element) { return element.text.contains(text, Qt::CaseInsensitive); };
+    const QList<PageElement> elements = m_run->layout->elements(page);
+    for (auto element = elements.begin(); element != elements.end(); ++element) {
+        if (element->kind != PageElement::Text)
+            continue;
+        const auto cellEnd =
+            std::find_if(element + 1, elements.end(), [](const PageElement &next) { return !next.cellText.isEmpty(); });
+        // What is broken between two lines of a cell stands on neither of them.
+        const bool isBroken =
+            element->cellText.contains(text, Qt::CaseInsensitive) && std::none_of(element, cellEnd, shows);
+        if (isBroken || shows(*element))
+            places.append(element->rect);
+    }
     return places;
 }
 

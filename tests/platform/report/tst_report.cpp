@@ -296,6 +296,12 @@ void TestReport::findsTexts()
     QCOMPARE(hits, 11);
     QVERIFY(report.find("", 0).isEmpty());
     QVERIFY(report.find("reamer", 99).isEmpty());
+
+    // Also where it is broken into lines.
+    m_crib->execute("Update Tools set Description='" + QString("Hand reamer ").repeated(20) + "'");
+    QCOMPARE(report.open("Tools.rpt", "{Tools.ID} = 1"), 0);
+    QCOMPARE(report.layout(), 0);
+    QCOMPARE(report.find(QString("reamer hand ").repeated(15), 0).size(), 1);
 }
 
 void TestReport::writesPdf()
