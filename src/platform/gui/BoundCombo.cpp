@@ -48,7 +48,7 @@ public:
     QString pathFromIndex(const QModelIndex &index) const override
     {
         // Of rows that are offered below, each can be taken.
-        if (completionMode() == PopupCompletion)
+        if (!index.isValid() || completionMode() == PopupCompletion)
             return QCompleter::pathFromIndex(index);
         const QModelIndex first = index.siblingAtRow(0);
         const bool isWhole =
@@ -66,9 +66,6 @@ BoundCombo::BoundCombo(QWidget *parent) : QComboBox(parent)
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(24);
     setMaxVisibleItems(16);
-    if (auto *list = qobject_cast<QListView *>(view()))
-        list->setUniformItemSizes(true);
-    clearSource();
     // The box's own answer to a finished text, to put the row's capitals in its place, is not ours.
     disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     connect(this, &QComboBox::currentIndexChanged, this, &BoundCombo::commit);
@@ -102,7 +99,8 @@ void BoundCombo::setSource(Recordset rows, const QString &listField, const QStri
 
 void BoundCombo::setSource(Fetch fetch, const QString &listField, const QString &boundField)
 {
-    clearSource();
+    if (m_rows)
+        clearSource();
     m_fetch = [this, fetch = std::move(fetch), listField, boundField] { setSource(fetch(), listField, boundField); };
 }
 
@@ -141,6 +139,9 @@ Value BoundCombo::boundValue() const
 void BoundCombo::showPopup()
 {
     runUserAction([this] { fetchRows(); });
+    // Not before: the list is made when it is first asked for.
+    if (auto *list = qobject_cast<QListView *>(view()))
+        list->setUniformItemSizes(true);
     QComboBox::showPopup();
 }
 

@@ -59,7 +59,7 @@ private:
     void commit();
 
     bool m_freeText = false;
-    std::unique_ptr<Rows> m_rows;
+    std::unique_ptr<Rows> m_rows; ///< null before the first source
     std::function<void()> m_fetch; ///< until the choices are there
     std::pair<int, QString> m_announced{-1, {}};
 };
