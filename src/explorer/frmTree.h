@@ -100,8 +100,8 @@ private:
     // Trees
     void initTreetype(Node *parent, qint16 id);
     void initTreeLocation(Node *parent, qint16 id);
-    void initFolderTree(const struct FolderTree &tree);
-    void addFolderNode(const struct FolderTree &tree, Node *parent, qint16 id);
+    void initFolderTree(const struct FolderTree &tree, Node *parent, qint16 id);
+    void addFolderNode(const struct FolderStatements &statements, Node *parent, qint16 id);
     void initTreeScrap();
     void initTreeCheckedOut();
     void addChargeNode(Node *kind, const Recordset &pair);

@@ -17,21 +17,27 @@ struct FolderTree {
     const char *childrenOf;
 };
 
+/// What is asked about each folder.
+struct FolderStatements {
+    SelectByNumber descriptionOf;
+    SelectByNumber childrenOf;
+};
+
 namespace {
 
 constexpr FolderTree typeTree{
     "type",
     "Tool Types",
     "SELECT Count(*) AS cnt FROM Types",
-    "SELECT Description FROM Types WHERE ID = %1 ORDER BY Description",
-    "SELECT * FROM Types WHERE Parent = %1 ORDER BY Description",
+    "SELECT Description FROM Types WHERE ID = 0 ORDER BY Description",
+    "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description",
 };
 constexpr FolderTree locationTree{
     "location",
     "Tool Locations",
     "SELECT Count(*) AS cnt FROM Locations",
-    "SELECT Description FROM Locations WHERE ID = %1 ORDER BY Description",
-    "SELECT * FROM Locations WHERE Parent = %1 ORDER BY Description",
+    "SELECT Description FROM Locations WHERE ID = 0 ORDER BY Description",
+    "SELECT * FROM Locations WHERE Parent = 0 ORDER BY Description",
 };
 
 // Nothing of a tree is seen until it is built.
@@ -99,43 +105,36 @@ void frmTree::startTree(const QString &mode, const QString &title)
     nodes().add(nullptr, ItemKeys::root, "Tools", Icons::icon("root"));
 }
 
-void frmTree::initTreetype(Node *parent, qint16 id)
-{
-    if (id == 0)
-        initFolderTree(typeTree);
-    else
-        addFolderNode(typeTree, parent, id);
-}
+void frmTree::initTreetype(Node *parent, qint16 id) { initFolderTree(typeTree, parent, id); }
 
-void frmTree::initTreeLocation(Node *parent, qint16 id)
-{
-    if (id == 0)
-        initFolderTree(locationTree);
-    else
-        addFolderNode(locationTree, parent, id);
-}
+void frmTree::initTreeLocation(Node *parent, qint16 id) { initFolderTree(locationTree, parent, id); }
 
-void frmTree::initFolderTree(const FolderTree &tree)
+void frmTree::initFolderTree(const FolderTree &tree, Node *parent, qint16 id)
 {
-    const ReadScope scope(Session::database());
+    Database &database = Session::database();
+    const ReadScope scope(database);
     const KeyedTree::Filling filling(nodes());
-    ui.pB->start(int(openRecordset(tree.count).field(u"cnt").toInteger()));
     const auto hide = qScopeGuard([this] { ui.pB->finish(); });
-    startTree(tree.mode, tree.title);
-    addFolderNode(tree, nodes().root(), 0);
+    if (id == 0) {
+        ui.pB->start(int(openRecordset(tree.count).field(u"cnt").toInteger()));
+        startTree(tree.mode, tree.title);
+        parent = nodes().root();
+    }
+    addFolderNode({{database, tree.descriptionOf}, {database, tree.childrenOf}}, parent, id);
 }
 
 // The root's node is there already; every other one is read, added and followed by what lies below it.
-void frmTree::addFolderNode(const FolderTree &tree, Node *parent, qint16 id)
+void frmTree::addFolderNode(const FolderStatements &statements, Node *parent, qint16 id)
 {
     Node *node = parent;
     if (id != 0) {
-        const Recordset row = openRecordset(QString(tree.descriptionOf).arg(id));
-        node = nodes().add(parent, QStringLiteral("l%1").arg(id), row.text(u"Description"), Icons::folder());
+        const QString text = statements.descriptionOf.open(id).text(u"Description");
+        node = nodes().add(parent, u'l' + QString::number(id), text, Icons::folder());
         ui.pB->step();
     }
-    for (Recordset rows = openRecordset(QString(tree.childrenOf).arg(id)); !rows.atEnd(); rows.moveNext())
-        addFolderNode(tree, node, toInteger(rows.text(u"ID")));
+    for (Recordset rows = statements.childrenOf.open(id); !rows.atEnd(); rows.moveNext())
+        if (const qint16 child = toInteger(rows.field(u"ID").toInteger()); child != 0) // 0 would be the root again
+            addFolderNode(statements, node, child);
     // The rows came in order; a node that is added later goes to its place.
     node->sorted = true;
 }

@@ -80,12 +80,17 @@ qint64 Database::execute(const QString &statement)
     return d->run(action);
 }
 
-Recordset Database::openRecordset(const QString &statement)
+Database::Private::BoundStatement Database::Private::boundSelect(const QString &statement)
 {
-    Private::BoundStatement rows = d->bound(statement);
+    BoundStatement rows = bound(statement);
     if (rows.translation().kind != dialect::Statement::SelectRows)
         throw EngineError(EngineError::notASelect, QStringLiteral("Invalid operation."));
-    return Recordset(std::make_unique<Recordset::Private>(*d, std::move(rows)));
+    return rows;
+}
+
+Recordset Database::openRecordset(const QString &statement)
+{
+    return Recordset(std::make_unique<Recordset::Private>(*d, d->boundSelect(statement)));
 }
 
 const QString &Database::path() const { return d->connection.path(); }
@@ -159,4 +164,23 @@ ReadScope::~ReadScope()
 {
     if (--m_database.d->readScopes == 0)
         m_database.d->readCursor.reset();
+}
+
+struct SelectByNumber::Private {
+    Database::Private &database;
+    Database::Private::BoundStatement statement;
+};
+
+SelectByNumber::SelectByNumber(Database &database, const QString &statement)
+    : d(new Private{*database.d, database.d->boundSelect(statement)})
+{
+}
+
+SelectByNumber::~SelectByNumber() = default;
+
+Recordset SelectByNumber::open(qint64 number) const
+{
+    Database::Private::BoundStatement numbered = d->statement;
+    numbered.values.at(0) = storedValue(number, numbered.translation().parameters.at(0).storedAs);
+    return Recordset(std::make_unique<Recordset::Private>(d->database, std::move(numbered)));
 }

@@ -45,6 +45,7 @@ private:
     friend class Recordset;
     friend class Transaction;
     friend class ReadScope;
+    friend class SelectByNumber;
     struct Private;
     explicit Database(std::unique_ptr<Private> d);
     std::unique_ptr<Private> d;
@@ -76,4 +77,22 @@ public:
 
 private:
     Database &m_database;
+};
+
+/// A SELECT with one number in it that is opened for many numbers, as for the folders of a tree: it is taken apart and
+/// translated once.
+class SelectByNumber
+{
+public:
+    /// `statement` holds any number in its place. @throws EngineError as Database::openRecordset() does.
+    SelectByNumber(Database &database, const QString &statement);
+    ~SelectByNumber();
+    Q_DISABLE_COPY_MOVE(SelectByNumber)
+
+    /// What Database::openRecordset() would give for the statement with `number` in it.
+    Recordset open(qint64 number) const;
+
+private:
+    struct Private;
+    std::unique_ptr<Private> d;
 };

@@ -16,6 +16,8 @@ struct Database::Private {
 
     /// Translates `statement`, or takes a kept one of its shape.
     BoundStatement bound(const QString &statement);
+    /// The same for a SELECT; any other statement is refused.
+    BoundStatement boundSelect(const QString &statement);
     /// Runs to the end. @returns the number of rows that it changed.
     qint64 run(const BoundStatement &statement, RowStore *rows = nullptr);
     /// Reads the tables anew, and forgets what was translated for them as they were.

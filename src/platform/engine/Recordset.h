@@ -58,6 +58,7 @@ public:
 
 private:
     friend class Database;
+    friend class SelectByNumber;
     struct Private;
     explicit Recordset(std::unique_ptr<Private> d);
     std::unique_ptr<Private> d;

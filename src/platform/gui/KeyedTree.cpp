@@ -35,14 +35,15 @@ void KeyedTree::clear()
 
 KeyedTree::Node *KeyedTree::add(Node *parent, const QString &key, const QString &text, const QIcon &icon)
 {
-    if (m_byKey.contains(key))
-        throw KeyError();
     auto made = std::make_unique<Node>(Node{.key = key, .text = text, .icon = icon, .parent = parent});
     Node *node = made.get();
+    Node *&ofKey = m_byKey[key];
+    if (ofKey)
+        throw KeyError();
+    ofKey = node;
     if (!parent) {
         const Filling filling(*this);
         m_root = std::move(made);
-        m_byKey.insert(key, node);
         return node;
     }
     Children &siblings = parent->children;
@@ -54,7 +55,6 @@ KeyedTree::Node *KeyedTree::add(Node *parent, const QString &key, const QString 
     node->row = row;
     if (row + 1 < int(siblings.size()))
         numberRows(siblings);
-    m_byKey.insert(key, node);
     if (m_filling == 0)
         endInsertRows();
     return node;

@@ -82,16 +82,21 @@ std::optional<double> unsignedNumber(Reader &reader, bool withCommas)
     return valid && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
+template<typename Number, typename Larger>
+Number narrowed(Larger number)
+{
+    if (number < std::numeric_limits<Number>::min() || number > std::numeric_limits<Number>::max())
+        throw NumberError(QStringLiteral("Overflow"));
+    return Number(number);
+}
+
 template<typename Number>
 Number converted(const QString &text)
 {
     const std::optional<double> number = numberIn(text);
     if (!number)
         throw NumberError(QStringLiteral("Type mismatch"));
-    const double rounded = std::nearbyint(*number);
-    if (rounded < std::numeric_limits<Number>::min() || rounded > std::numeric_limits<Number>::max())
-        throw NumberError(QStringLiteral("Overflow"));
-    return Number(rounded);
+    return narrowed<Number>(std::nearbyint(*number));
 }
 
 }
@@ -141,5 +146,7 @@ double leadingNumber(const QString &text)
 }
 
 qint16 toInteger(const QString &text) { return converted<qint16>(text); }
+
+qint16 toInteger(qint64 number) { return narrowed<qint16>(number); }
 
 qint32 toLong(const QString &text) { return converted<qint32>(text); }

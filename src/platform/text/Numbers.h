@@ -28,5 +28,8 @@ double leadingNumber(const QString &text);
 /// outside -32768 to 32767, "Type mismatch" for no number.
 qint16 toInteger(const QString &text);
 
+/// A whole number as a 16-bit one, likewise.
+qint16 toInteger(qint64 number);
+
 /// `text` as a 32-bit number, likewise.
 qint32 toLong(const QString &text);
