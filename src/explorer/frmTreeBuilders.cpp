@@ -179,8 +179,8 @@ void frmTree::initTreeCheckedOut()
     Recordset rows = openRecordset("SELECT Distinct Description FROM Tools WHERE Out=-1");
     ui.pB->start(rows.recordCount(), "Tree Items");
     const auto hide = qScopeGuard([this] { ui.pB->finish(); });
-    for (int counter = 1; !rows.atEnd(); rows.moveNext(), ++counter) {
-        const QString key = QStringLiteral("l%1").arg(toInteger(QString::number(counter)));
+    for (qint64 counter = 1; !rows.atEnd(); rows.moveNext(), ++counter) {
+        const QString key = u'l' + QString::number(toInteger(counter));
         nodes().add(root, key, rows.text(u"Description"), Icons::folder())->sorted = true;
         ui.pB->step();
     }

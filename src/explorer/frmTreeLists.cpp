@@ -170,7 +170,7 @@ void frmTree::ListByCheckedOut(Node *node)
     if (!node->children.empty()) {
         int number = 0;
         addRows("SELECT Distinct Description FROM Tools WHERE Out=-1", [&](const Recordset &row) {
-            return folderItem(QStringLiteral("co%1").arg(++number), row.text(u"Description"));
+            return folderItem("co" + QString::number(++number), row.text(u"Description"));
         });
     }
     if (node->key == ItemKeys::root)

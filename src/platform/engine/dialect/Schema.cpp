@@ -4,7 +4,8 @@
 
 bool dialect::sameName(QStringView a, QStringView b)
 {
-    return a.size() == b.size() && a.compare(b, Qt::CaseInsensitive) == 0;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](QChar x, QChar y) { return x == y || x.toCaseFolded() == y.toCaseFolded(); });
 }
 
 int dialect::Table::find(QStringView wanted) const
