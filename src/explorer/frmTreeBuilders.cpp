@@ -133,7 +133,7 @@ void frmTree::addFolderNode(const FolderStatements &statements, Node *parent, qi
         ui.pB->step();
     }
     for (Recordset rows = statements.childrenOf.open(id); !rows.atEnd(); rows.moveNext())
-        if (const qint16 child = toInteger(rows.field(u"ID").toInteger()); child != 0) // 0 would be the root again
+        if (const qint16 child = asInteger(rows.field(u"ID").toInteger()); child != 0) // 0 would be the root again
             addFolderNode(statements, node, child);
     // The rows came in order; a node that is added later goes to its place.
     node->sorted = true;
@@ -180,7 +180,7 @@ void frmTree::initTreeCheckedOut()
     ui.pB->start(rows.recordCount(), "Tree Items");
     const auto hide = qScopeGuard([this] { ui.pB->finish(); });
     for (qint64 counter = 1; !rows.atEnd(); rows.moveNext(), ++counter) {
-        const QString key = u'l' + QString::number(toInteger(counter));
+        const QString key = u'l' + QString::number(asInteger(counter));
         nodes().add(root, key, rows.text(u"Description"), Icons::folder())->sorted = true;
         ui.pB->step();
     }

@@ -147,6 +147,6 @@ double leadingNumber(const QString &text)
 
 qint16 toInteger(const QString &text) { return converted<qint16>(text); }
 
-qint16 toInteger(qint64 number) { return narrowed<qint16>(number); }
+qint16 asInteger(qint64 number) { return narrowed<qint16>(number); }
 
 qint32 toLong(const QString &text) { return converted<qint32>(text); }

@@ -29,7 +29,7 @@ double leadingNumber(const QString &text);
 qint16 toInteger(const QString &text);
 
 /// A whole number as a 16-bit one, likewise.
-qint16 toInteger(qint64 number);
+qint16 asInteger(qint64 number);
 
 /// `text` as a 32-bit number, likewise.
 qint32 toLong(const QString &text);
