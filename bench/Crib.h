@@ -7,8 +7,9 @@
 
 #include <QTemporaryDir>
 
-/// The crib that everything is measured in: a copy of the sample database of one scale, open as the program's session
-/// and by the floor, with the explorer before it. 5,000 tools, where there are so many, are put into one more type.
+/// The crib that everything is measured in: the sample database of one scale, with the explorer before it. The
+/// program's session has one copy, the floor another, with the indexes that it needs. 5,000 tools, where there are so
+/// many, are put into one more type.
 class Crib
 {
 public:
@@ -17,7 +18,7 @@ public:
     ~Crib();
     Q_DISABLE_COPY_MOVE(Crib)
 
-    /// Puts a fresh copy in the file's place.
+    /// Puts fresh copies in the files' place.
     void renew();
 
     Floor &floor() { return *m_floor; }
@@ -36,10 +37,6 @@ public:
     QString folder() const { return m_folder.path(); }
 
 private:
-    QString file() const { return m_folder.filePath("dorvak.mdb"); }
-    void open();
-    void close();
-
     QTemporaryDir m_folder;
     QString m_sample;
     std::unique_ptr<Floor> m_floor;
