@@ -16,8 +16,8 @@ struct QueryKind;
 /// What a query form built at its last successful Generate.
 struct Query {
     const QueryKind *form = nullptr;
-    QString findsql; ///< the statement for the results window
-    QString findCrp; ///< the selection formula for the same rows, for reports
+    QString findsql = {}; ///< the statement for the results window
+    QString findCrp = {}; ///< the selection formula for the same rows, for reports
     bool byLocation = false; ///< the explorer showed locations
 };
 
