@@ -16,6 +16,7 @@ private slots:
     void transactionEndsWithAnError();
     void readScopeHoldsTheFileForReading();
     void statementsOfOneShapeAreTranslatedOnce();
+    void selectsByNumberAreTranslatedOnce();
     void keptStatementsAreBounded();
     void countersCount();
     void newTablesAreKnownAtOnce();
@@ -119,6 +120,20 @@ void TestDatabase::statementsOfOneShapeAreTranslatedOnce()
     QCOMPARE(m_database->openRecordset("Select ID from Types where Description = 'type ' & ID and Parent = ID")
                  .recordCount(),
              3);
+}
+
+void TestDatabase::selectsByNumberAreTranslatedOnce()
+{
+    m_database->execute("INSERT INTO Types (Description, Parent) VALUES ('Taps', -7)");
+    const SelectByNumber below(*m_database, "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description");
+    const qint64 prepared = m_database->counters().prepared;
+    const Recordset first = below.open(1);
+    QCOMPARE(below.open(-7).text(u"Description"), "Taps");
+    QCOMPARE(below.open(5).recordCount(), 0);
+    QCOMPARE(first.recordCount(), 2);
+    QCOMPARE(first.text(u"Description"), "Carbide");
+    QCOMPARE(m_database->counters().prepared, prepared);
+    QVERIFY_THROWS_EXCEPTION(EngineError, SelectByNumber(*m_database, "DELETE FROM Types WHERE ID = 1"));
 }
 
 void TestDatabase::keptStatementsAreBounded()
