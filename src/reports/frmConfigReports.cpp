@@ -5,12 +5,15 @@
 #include "platform/gui/MsgBox.h"
 #include "reports/frmNewReport.h"
 
+#include <QHeaderView>
+
 QStringList frmConfigReports::modules() { return {"Tools Out", "All Tools", "Junk Tools"}; }
 
 frmConfigReports::frmConfigReports() : QDialog(QApplication::activeWindow())
 {
     ui.setupUi(this);
     ui.dbgReport->setSelectionMode(QAbstractItemView::SingleSelection);
+    ui.dbgReport->horizontalHeader()->setStretchLastSection(false);
     ui.dbcRtype->addItems(modules());
     onUserAction(ui.dbcRtype, &QComboBox::currentTextChanged, this, &frmConfigReports::dbcRtype_Change);
     onUserAction(ui.dbcRtype, &QComboBox::activated, this, &frmConfigReports::dbcRtype_Change);
@@ -34,6 +37,8 @@ void frmConfigReports::dbcRtype_Change()
                              {"Default", "Default", BoundGrid::Column::YesNo},
                              {"OEM", "oem", BoundGrid::Column::YesNo}});
     ui.dbgReport->fitColumns();
+    // The description takes what the others leave.
+    ui.dbgReport->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
 }
 
 bool frmConfigReports::moveToSelectedRow(const QString &messageIfNone)
