@@ -98,6 +98,11 @@ void ToolListView::keyPressEvent(QKeyEvent *event)
         emit itemOpened();
         return;
     }
+    if (const int column = event->key() - Qt::Key_1;
+        event->modifiers() == Qt::ControlModifier && column >= 0 && column < m_items.columnCount()) {
+        headingClicked(column);
+        return;
+    }
     // The first arrow key in a list without a selection takes the first item, as it stands under the focus already.
     if ((event->key() == Qt::Key_Down || event->key() == Qt::Key_Up) && selectedRow() < 0 && m_items.count() > 0) {
         selectRow(qMax(0, currentIndex().row()));

@@ -10,6 +10,7 @@
 
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QShortcut>
 
 namespace {
 constexpr int startWidth = 11325, startHeight = 7125; // twips
@@ -67,6 +68,9 @@ frmTree::frmTree()
     onUserAction(ui.cmdFind, &QPushButton::clicked, this, &frmTree::cmdFind_Click);
     onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
+    auto *move = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_M), this);
+    move->setContext(Qt::WidgetWithChildrenShortcut);
+    onUserAction(move, &QShortcut::activated, this, &frmTree::moveToPicked);
 
     {
         const QSignalBlocker quiet(ui.optMode0);

@@ -4,8 +4,11 @@
 #include "common/ProgramState.h"
 #include "db/Session.h"
 #include "explorer/frmTree.h"
+#include "explorer/frmTreeSelect.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
+
+#include <QScopeGuard>
 
 namespace {
 
@@ -126,6 +129,30 @@ void frmTree::tvMain_DragDrop(Node *dragged)
     execute(m_mode == "type" ? "UPDATE types SET parent=" + ids : "UPDATE locations SET parent=" + ids);
     nodes().move(dragged, target);
     showMoved(target);
+}
+
+// What a drop does, without a mouse.
+void frmTree::moveToPicked()
+{
+    const bool tree = ProgramState::TreeHasFocus;
+    const Node *node = ui.tvMain->selectedNode();
+    if (!ui.tvMain->dragEnabled() || (tree ? !node || !node->parent : !selectedItem()))
+        return;
+    const auto rows = ui.lstToolList->selectedRows();
+    const auto isTool = [this](int row) { return items().item(row).icon != ItemIcon::folder; };
+    const bool anyTool = !tree && std::any_of(rows.begin(), rows.end(), isTool);
+    using Root = frmTreeSelect::Root;
+    const auto picked = frmTreeSelect::pick(m_mode, this, anyTool ? Root::Refused : Root::Allowed);
+    if (!picked)
+        return;
+    ui.tvMain->setDropHighlight(picked->id == 0 ? nodes().root() : nodes().find(QStringLiteral("l%1").arg(picked->id)));
+    const auto unmark = qScopeGuard([this] { ui.tvMain->setDropHighlight(nullptr); });
+    if (tree) {
+        tvMain_DragDrop(ui.tvMain->selectedNode());
+    } else {
+        ui.lstToolList->DragArmed = true;
+        lstToolList_DragDrop();
+    }
 }
 
 void frmTree::showMoved(Node *target)

@@ -19,7 +19,7 @@ bool isUnread(const KeyedTree::Node *node)
 
 }
 
-frmTreeSelect::frmTreeSelect(const QString &mode, QWidget *parent) : QDialog(parent)
+frmTreeSelect::frmTreeSelect(const QString &mode, QWidget *parent, Root root) : QDialog(parent), m_root(root)
 {
     ui.setupUi(this);
     ui.tvMain->setModel(&m_tree);
@@ -32,9 +32,9 @@ frmTreeSelect::frmTreeSelect(const QString &mode, QWidget *parent) : QDialog(par
         initTreeLocation();
 }
 
-std::optional<PickedFolder> frmTreeSelect::pick(const QString &mode, QWidget *parent)
+std::optional<PickedFolder> frmTreeSelect::pick(const QString &mode, QWidget *parent, Root root)
 {
-    frmTreeSelect picker(mode, parent);
+    frmTreeSelect picker(mode, parent, root);
     if (picker.exec() != Accepted)
         return {};
     return PickedFolder{.id = picker.ui.txtId->text().toInt(), .path = picker.ui.txtDir->text()};
@@ -92,8 +92,8 @@ void frmTreeSelect::tvMain_Expand(const QModelIndex &index)
 void frmTreeSelect::cmdOK_Click()
 {
     const QModelIndexList selected = ui.tvMain->selectionModel()->selectedIndexes();
-    // The root is no folder that a tool could lie in.
-    if (selected.isEmpty() || m_tree.nodeAt(selected.first()) == m_tree.root()) {
+    const bool isRoot = !selected.isEmpty() && m_tree.nodeAt(selected.first()) == m_tree.root();
+    if (selected.isEmpty() || (isRoot && m_root == Root::Refused)) {
         inform(QStringLiteral("You must select a Path!"));
         return;
     }

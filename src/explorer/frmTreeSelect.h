@@ -11,11 +11,14 @@ class frmTreeSelect : public QDialog
 {
     Q_OBJECT
 public:
-    /// `mode` is "type" or "location".
-    frmTreeSelect(const QString &mode, QWidget *parent);
+    /// Whether the top of the tree counts as a folder: a folder can lie there, a tool cannot.
+    enum class Root { Refused, Allowed };
 
-    /// Shows the picker until it is closed; nothing when the user cancels.
-    static std::optional<PickedFolder> pick(const QString &mode, QWidget *parent);
+    /// `mode` is "type" or "location".
+    frmTreeSelect(const QString &mode, QWidget *parent, Root root = Root::Refused);
+
+    /// Shows the picker until it is closed; nothing when the user cancels. The root's id is 0.
+    static std::optional<PickedFolder> pick(const QString &mode, QWidget *parent, Root root = Root::Refused);
 
     Ui::frmTreeSelect ui;
 
@@ -27,6 +30,7 @@ private:
     void tvMain_Expand(const QModelIndex &index);
     void cmdOK_Click();
 
+    const Root m_root;
     KeyedTree m_tree;
     QString m_keyPrefix;
     QString m_foldersOf; ///< statement; takes the parent's number

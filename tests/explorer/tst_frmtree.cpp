@@ -1,6 +1,7 @@
 #include "common/ItemKeys.h"
 #include "common/ProgramState.h"
 #include "explorer/frmTree.h"
+#include "explorer/frmTreeSelect.h"
 #include "tests/support/CribDatabase.h"
 #include "tests/support/FakeFrame.h"
 #include "tests/support/ScriptedUser.h"
@@ -32,6 +33,7 @@ private slots:
     void doubleClickFollows();
     void listMoves_data();
     void listMoves();
+    void movesByKey();
     void nodeMoves_data();
     void nodeMoves();
     void aDragStartsOnAnotherRowOnly();
@@ -294,7 +296,7 @@ void TestFrmTree::headingsSort()
     QHeaderView *header = explorer().ui.lstToolList->header();
     emit header->sectionClicked(0);
     QCOMPARE(listLines().first().section('|', 0, 0), "r1");
-    emit header->sectionClicked(1);
+    QTest::keyClick(explorer().ui.lstToolList, Qt::Key_2, Qt::ControlModifier); // the second heading
     QCOMPARE(listLines().first().section('|', 0, 0), "r1"); // W-10 is the last part number, descending
     go("x0");
     go("l1");
@@ -449,6 +451,30 @@ void TestFrmTree::listMoves()
     QCOMPARE(explorer().ui.tvMain->selectedNode()->key, moved ? to : from);
     if (moved && items.contains("t2"))
         QCOMPARE(node("l2")->parent, node("l3"));
+}
+
+void TestFrmTree::movesByKey()
+{
+    const auto move = [this](QWidget *focus, const QList<Qt::Key> &keys) {
+        whenModal<frmTreeSelect>([keys](frmTreeSelect &picker) {
+            for (const Qt::Key key : keys)
+                QTest::keyClick(picker.ui.tvMain, key);
+            QTest::keyClick(&picker, Qt::Key_Return);
+        });
+        ScriptedUser user;
+        user.answers(QMessageBox::Yes);
+        focus->setFocus();
+        QTest::keyClick(focus, Qt::Key_M, Qt::ControlModifier);
+        QCOMPARE(explorer().ui.tvMain->dropHighlight(), nullptr);
+    };
+    explorer().activateWindow();
+    go("l1");
+    QVERIFY(explorer().selectItem("r1"));
+    move(explorer().ui.lstToolList, {Qt::Key_D});
+    QCOMPARE(m_crib->rows("SELECT Type FROM Tools WHERE ID=1"), QStringList("3"));
+    go("l2");
+    move(explorer().ui.tvMain, {});
+    QCOMPARE(m_crib->rows("SELECT Parent FROM Types WHERE ID=2"), QStringList("0"));
 }
 
 void TestFrmTree::nodeMoves_data()
