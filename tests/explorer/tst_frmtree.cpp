@@ -463,11 +463,12 @@ void TestFrmTree::movesByKey()
         });
         ScriptedUser user;
         user.answers(QMessageBox::Yes);
+        explorer().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&explorer()));
         focus->setFocus();
         QTest::keyClick(focus, Qt::Key_M, Qt::ControlModifier);
         QCOMPARE(explorer().ui.tvMain->dropHighlight(), nullptr);
     };
-    explorer().activateWindow();
     go("l1");
     QVERIFY(explorer().selectItem("r1"));
     move(explorer().ui.lstToolList, {Qt::Key_D});
