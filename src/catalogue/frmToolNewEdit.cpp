@@ -91,6 +91,8 @@ void frmToolNewEdit::loadTool()
     ui.cboMan->setText(tool.text(u"Manufacturer"));
     ui.txtPartNumber->setText(tool.text(u"Partnumber"));
     ui.txtDescription->setText(tool.text(u"Description"));
+    for (QLineEdit *box : findChildren<QLineEdit *>())
+        box->setCursorPosition(0); // a text that is too long shows its beginning
     // A price that the suite has set is shown as it is, whatever it is: saving another field must not change it.
     const double price = tool.field(u"PricePer").toNumber();
     ui.fpCost->setDecimals(qRound64(price * 10000) % 100 ? 4 : 2);

@@ -35,6 +35,8 @@ frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().
 
     ui.cboMfg->setSource(openRecordset("Select distinct Manufacturer from Tools"), "Manufacturer", "Manufacturer");
     ui.cboMfg->setText(scrap.text(u"Manufacturer"));
+    for (QLineEdit *box : findChildren<QLineEdit *>())
+        box->setCursorPosition(0); // a text that is too long shows its beginning
 
     onUserAction(ui.cmdTreeType, &QPushButton::clicked, this, &frmScrapRestore::cmdTreeType_Click);
     onUserAction(ui.cmdTreeLoc, &QPushButton::clicked, this, &frmScrapRestore::cmdTreeLoc_Click);

@@ -170,8 +170,9 @@ qint64 Connection::run(sqlite3_stmt *statement, const std::vector<Value> &values
 
 void Connection::hold(sqlite3_stmt *statement)
 {
+    const dialect::Translation reading; // a SELECT
     if (sqlite3_step(statement) != SQLITE_ROW)
-        fail();
+        fail(&reading);
 }
 
 void Connection::execute(const QString &sql)

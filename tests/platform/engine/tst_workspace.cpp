@@ -202,9 +202,11 @@ void TestWorkspace::otherProgramsFile()
 
 void TestWorkspace::lockedFile()
 {
-    create();
+    const auto database = create();
     OtherProgram other(path("crib.mdb"));
     QVERIFY(other.run("BEGIN EXCLUSIVE"));
+    QCOMPARE(errorOf([&] { const ReadScope reading(*database); }),
+             "3260 Could not read; currently locked by another user.");
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(openError("crib.mdb"), "3260 Could not open 'FOLDER/crib.mdb'; currently locked by another user.");
