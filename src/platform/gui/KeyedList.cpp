@@ -23,30 +23,12 @@ void setColumnWidths(QHeaderView &header, const std::vector<ListColumn> &columns
     }
 }
 
-KeyedList::KeyedList(IconSource icons, QObject *parent) : QAbstractTableModel(parent), m_icons(std::move(icons)) { }
+KeyedList::KeyedList(IconSource icons, QObject *parent) : FillableModel(parent), m_icons(std::move(icons)) { }
 
-KeyedList::Filling::Filling(KeyedList &list) : m_list(list)
+void KeyedList::filled()
 {
-    if (m_list.m_filling > 0) {
-        ++m_list.m_filling;
-        return;
-    }
-    m_list.beginResetModel();
-    ++m_list.m_filling;
-    m_list.endResetModel();
-}
-
-KeyedList::Filling::~Filling()
-{
-    if (m_list.m_filling > 1) {
-        --m_list.m_filling;
-        return;
-    }
-    m_list.beginResetModel();
-    --m_list.m_filling;
-    if (m_list.isSorted())
-        m_list.takeOrder(m_list.sortedRows());
-    m_list.endResetModel();
+    if (isSorted())
+        takeOrder(sortedRows());
 }
 
 void KeyedList::setColumns(std::vector<ListColumn> columns)
@@ -64,10 +46,10 @@ void KeyedList::clear()
 
 void KeyedList::add(ListItem item)
 {
-    if (m_filling == 0)
+    if (!isFilling())
         beginInsertRows({}, count(), count());
     m_items.push_back(std::move(item));
-    if (m_filling == 0)
+    if (!isFilling())
         endInsertRows();
 }
 
@@ -75,10 +57,10 @@ void KeyedList::addAll(std::vector<ListItem> items)
 {
     if (items.empty())
         return;
-    if (m_filling == 0)
+    if (!isFilling())
         beginInsertRows({}, count(), count() + int(items.size()) - 1);
     std::move(items.begin(), items.end(), std::back_inserter(m_items));
-    if (m_filling == 0)
+    if (!isFilling())
         endInsertRows();
 }
 
@@ -121,7 +103,7 @@ void KeyedList::clickHeading(int column)
     emit layoutChanged({}, VerticalSortHint);
 }
 
-int KeyedList::rowCount(const QModelIndex &parent) const { return parent.isValid() || m_filling > 0 ? 0 : count(); }
+int KeyedList::rowCount(const QModelIndex &parent) const { return parent.isValid() || isFilling() ? 0 : count(); }
 
 int KeyedList::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(m_columns.size()); }
 

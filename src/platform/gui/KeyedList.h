@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/gui/FillableModel.h"
+
 #include <QAbstractTableModel>
 #include <QIcon>
 #include <QStringList>
@@ -32,25 +34,12 @@ class QHeaderView;
 void setColumnWidths(QHeaderView &header, const std::vector<ListColumn> &columns);
 
 /// The items of a list in report style. It is the model of its view.
-class KeyedList : public QAbstractTableModel
+class KeyedList : public FillableModel<QAbstractTableModel>
 {
     Q_OBJECT
 public:
     using IconSource = std::function<QIcon(int number)>;
     explicit KeyedList(IconSource icons, QObject *parent = nullptr);
-
-    /// For the life of the object the view sees an empty list, however often it paints; it reads the list anew,
-    /// sorted if sorting is on, at the end. For fills.
-    class Filling
-    {
-    public:
-        explicit Filling(KeyedList &list);
-        ~Filling();
-        Q_DISABLE_COPY_MOVE(Filling)
-
-    private:
-        KeyedList &m_list;
-    };
 
     void setColumns(std::vector<ListColumn> columns);
     const std::vector<ListColumn> &columns() const { return m_columns; }
@@ -78,6 +67,9 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
 
+protected:
+    void filled() override;
+
 private:
     static QString text(const ListItem &item, int column);
     std::vector<int> sortedRows() const;
@@ -88,5 +80,4 @@ private:
     std::vector<ListItem> m_items;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::DescendingOrder; // the first click turns it
-    int m_filling = 0;
 };

@@ -4,28 +4,6 @@
 
 #include <algorithm>
 
-KeyedTree::Filling::Filling(KeyedTree &tree) : m_tree(tree)
-{
-    if (m_tree.m_filling > 0) {
-        ++m_tree.m_filling;
-        return;
-    }
-    m_tree.beginResetModel();
-    ++m_tree.m_filling;
-    m_tree.endResetModel();
-}
-
-KeyedTree::Filling::~Filling()
-{
-    if (m_tree.m_filling > 1) {
-        --m_tree.m_filling;
-        return;
-    }
-    m_tree.beginResetModel();
-    --m_tree.m_filling;
-    m_tree.endResetModel();
-}
-
 void KeyedTree::clear()
 {
     const Filling filling(*this);
@@ -49,13 +27,13 @@ KeyedTree::Node *KeyedTree::add(Node *parent, const QString &key, const QString 
     Children &siblings = parent->children;
     const auto place = parent->sorted ? placeFor(siblings, text) : siblings.end();
     const int row = int(place - siblings.begin());
-    if (m_filling == 0)
+    if (!isFilling())
         beginInsertRows(indexOf(parent), row, row);
     siblings.insert(place, std::move(made));
     node->row = row;
     if (row + 1 < int(siblings.size()))
         numberRows(siblings);
-    if (m_filling == 0)
+    if (!isFilling())
         endInsertRows();
     return node;
 }
@@ -64,12 +42,12 @@ void KeyedTree::removeChildren(Node *node)
 {
     if (node->children.empty())
         return;
-    if (m_filling == 0)
+    if (!isFilling())
         beginRemoveRows(indexOf(node), 0, int(node->children.size()) - 1);
     for (const auto &child : node->children)
         forget(child.get());
     node->children.clear();
-    if (m_filling == 0)
+    if (!isFilling())
         endRemoveRows();
 }
 
@@ -142,7 +120,7 @@ QModelIndex KeyedTree::parent(const QModelIndex &index) const
 
 int KeyedTree::rowCount(const QModelIndex &parent) const
 {
-    if (m_filling > 0)
+    if (isFilling())
         return 0;
     if (parent.isValid())
         return int(nodeAt(parent)->children.size());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/gui/FillableModel.h"
+
 #include <QAbstractItemModel>
 #include <QIcon>
 
@@ -15,7 +17,7 @@ public:
 };
 
 /// A tree of nodes, each with a key that is unique over the tree, a text and a picture. It is the model of its view.
-class KeyedTree : public QAbstractItemModel
+class KeyedTree : public FillableModel<QAbstractItemModel>
 {
     Q_OBJECT
 public:
@@ -29,20 +31,7 @@ public:
         std::vector<std::unique_ptr<Node>> children = {};
     };
 
-    using QAbstractItemModel::QAbstractItemModel;
-
-    /// For the life of the object the view sees an empty tree, however often it paints; it reads the tree anew at
-    /// the end. For builds.
-    class Filling
-    {
-    public:
-        explicit Filling(KeyedTree &tree);
-        ~Filling();
-        Q_DISABLE_COPY_MOVE(Filling)
-
-    private:
-        KeyedTree &m_tree;
-    };
+    using FillableModel::FillableModel;
 
     void clear();
     /// Adds a node as the last child of `parent`, or where its text belongs when the parent is sorted; without a
@@ -80,5 +69,4 @@ private:
 
     std::unique_ptr<Node> m_root;
     QHash<QString, Node *> m_byKey;
-    int m_filling = 0;
 };
