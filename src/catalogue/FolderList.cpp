@@ -39,7 +39,7 @@ void FolderList::load()
         descriptions.append(m_folders.text(u"Description"));
     ui.dblLocation->clear();
     ui.dblLocation->addItems(descriptions);
-    ui.dblLocation->setCurrentRow(qBound(0, row, int(descriptions.size()) - 1));
+    ui.dblLocation->setCurrentRow(qMin(qMax(0, row), int(descriptions.size()) - 1));
 }
 
 void FolderList::cmdNew_Click()

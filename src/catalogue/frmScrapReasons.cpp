@@ -31,7 +31,7 @@ void frmScrapReasons::load()
         for (; !reasons.atEnd(); reasons.moveNext())
             m_reasons.add({.key = "l" + reasons.text(u"ID"), .text = reasons.text(u"Description")});
     }
-    ui.lvwMI->setCurrentIndex(m_reasons.index(qBound(0, row, m_reasons.count() - 1), 0));
+    ui.lvwMI->setCurrentIndex(m_reasons.index(qMin(qMax(0, row), m_reasons.count() - 1), 0));
 }
 
 std::optional<int> frmScrapReasons::selectedReason() const
