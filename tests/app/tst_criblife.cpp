@@ -1,6 +1,7 @@
 #include "platform/gui/Handler.h"
 #include "tests/app/CribLife.h"
 #include "tests/support/CribDatabase.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/FakeFrame.h"
 #include "tests/support/ScriptedUser.h"
 
@@ -8,27 +9,6 @@
 
 #include <csignal>
 #include <sys/resource.h>
-
-/// Long days in the crib, and what happens when the machine fails in the middle of one.
-class TestCribLife : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void invariantsHoldThroughAllOperations();
-    void nothingIsLostWhenTheFileCannotBeWritten_data();
-    void nothingIsLostWhenTheFileCannotBeWritten();
-    void aKilledProgramLosesNoTool();
-
-private:
-    QStringList faults() const;
-    QStringList contents() const;
-
-    std::unique_ptr<CribDatabase> m_crib;
-    std::unique_ptr<FakeFrame> m_frame;
-};
 
 namespace {
 
@@ -85,143 +65,153 @@ struct AgreeableUser {
 
 }
 
-void TestCribLife::init()
+/// Long days in the crib, and what happens when the machine fails in the middle of one.
+class TestCribLife : public QObject
 {
-    m_crib = std::make_unique<CribDatabase>();
-    fill(*m_crib);
-    m_frame = std::make_unique<FakeFrame>();
-    frmTree::instance().Startup(false);
-}
+    Q_OBJECT
 
-void TestCribLife::cleanup()
-{
-    frmTree::unload();
-    m_frame.reset();
-    m_crib.reset();
-    ProgramState::SuiteInstalled = false;
-}
-
-/// What the administrator's check finds.
-QStringList TestCribLife::faults() const
-{
-    QProcess check;
-    check.start(PROGRAM_BIN "/vorlane-admin", {"check", m_crib->path()});
-    [&] { QVERIFY(check.waitForFinished()); }();
-    if (check.exitStatus() == QProcess::NormalExit && check.exitCode() == 0)
-        return {};
-    return QString::fromUtf8(check.readAllStandardOutput() + check.readAllStandardError()).trimmed().split('\n');
-}
-
-QStringList TestCribLife::contents() const
-{
-    QStringList all;
-    for (const char *table : {"Tools", "CheckOutIn", "Scrap", "ScrapReasons", "Types", "Locations"})
-        all << table << m_crib->rows(QStringLiteral("Select * from %1").arg(table));
-    return all;
-}
-
-void TestCribLife::invariantsHoldThroughAllOperations()
-{
-    constexpr int steps = 2000;
-    CribLife life(20260304);
-    AgreeableUser user;
-    // A crib is on a disk; whether each write waited for it is not what is asked here.
-    Session::database().executeNative("PRAGMA synchronous=OFF");
-    int done = 0;
-    for (int step = 0; step < steps; ++step)
-        done += life.doSomething();
-    QVERIFY2(done > steps / 2, qPrintable(QString::number(done)));
-    QCOMPARE(faults(), QStringList());
-    QCOMPARE(m_crib->rows("Select Count(*) from ScrapReasons"), QStringList("2")); // "lost" is "Lost"
-    QVERIFY(!QApplication::overrideCursor());
-}
-
-void TestCribLife::nothingIsLostWhenTheFileCannotBeWritten_data()
-{
-    QTest::addColumn<bool>("locked");
-    QTest::addColumn<int>("operation");
-
-    const std::pair<const char *, CribLife::Operation> operations[] = {
-        {"lending", CribLife::lend},      {"taking back", CribLife::take}, {"scrapping", CribLife::scrap},
-        {"restoring", CribLife::restore}, {"moving", CribLife::move},
-    };
-    for (const auto &[name, operation] : operations)
-        for (const bool locked : {true, false})
-            QTest::addRow("%s, %s", name, locked ? "file locked" : "disk full") << locked << int(operation);
-}
-
-void TestCribLife::nothingIsLostWhenTheFileCannotBeWritten()
-{
-    QFETCH(bool, locked);
-    QFETCH(int, operation);
-    CribLife life(7);
-    AgreeableUser user;
-    Session::database().executeNative("PRAGMA synchronous=OFF");
-    for (int step = 0; step < 60; ++step)
-        life.doSomething();
-    const QStringList before = contents();
-
-    std::unique_ptr<Database> other;
-    std::optional<FullDisk> full;
-    if (locked) {
-        Session::database().executeNative("PRAGMA busy_timeout=10");
-        other = Workspace::first().openDatabase(m_crib->path());
-        other->executeNative("BEGIN EXCLUSIVE");
-    } else {
-        full.emplace();
+private slots:
+    void init()
+    {
+        m_crib = std::make_unique<CribDatabase>();
+        fill(*m_crib);
+        m_frame = std::make_unique<FakeFrame>();
+        frmTree::instance().Startup(false);
     }
-    user.said.clear();
-    runUserAction([&] { life.act(CribLife::Operation(operation)); });
-    full.reset();
-    if (other)
-        other->executeNative("ROLLBACK");
-    QVERIFY2(!user.said.join("").isEmpty(), "it must say what happened");
-    QCOMPARE(contents(), before);
-    QCOMPARE(faults(), QStringList());
-    QVERIFY(!QApplication::overrideCursor());
 
-    frmCheckOut::unload();
-    user.said.clear();
-    frmTree::instance().rebuildView();
-    QVERIFY(life.act(CribLife::Operation(operation))); // and the day goes on
-}
+    void cleanup()
+    {
+        frmTree::unload();
+        m_frame.reset();
+        m_crib.reset();
+        ProgramState::SuiteInstalled = false;
+    }
 
-// The child works on the file and tells each operation; it is killed while it is at the next one.
-void TestCribLife::aKilledProgramLosesNoTool()
-{
-    const QString path = m_crib->path();
-    frmTree::unload();
-    Session::close();
-    const int kills =
-        qEnvironmentVariableIntValue("VORLANE_KILLS") > 0 ? qEnvironmentVariableIntValue("VORLANE_KILLS") : 25;
-    std::mt19937 random(11);
-    for (int kill = 0; kill < kills; ++kill) {
-        QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {"--work-on", path, QString::number(kill)});
-        const qint64 wanted = qint64(random() % 40);
-        while (child.bytesAvailable() <= wanted && child.state() != QProcess::NotRunning)
-            child.waitForReadyRead();
-        child.kill();
-        QVERIFY(child.waitForFinished());
-        QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+    void invariantsHoldThroughAllOperations()
+    {
+        constexpr int steps = 2000;
+        CribLife life(20260304);
+        AgreeableUser user;
+        // A crib is on a disk; whether each write waited for it is not what is asked here.
+        Session::database().executeNative("PRAGMA synchronous=OFF");
+        int done = 0;
+        for (int step = 0; step < steps; ++step)
+            done += life.doSomething();
+        QVERIFY2(done > steps / 2, qPrintable(QString::number(done)));
+        QCOMPARE(faults(), QStringList());
+        QCOMPARE(m_crib->rows("Select Count(*) from ScrapReasons"), QStringList("2")); // "lost" is "Lost"
+        QVERIFY(!QApplication::overrideCursor());
+    }
 
-        Session::open(path);
-        QStringList left = faults();
-        // A procedure may be found half done: the flag set and no loan yet, the loan ended and the flag still set,
-        // the scrap record or the tool stored and the other not yet deleted.
-        left.removeIf([](const QString &line) {
-            return line.contains("but has no open loan") || line.contains("which is in the crib")
-                || line.startsWith("Faults found");
-        });
-        QVERIFY2(left.isEmpty(), qPrintable(left.join('\n')));
-        // Between two statements a tool may stand in both tables, but never in none.
-        QStringList known = m_crib->rows("Select ID from Tools") + m_crib->rows("Select ToolID from Scrap");
-        known.removeDuplicates();
-        QCOMPARE(known.size(), toolCount);
+    void nothingIsLostWhenTheFileCannotBeWritten_data()
+    {
+        columns<bool, int>("locked", "operation");
+
+        const std::pair<const char *, CribLife::Operation> operations[] = {
+            {"lending", CribLife::lend},      {"taking back", CribLife::take}, {"scrapping", CribLife::scrap},
+            {"restoring", CribLife::restore}, {"moving", CribLife::move},
+        };
+        for (const auto &[name, operation] : operations)
+            for (const bool locked : {true, false})
+                QTest::addRow("%s, %s", name, locked ? "file locked" : "disk full") << locked << int(operation);
+    }
+
+    void nothingIsLostWhenTheFileCannotBeWritten()
+    {
+        QFETCH(bool, locked);
+        QFETCH(int, operation);
+        CribLife life(7);
+        AgreeableUser user;
+        Session::database().executeNative("PRAGMA synchronous=OFF");
+        for (int step = 0; step < 60; ++step)
+            life.doSomething();
+        const QStringList before = contents();
+
+        std::unique_ptr<Database> other;
+        std::optional<FullDisk> full;
+        if (locked) {
+            Session::database().executeNative("PRAGMA busy_timeout=10");
+            other = Workspace::first().openDatabase(m_crib->path());
+            other->executeNative("BEGIN EXCLUSIVE");
+        } else {
+            full.emplace();
+        }
+        user.said.clear();
+        runUserAction([&] { life.act(CribLife::Operation(operation)); });
+        full.reset();
+        if (other)
+            other->executeNative("ROLLBACK");
+        QVERIFY2(!user.said.join("").isEmpty(), "it must say what happened");
+        QCOMPARE(contents(), before);
+        QCOMPARE(faults(), QStringList());
+        QVERIFY(!QApplication::overrideCursor());
+
+        frmCheckOut::unload();
+        user.said.clear();
+        frmTree::instance().rebuildView();
+        QVERIFY(life.act(CribLife::Operation(operation))); // and the day goes on
+    }
+
+    // The child works on the file and tells each operation; it is killed while it is at the next one.
+    void aKilledProgramLosesNoTool()
+    {
+        const QString path = m_crib->path();
+        frmTree::unload();
         Session::close();
+        const int kills =
+            qEnvironmentVariableIntValue("VORLANE_KILLS") > 0 ? qEnvironmentVariableIntValue("VORLANE_KILLS") : 25;
+        std::mt19937 random(11);
+        for (int kill = 0; kill < kills; ++kill) {
+            QProcess child;
+            child.start(QCoreApplication::applicationFilePath(), {"--work-on", path, QString::number(kill)});
+            const qint64 wanted = qint64(random() % 40);
+            while (child.bytesAvailable() <= wanted && child.state() != QProcess::NotRunning)
+                child.waitForReadyRead();
+            child.kill();
+            QVERIFY(child.waitForFinished());
+            QCOMPARE(child.exitStatus(), QProcess::CrashExit);
+
+            Session::open(path);
+            QStringList left = faults();
+            // A procedure may be found half done: the flag set and no loan yet, the loan ended and the flag still set,
+            // the scrap record or the tool stored and the other not yet deleted.
+            left.removeIf([](const QString &line) {
+                return line.contains("but has no open loan") || line.contains("which is in the crib")
+                    || line.startsWith("Faults found");
+            });
+            QVERIFY2(left.isEmpty(), qPrintable(left.join('\n')));
+            // Between two statements a tool may stand in both tables, but never in none.
+            QStringList known = m_crib->rows("Select ID from Tools") + m_crib->rows("Select ToolID from Scrap");
+            known.removeDuplicates();
+            QCOMPARE(known.size(), toolCount);
+            Session::close();
+        }
+        Session::open(path);
     }
-    Session::open(path);
-}
+
+private:
+    /// What the administrator's check finds.
+    QStringList faults() const
+    {
+        QProcess check;
+        check.start(PROGRAM_BIN "/vorlane-admin", {"check", m_crib->path()});
+        [&] { QVERIFY(check.waitForFinished()); }();
+        if (check.exitStatus() == QProcess::NormalExit && check.exitCode() == 0)
+            return {};
+        return QString::fromUtf8(check.readAllStandardOutput() + check.readAllStandardError()).trimmed().split('\n');
+    }
+
+    QStringList contents() const
+    {
+        QStringList all;
+        for (const char *table : {"Tools", "CheckOutIn", "Scrap", "ScrapReasons", "Types", "Locations"})
+            all << table << m_crib->rows(QStringLiteral("Select * from %1").arg(table));
+        return all;
+    }
+
+    std::unique_ptr<CribDatabase> m_crib;
+    std::unique_ptr<FakeFrame> m_frame;
+};
 
 static int workOn(const QString &path, unsigned seed)
 {

@@ -8,6 +8,7 @@
 #include "platform/engine/Workspace.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/system/SingleInstance.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
 
 #include <QMdiArea>
@@ -21,202 +22,184 @@ class TestStartup : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void refusesASecondCopy();
-    void saysWhyADatabaseCannotBeOpened_data();
-    void saysWhyADatabaseCannotBeOpened();
-    void showsTheMainWindow_data();
-    void showsTheMainWindow();
-    void menusAreThose();
-    void entriesActOnTheExplorer();
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        ProgramFolder::setPath(m_folder->path());
+    }
+
+    void cleanup()
+    {
+        ProgramFolder::setPath({});
+        Session::close();
+    }
+
+    void refusesASecondCopy()
+    {
+        makeDatabase();
+        const SingleInstance first("vorlane");
+        QVERIFY(first.acquired());
+        ScriptedUser user(QMessageBox::Ok);
+        QCOMPARE(ModMain::Main(), EXIT_FAILURE);
+        QCOMPARE(user.texts(), QStringList("You are already running Vorlane Manager... Check your Task-Bar!"));
+        QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
+        QCOMPARE(user.seen[0].caption, "System Message");
+        QVERIFY(!mdiMain::isLoaded());
+    }
+
+    void saysWhyADatabaseCannotBeOpened_data()
+    {
+        columns<QByteArray, QString>("contents", "words");
+
+        row("missing", QByteArray(), "Could not find file '");
+        row("empty", QByteArray(""), "Unrecognized database format '");
+        row("a text file", QByteArray("This is no database at all, however long it may be."),
+            "Unrecognized database format '");
+    }
+
+    void saysWhyADatabaseCannotBeOpened()
+    {
+        QFETCH(QByteArray, contents);
+        QFETCH(QString, words);
+        if (!contents.isNull())
+            write("dorvak.mdb", contents);
+        ScriptedUser user(QMessageBox::Ok);
+        QCOMPARE(ModMain::Main(), EXIT_FAILURE);
+        QCOMPARE(user.seen.size(), 1);
+        QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
+        QVERIFY2(user.seen[0].text.startsWith(words), qPrintable(user.seen[0].text));
+        QVERIFY(!mdiMain::isLoaded());
+        QVERIFY(!QApplication::overrideCursor());
+        QCOMPARE(QFile::exists(file("dorvak.mdb")), !contents.isNull()); // the program makes none
+    }
+
+    void showsTheMainWindow_data()
+    {
+        columns<bool, QStringList>("suite", "bar");
+
+        row("on its own", false, QStringList({"&File", "&Tables", "&Reports", "&Window"}));
+        row("beside the suite", true, QStringList({"&File", "&Window"}));
+    }
+
+    void showsTheMainWindow()
+    {
+        QFETCH(bool, suite);
+        makeDatabase();
+        if (suite)
+            write("Dorvak.exe", "suite");
+        QDir::setCurrent(QDir::rootPath()); // the current directory does not matter
+        QCOMPARE(run([&](mdiMain &frame) {
+                     QVERIFY(frame.isVisible());
+                     QVERIFY(!frmSplash::isLoaded());
+                     QCOMPARE(frame.windowTitle(), "Dorvak Vorlane Manager Version " + ProgramFolder::version());
+                     QStringList shown;
+                     for (const QAction *action : frame.menuBar()->actions())
+                         if (action->isVisible())
+                             shown.append(action->text());
+                     QTEST(shown, "bar");
+                     QCOMPARE(frmTree::instance().TreeMode(), "type");
+                     const auto *area = frame.findChild<QMdiArea *>();
+                     const QMdiSubWindow *window = area->subWindowList().value(0);
+                     QCOMPARE(window->size(), QSize(755, 475));
+                     QVERIFY(qAbs(window->geometry().center().x() - area->rect().center().x()) <= 1);
+                 }),
+                 0);
+        QCOMPARE(ProgramState::SuiteInstalled, suite);
+        QVERIFY(!mdiMain::isLoaded());
+    }
+
+    void menusAreThose()
+    {
+        makeDatabase();
+        run([](mdiMain &frame) {
+            QStringList lines;
+            for (const char *name : {"mnuFile", "mnuReports", "mnuTreePopTool", "mnuListCheckIn"}) {
+                const QMenu *menu = frame.menu(name);
+                QStringList entries;
+                for (const QAction *action : menu->actions())
+                    entries.append(action->isSeparator() ? "-" : action->objectName() + ' ' + action->text());
+                lines.append(menu->title() + ": " + entries.join(", "));
+            }
+            QCOMPARE(
+                lines,
+                QStringList({
+                    "&File: mnuFileTools &Tools, mnuFileExit &Exit",
+                    "&Reports: mnuReportOut Tools &Out, mnuAllTools &All Tools, mnuJunk &Junk Tools, -, "
+                    "mnuConfigure &Configure Reports",
+                    "TreePopTool: mnuCheckOut Check Out Tool, mnuCheckIn Check In Tool, mnuScrapTool Scrap Tool, -, "
+                    "mnuAddTool New Tool, mnuEditTool Edit Tool, mnuDeleteTool Delete Tool",
+                    "ListPopCheckIn: mnuCheckInTool Check In, mnuScrap Scrap",
+                }));
+            frame.entry("mnuReportOut")->trigger(); // does nothing
+
+            ScriptedUser user(QMessageBox::Ok);
+            frame.entry("mnuDeleteScrapped")->trigger();
+            QCOMPARE(user.texts(), QStringList("Delete Scrapped Tool Under Construction"));
+            QCOMPARE(user.seen[0].icon, QMessageBox::NoIcon);
+        });
+    }
+
+    void entriesActOnTheExplorer()
+    {
+        makeDatabase();
+        run([](mdiMain &frame) {
+            emit frame.menu("mnuWindow")->aboutToShow();
+            QCOMPARE(frame.menu("mnuWindow")->actions().value(0)->text(), "&1 Tools");
+            frmTree::instance().ui.optMode1->setChecked(true);
+            frame.entry("mnuFileTools")->trigger();
+            QCOMPARE(frmTree::instance().TreeMode(), "location"); // open already
+
+            frmTree::instance().ui.cmdClose->click();
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QVERIFY(!frmTree::isLoaded());
+            QTRY_VERIFY(frame.findChild<QMdiArea *>()->subWindowList().isEmpty());
+            frame.findChild<QAction *>("Toolbar1_1")->trigger();
+            QCOMPARE(frmTree::instance().TreeMode(), "type"); // afresh
+            QVERIFY(frmTree::instance().isVisible());
+
+            ScriptedUser user(QMessageBox::Ok);
+            frame.entry("mnuCheckOut")->trigger();
+            QCOMPARE(user.texts(), QStringList("Please select a tool to Check Out."));
+        });
+    }
 
 private:
-    void makeDatabase();
+    void makeDatabase()
+    {
+        const auto database = Workspace::first().createDatabase(file("dorvak.mdb"));
+        Schema::create(*database);
+    }
+
     QString file(const QString &name) const { return m_folder->filePath(name); }
-    void write(const QString &name, const QByteArray &contents);
+
+    void write(const QString &name, const QByteArray &contents)
+    {
+        QFile out(file(name));
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(contents);
+    }
+
     /// Runs the program, does `steps` in its main window and closes it.
-    int run(const std::function<void(mdiMain &)> &steps);
+    int run(const std::function<void(mdiMain &)> &steps)
+    {
+        bool done = false;
+        QTimer look; // events run during start-up, too
+        connect(&look, &QTimer::timeout, qApp, [&] {
+            if (!mdiMain::isLoaded() || !mdiMain::instance().isVisible())
+                return;
+            look.stop();
+            done = true;
+            steps(mdiMain::instance());
+            mdiMain::instance().close();
+        });
+        look.start(0);
+        const int status = ModMain::Main();
+        [&] { QVERIFY(done); }();
+        return status;
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void TestStartup::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    ProgramFolder::setPath(m_folder->path());
-}
-
-void TestStartup::cleanup()
-{
-    ProgramFolder::setPath({});
-    Session::close();
-}
-
-void TestStartup::makeDatabase()
-{
-    const auto database = Workspace::first().createDatabase(file("dorvak.mdb"));
-    Schema::create(*database);
-}
-
-void TestStartup::write(const QString &name, const QByteArray &contents)
-{
-    QFile out(file(name));
-    QVERIFY(out.open(QIODevice::WriteOnly));
-    out.write(contents);
-}
-
-int TestStartup::run(const std::function<void(mdiMain &)> &steps)
-{
-    bool done = false;
-    QTimer look; // events run during start-up, too
-    connect(&look, &QTimer::timeout, qApp, [&] {
-        if (!mdiMain::isLoaded() || !mdiMain::instance().isVisible())
-            return;
-        look.stop();
-        done = true;
-        steps(mdiMain::instance());
-        mdiMain::instance().close();
-    });
-    look.start(0);
-    const int status = ModMain::Main();
-    [&] { QVERIFY(done); }();
-    return status;
-}
-
-void TestStartup::refusesASecondCopy()
-{
-    makeDatabase();
-    const SingleInstance first("vorlane");
-    QVERIFY(first.acquired());
-    ScriptedUser user;
-    user.answers(QMessageBox::Ok);
-    QCOMPARE(ModMain::Main(), EXIT_FAILURE);
-    QCOMPARE(user.texts(), QStringList("You are already running Vorlane Manager... Check your Task-Bar!"));
-    QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
-    QCOMPARE(user.seen[0].caption, "System Message");
-    QVERIFY(!mdiMain::isLoaded());
-}
-
-void TestStartup::saysWhyADatabaseCannotBeOpened_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<QString>("words");
-
-    QTest::newRow("missing") << QByteArray() << "Could not find file '";
-    QTest::newRow("empty") << QByteArray("") << "Unrecognized database format '";
-    QTest::newRow("a text file") << QByteArray("This is no database at all, however long it may be.")
-                                 << "Unrecognized database format '";
-}
-
-void TestStartup::saysWhyADatabaseCannotBeOpened()
-{
-    QFETCH(QByteArray, contents);
-    QFETCH(QString, words);
-    if (!contents.isNull())
-        write("dorvak.mdb", contents);
-    ScriptedUser user;
-    user.answers(QMessageBox::Ok);
-    QCOMPARE(ModMain::Main(), EXIT_FAILURE);
-    QCOMPARE(user.seen.size(), 1);
-    QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
-    QVERIFY2(user.seen[0].text.startsWith(words), qPrintable(user.seen[0].text));
-    QVERIFY(!mdiMain::isLoaded());
-    QVERIFY(!QApplication::overrideCursor());
-    QCOMPARE(QFile::exists(file("dorvak.mdb")), !contents.isNull()); // the program makes none
-}
-
-void TestStartup::showsTheMainWindow_data()
-{
-    QTest::addColumn<bool>("suite");
-    QTest::addColumn<QStringList>("bar");
-
-    QTest::newRow("on its own") << false << QStringList({"&File", "&Tables", "&Reports", "&Window"});
-    QTest::newRow("beside the suite") << true << QStringList({"&File", "&Window"});
-}
-
-void TestStartup::showsTheMainWindow()
-{
-    QFETCH(bool, suite);
-    makeDatabase();
-    if (suite)
-        write("Dorvak.exe", "suite");
-    QDir::setCurrent(QDir::rootPath()); // the current directory does not matter
-    QCOMPARE(run([&](mdiMain &frame) {
-                 QVERIFY(frame.isVisible());
-                 QVERIFY(!frmSplash::isLoaded());
-                 QCOMPARE(frame.windowTitle(), "Dorvak Vorlane Manager Version " + ProgramFolder::version());
-                 QStringList shown;
-                 for (const QAction *action : frame.menuBar()->actions())
-                     if (action->isVisible())
-                         shown.append(action->text());
-                 QTEST(shown, "bar");
-                 QCOMPARE(frmTree::instance().TreeMode(), "type");
-                 const auto *area = frame.findChild<QMdiArea *>();
-                 const QMdiSubWindow *window = area->subWindowList().value(0);
-                 QCOMPARE(window->size(), QSize(755, 475));
-                 QVERIFY(qAbs(window->geometry().center().x() - area->rect().center().x()) <= 1);
-             }),
-             0);
-    QCOMPARE(ProgramState::SuiteInstalled, suite);
-    QVERIFY(!mdiMain::isLoaded());
-}
-
-void TestStartup::menusAreThose()
-{
-    makeDatabase();
-    run([](mdiMain &frame) {
-        QStringList lines;
-        for (const char *name : {"mnuFile", "mnuReports", "mnuTreePopTool", "mnuListCheckIn"}) {
-            const QMenu *menu = frame.menu(name);
-            QStringList entries;
-            for (const QAction *action : menu->actions())
-                entries.append(action->isSeparator() ? "-" : action->objectName() + ' ' + action->text());
-            lines.append(menu->title() + ": " + entries.join(", "));
-        }
-        QCOMPARE(lines,
-                 QStringList({
-                     "&File: mnuFileTools &Tools, mnuFileExit &Exit",
-                     "&Reports: mnuReportOut Tools &Out, mnuAllTools &All Tools, mnuJunk &Junk Tools, -, "
-                     "mnuConfigure &Configure Reports",
-                     "TreePopTool: mnuCheckOut Check Out Tool, mnuCheckIn Check In Tool, mnuScrapTool Scrap Tool, -, "
-                     "mnuAddTool New Tool, mnuEditTool Edit Tool, mnuDeleteTool Delete Tool",
-                     "ListPopCheckIn: mnuCheckInTool Check In, mnuScrap Scrap",
-                 }));
-        frame.entry("mnuReportOut")->trigger(); // does nothing
-
-        ScriptedUser user;
-        user.answers(QMessageBox::Ok);
-        frame.entry("mnuDeleteScrapped")->trigger();
-        QCOMPARE(user.texts(), QStringList("Delete Scrapped Tool Under Construction"));
-        QCOMPARE(user.seen[0].icon, QMessageBox::NoIcon);
-    });
-}
-
-void TestStartup::entriesActOnTheExplorer()
-{
-    makeDatabase();
-    run([](mdiMain &frame) {
-        emit frame.menu("mnuWindow")->aboutToShow();
-        QCOMPARE(frame.menu("mnuWindow")->actions().value(0)->text(), "&1 Tools");
-        frmTree::instance().ui.optMode1->setChecked(true);
-        frame.entry("mnuFileTools")->trigger();
-        QCOMPARE(frmTree::instance().TreeMode(), "location"); // open already
-
-        frmTree::instance().ui.cmdClose->click();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!frmTree::isLoaded());
-        QTRY_VERIFY(frame.findChild<QMdiArea *>()->subWindowList().isEmpty());
-        frame.findChild<QAction *>("Toolbar1_1")->trigger();
-        QCOMPARE(frmTree::instance().TreeMode(), "type"); // afresh
-        QVERIFY(frmTree::instance().isVisible());
-
-        ScriptedUser user;
-        user.answers(QMessageBox::Ok);
-        frame.entry("mnuCheckOut")->trigger();
-        QCOMPARE(user.texts(), QStringList("Please select a tool to Check Out."));
-    });
-}
 
 int main(int argc, char *argv[])
 {

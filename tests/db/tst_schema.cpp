@@ -1,7 +1,7 @@
 #include "db/Schema.h"
-#include "platform/engine/Workspace.h"
+#include "tests/support/DataRows.h"
+#include "tests/support/EngineFile.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 /// A new database, closed and opened again the way the program does it.
@@ -10,111 +10,89 @@ class TestSchema : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void everyColumnIsThere();
-    void relationsAreEnforced_data();
-    void relationsAreEnforced();
-    void emptyColumnsTakeTheirDefault();
-    void scrapNumbersStartHighAndAreNeverGivenTwice();
-    void everyModuleHasOneDefaultReport();
-    void nothingIsMadeTwice();
+    void init()
+    {
+        m_database.reset();
+        m_folder = std::make_unique<QTemporaryDir>();
+        const QString file = m_folder->filePath("crib.mdb");
+        Schema::create(*Workspace::first().createDatabase(file));
+        m_database = Workspace::first().openDatabase(file);
+    }
+
+    void everyColumnIsThere()
+    {
+        QCOMPARE(Schema::tables().size(), size_t(12));
+        for (const Schema::Table &table : Schema::tables()) {
+            const Recordset rows = m_database->openRecordset(QString("Select * from [%1]").arg(table.name));
+            QCOMPARE(rows.fieldCount(), int(table.columns.size()));
+            for (const Schema::Column &column : table.columns)
+                QCOMPARE(rows.fieldName(rows.fieldIndex(QString(column.name))), column.name);
+        }
+        QCOMPARE(m_database->openRecordset("Select Index from LineItemType where Code='Job'").text(u"Index"), "4");
+        QCOMPARE(m_database->openRecordset("Select Index from LineItemType where Code='Overhead'").text(u"Index"), "5");
+    }
+
+    void relationsAreEnforced_data()
+    {
+        columns<QString, int>("statement", "number");
+
+        row("a type in use stays", "DELETE FROM Types WHERE ID=1", int(EngineError::relatedRecords));
+        row("a location in use stays", "DELETE FROM Locations WHERE ID=1", int(EngineError::relatedRecords));
+        row("no tool without its type", "INSERT INTO Tools (Type,Location,Description) VALUES (9,1,'Tap')",
+            int(EngineError::relatedRecordRequired));
+        row("no tool without its location", "UPDATE Tools SET Location=9", int(EngineError::relatedRecordRequired));
+        row("no tool without a description", "INSERT INTO Tools (Type,Location) VALUES (1,1)",
+            int(EngineError::valueRequired));
+        row("no number twice", "INSERT INTO Tools (ID,Type,Location,Description) VALUES (1,1,1,'Tap')",
+            int(EngineError::duplicateKey));
+        row("no employee twice", "INSERT INTO Employee (EmpID) VALUES (7)", int(EngineError::duplicateKey));
+    }
+
+    void relationsAreEnforced()
+    {
+        QFETCH(QString, statement);
+        QFETCH(int, number);
+        m_database->execute("INSERT INTO Types (Description) VALUES ('Drills')");
+        m_database->execute("INSERT INTO Locations (Description) VALUES ('Hall')");
+        m_database->execute("INSERT INTO Tools (Type,Location,Description) VALUES (1,1,'Drill')");
+        // What is left empty takes its default.
+        QCOMPARE(m_database->openRecordset("Select * from Types where Parent=0").recordCount(), 1);
+        QCOMPARE(m_database->openRecordset("Select * from Tools where Out=0").recordCount(), 1);
+        m_database->execute("INSERT INTO Employee (EmpID) VALUES (7)");
+        QCOMPARE(errorOf([&] { m_database->execute(statement); }), number);
+    }
+
+    void scrapNumbersStartHighAndAreNeverGivenTwice()
+    {
+        m_database->execute("INSERT INTO Scrap (ToolID) VALUES (1)");
+        QCOMPARE(m_database->openRecordset("Select ID from Scrap").text(u"ID"), "16384");
+        m_database->execute("DELETE FROM Scrap");
+        m_database->execute("INSERT INTO Scrap (ToolID) VALUES (1)");
+        QCOMPARE(m_database->openRecordset("Select ID from Scrap").text(u"ID"), "16385");
+    }
+
+    void everyModuleHasOneDefaultReport()
+    {
+        for (const QString module : {"Tools CheckedOut", "Tools Scrapped", "Junk Tools", "Tools Type", "Tools Loc",
+                                     "Employee", "Tools Out", "All Tools"}) {
+            const Recordset rows = m_database->openRecordset("Select * from Reports where Module='" + module
+                                                             + "' and Default=true and oem=true");
+            QCOMPARE(rows.recordCount(), 1);
+            QVERIFY(rows.text(u"FileName").endsWith(".rpt"));
+        }
+        QVERIFY(m_database->openRecordset("Select * from Reports where oem=false").isEmpty());
+    }
+
+    void nothingIsMadeTwice()
+    {
+        QVERIFY_EXCEPTION_THROWN(Schema::create(*m_database), EngineError);
+        QCOMPARE(m_database->openRecordset("Select * from LineItemType").recordCount(), 2);
+    }
 
 private:
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<Database> m_database;
 };
-
-void TestSchema::init()
-{
-    m_database.reset();
-    m_folder = std::make_unique<QTemporaryDir>();
-    const QString file = m_folder->filePath("crib.mdb");
-    Schema::create(*Workspace::first().createDatabase(file));
-    m_database = Workspace::first().openDatabase(file);
-}
-
-void TestSchema::everyColumnIsThere()
-{
-    QCOMPARE(Schema::tables().size(), size_t(12));
-    for (const Schema::Table &table : Schema::tables()) {
-        const Recordset rows = m_database->openRecordset(QString("Select * from [%1]").arg(table.name));
-        QCOMPARE(rows.fieldCount(), int(table.columns.size()));
-        for (const Schema::Column &column : table.columns)
-            QCOMPARE(rows.fieldName(rows.fieldIndex(QString(column.name))), column.name);
-    }
-    QCOMPARE(m_database->openRecordset("Select Index from LineItemType where Code='Job'").text(u"Index"), "4");
-    QCOMPARE(m_database->openRecordset("Select Index from LineItemType where Code='Overhead'").text(u"Index"), "5");
-}
-
-void TestSchema::relationsAreEnforced_data()
-{
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<int>("number");
-
-    QTest::newRow("a type in use stays") << "DELETE FROM Types WHERE ID=1" << int(EngineError::relatedRecords);
-    QTest::newRow("a location in use stays") << "DELETE FROM Locations WHERE ID=1" << int(EngineError::relatedRecords);
-    QTest::newRow("no tool without its type") << "INSERT INTO Tools (Type,Location,Description) VALUES (9,1,'Tap')"
-                                              << int(EngineError::relatedRecordRequired);
-    QTest::newRow("no tool without its location")
-        << "UPDATE Tools SET Location=9" << int(EngineError::relatedRecordRequired);
-    QTest::newRow("no tool without a description")
-        << "INSERT INTO Tools (Type,Location) VALUES (1,1)" << int(EngineError::valueRequired);
-    QTest::newRow("no number twice") << "INSERT INTO Tools (ID,Type,Location,Description) VALUES (1,1,1,'Tap')"
-                                     << int(EngineError::duplicateKey);
-    QTest::newRow("no employee twice") << "INSERT INTO Employee (EmpID) VALUES (7)" << int(EngineError::duplicateKey);
-}
-
-void TestSchema::relationsAreEnforced()
-{
-    QFETCH(QString, statement);
-    QFETCH(int, number);
-    m_database->execute("INSERT INTO Types (Description) VALUES ('Drills')");
-    m_database->execute("INSERT INTO Locations (Description) VALUES ('Hall')");
-    m_database->execute("INSERT INTO Tools (Type,Location,Description) VALUES (1,1,'Drill')");
-    m_database->execute("INSERT INTO Employee (EmpID) VALUES (7)");
-    try {
-        m_database->execute(statement);
-        QFAIL("The statement passed.");
-    } catch (const EngineError &error) {
-        QCOMPARE(error.number(), number);
-    }
-}
-
-void TestSchema::emptyColumnsTakeTheirDefault()
-{
-    m_database->execute("INSERT INTO Types (Description) VALUES ('Drills')");
-    m_database->execute("INSERT INTO Locations (Description) VALUES ('Hall')");
-    m_database->execute("INSERT INTO Tools (Type,Location,Description) VALUES (1,1,'Drill')");
-    QCOMPARE(m_database->openRecordset("Select * from Types where Parent=0").recordCount(), 1);
-    QCOMPARE(m_database->openRecordset("Select * from Tools where Out=0").recordCount(), 1);
-}
-
-void TestSchema::scrapNumbersStartHighAndAreNeverGivenTwice()
-{
-    m_database->execute("INSERT INTO Scrap (ToolID) VALUES (1)");
-    QCOMPARE(m_database->openRecordset("Select ID from Scrap").text(u"ID"), "16384");
-    m_database->execute("DELETE FROM Scrap");
-    m_database->execute("INSERT INTO Scrap (ToolID) VALUES (1)");
-    QCOMPARE(m_database->openRecordset("Select ID from Scrap").text(u"ID"), "16385");
-}
-
-void TestSchema::everyModuleHasOneDefaultReport()
-{
-    for (const QString module : {"Tools CheckedOut", "Tools Scrapped", "Junk Tools", "Tools Type", "Tools Loc",
-                                 "Employee", "Tools Out", "All Tools"}) {
-        const Recordset rows = m_database->openRecordset("Select * from Reports where Module='" + module
-                                                         + "' and Default=true and oem=true");
-        QCOMPARE(rows.recordCount(), 1);
-        QVERIFY(rows.text(u"FileName").endsWith(".rpt"));
-    }
-    QVERIFY(m_database->openRecordset("Select * from Reports where oem=false").isEmpty());
-}
-
-void TestSchema::nothingIsMadeTwice()
-{
-    QVERIFY_EXCEPTION_THROWN(Schema::create(*m_database), EngineError);
-    QCOMPARE(m_database->openRecordset("Select * from LineItemType").recordCount(), 2);
-}
 
 QTEST_GUILESS_MAIN(TestSchema)
 #include "tst_schema.moc"

@@ -1,7 +1,6 @@
 #include "explorer/frmFind.h"
-#include "explorer/frmTree.h"
-#include "tests/support/CribDatabase.h"
-#include "tests/support/FakeFrame.h"
+#include "tests/support/CribExplorer.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
 
 #include <QSignalSpy>
@@ -12,259 +11,193 @@ class TestFind : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void findsInEachView_data();
-    void findsInEachView();
-    void brokenChainsEndWithTheirMessage();
-    void deletesSubtreesWhole();
-    void aRefusedDeletionChangesNothing();
-    void blanksAreNoText();
-    void stopKeepsWhatWasFound();
-    void goToLeadsToTheHit_data();
-    void goToLeadsToTheHit();
-    void goToAfterTheViewChanged();
-    void closesWithTheExplorer();
+    void init()
+    {
+        m_crib.emplace();
+        m_crib->insert("Types (Description,Parent)", {"'Small torque wrenches',2"});
+        m_crib->insert("Locations (Description,Parent)", {"'Drawer 5',1"});
+        m_crib->insert("Tools (Type,Location,Manufacturer,PartNumber,Description,Out)",
+                       {"2,3,'Orrin','T-1','Torque wrench',0", "3,3,'Orrin','T-2','Miller''s wrench',-1"});
+        m_crib->insert("CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,Active)",
+                       {"2,'17',1250,4,#2026-03-04#,-1"});
+        m_crib->insert(
+            "Scrap (ToolID,TypeDescription,PartNumber,Description,Employee,ScrapDate,JobOrOH,LineItemTypeId)",
+            {"70,'Drills','D-1','Drill 5',21,#2025-12-31 23:59:00#,1250,4",
+             "71,'Drills','D-1','Drill 5',99,#2025-12-31 23:59:00#,1250,4",
+             "72,'Drills','D-2','Drill 6',17,#2025-12-30 07:00:00#,11,5"});
+        explorer().Startup(false);
+    }
+
+    void cleanup() { m_crib.reset(); }
+
+    void findsInEachView_data()
+    {
+        columns<QString, QString, QStringList>("mode", "text", "hits");
+
+        row("whole descriptions only", "type", "torque", QStringList());
+        row("folders before tools, in any case", "type", "*TORQUE*",
+            QStringList({"t2 Tools\\Wrenches\\Torque wrenches",
+                         "t3 Tools\\Wrenches\\Torque wrenches\\Small torque wrenches",
+                         "r1 Tools\\Wrenches\\Torque wrenches"}));
+        row("locations", "location", "Drawer #", QStringList("l3 Tools\\Cabinet A\\Drawer 5"));
+        row("an apostrophe", "location", "Miller's*", QStringList("r2 Tools\\Cabinet A\\Drawer 5"));
+        row("kinds and jobs", "scrap", "1250", QStringList("l1250 Tools\\Job\\1250"));
+        row("a kind", "scrap", "Job", QStringList("s4 Tools\\Job"));
+        row("operations", "scrap", "Rep*", QStringList("l11 Tools\\Overhead\\Repair"));
+        row("scrapped tools of known employees", "scrap", "Drill ?",
+            QStringList({"j16384 Tools\\Job\\1250", "j16386 Tools\\Overhead\\Repair"}));
+        row("descriptions, then tools out", "checkedOut", "*wrench",
+            QStringList({"co1 Tools\\Miller's wrench", "co2 Tools\\Miller's wrench"}));
+    }
+
+    void findsInEachView()
+    {
+        QFETCH(QString, mode);
+        QFETCH(QString, text);
+        QTEST(found(mode, text), "hits");
+    }
+
+    void brokenChainsEndWithTheirMessage()
+    {
+        QCOMPARE(clsTools::path(clsTools::Kind::types, 3), "Wrenches\\Torque wrenches\\Small torque wrenches");
+        m_crib->run({"UPDATE Types SET Parent=99 WHERE ID=1"});
+        QVERIFY_EXCEPTION_THROWN(clsTools::path(clsTools::Kind::types, 3), std::runtime_error);
+        m_crib->run({"UPDATE Types SET Parent=3 WHERE ID=1"}); // 1 above 2 above 3 above 1
+        QVERIFY_EXCEPTION_THROWN(found("type", "*torque*"), std::runtime_error);
+    }
+
+    void deletesSubtreesWhole()
+    {
+        m_crib->run({"UPDATE Types SET Parent=3 WHERE ID=1"}); // a circle must not stop it
+        QCOMPARE(clsTools().Delete(clsTools::Kind::types, {2}, {}), QString());
+        QCOMPARE(m_crib->rows("Select ID from Types"), QStringList());
+        QCOMPARE(m_crib->rows("Select ID from Tools"), QStringList());
+        QCOMPARE(m_crib->rows("Select ID from CheckOutIn"), QStringList());
+    }
+
+    // A location that holds a tool of another type's subtree is still needed: the engine refuses, all stays.
+    void aRefusedDeletionChangesNothing()
+    {
+        m_crib->run({"INSERT INTO Types (Description,Parent) VALUES('Other',0)"});
+        Session::database().executeNative(
+            "CREATE TRIGGER keep BEFORE DELETE ON Types BEGIN SELECT RAISE(ABORT, 'kept'); END");
+        const QString problem = clsTools().Delete(clsTools::Kind::types, {2}, {});
+        QVERIFY(problem.startsWith("Error: Unable to delete Types data.\r\nError: "));
+        QCOMPARE(m_crib->rows("Select ID from Tools"), QStringList({"1", "2"}));
+        QCOMPARE(m_crib->rows("Select Tool_Id from CheckOutIn"), QStringList("2"));
+    }
+
+    void blanksAreNoText()
+    {
+        frmFind &find = openFind("   ");
+        ScriptedUser user(QMessageBox::Ok);
+        find.ui.cmdStart->click();
+        QCOMPARE(user.texts(), QStringList("Please enter the text to find."));
+        QVERIFY(find.ui.cmdStart->isEnabled());
+        QVERIFY(!find.ui.cmdStop->isEnabled());
+    }
+
+    void stopKeepsWhatWasFound()
+    {
+        m_crib->insert("Tools (Type,Location,Description)", QStringList(30, "1,1,'Open wrench'"));
+        KeyedList hits({});
+        clsTools search;
+        connect(&search, &clsTools::ChangeList, this, [&] {
+            if (search.foundCount() == 7)
+                search.stop();
+        });
+        search.Find("type", "Open*", hits);
+        QCOMPARE(hits.count(), 7);
+
+        frmFind &find = openFind("Open*");
+        // The button is pressed while the search lets events run.
+        QTimer press;
+        connect(&press, &QTimer::timeout, &find, [&] { find.ui.cmdStop->click(); });
+        press.start(0);
+        find.ui.cmdStart->click();
+        const int count = find.ui.lstFind->model()->rowCount();
+        QVERIFY2(count > 0 && count < 30, qPrintable(QString::number(count)));
+        QCOMPARE(find.ui.sbr1->currentMessage(), QStringLiteral("%1 item(s) found.").arg(count));
+        QVERIFY(find.ui.cmdStart->isEnabled());
+    }
+
+    void goToLeadsToTheHit_data()
+    {
+        columns<int, QString, QString, QString>("option", "text", "node", "item");
+
+        row("a folder", 0, "Small torque wrenches", "l3", "");
+        row("a tool in stock", 0, "Torque wrench", "l2", "r1");
+        row("a tool that is out", 1, "Miller's wrench", "l3", "co2");
+        row("a scrapped tool", 3, "Drill 6", "C11", "j16386");
+        row("an operation", 3, "Repair", "C11", "");
+        row("a description that is out", 2, "Miller's wrench", "l1", "");
+    }
+
+    void goToLeadsToTheHit()
+    {
+        QFETCH(int, option);
+        QFETCH(QString, text);
+        m_crib->view(option);
+        frmFind &find = openFind(text);
+        find.ui.cmdStart->click();
+        QVERIFY(!find.ui.cmdGoto->isEnabled());
+        find.ui.lstFind->setCurrentIndex(find.ui.lstFind->model()->index(0, 0));
+        QCOMPARE(find.ui.sbr1->currentMessage(), "Double click to go to " + text);
+        ScriptedUser user;
+        if (option == 2)
+            user.answers(QMessageBox::Ok); // the apostrophe breaks that list
+        find.ui.lstFind->setFocus();
+        QTest::keyClick(find.ui.lstFind, Qt::Key_Return);
+        QTEST(m_crib->tree()->selectedNode()->key, "node");
+        QFETCH(QString, item);
+        QCOMPARE(explorer().selectedItem() ? explorer().selectedItem()->key : QString(), item);
+    }
+
+    void goToAfterTheViewChanged()
+    {
+        frmFind &find = openFind("Torque wrench");
+        find.ui.cmdStart->click();
+        m_crib->view(1);
+        find.ui.lstFind->setCurrentIndex(find.ui.lstFind->model()->index(0, 0));
+        ScriptedUser user(QMessageBox::Ok);
+        emit find.ui.lstFind->doubleClicked(find.ui.lstFind->currentIndex());
+        QCOMPARE(
+            user.texts(),
+            QStringList(
+                "Unable to find the tree node Tools\\Wrenches\\Torque wrenches. Make sure that the View mode has not "
+                "changed since you ran this search. If so, please click on the Start button to refresh the results."));
+        QCOMPARE(find.ui.lstFind->model()->rowCount(), 1);
+    }
+
+    void closesWithTheExplorer()
+    {
+        explorer().ui.cmdFind->click();
+        QVERIFY(frmFind::instance().isVisible());
+        explorer().ui.cmdClose->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(!frmFind::isLoaded());
+    }
 
 private:
-    frmTree &explorer() { return frmTree::instance(); }
-    void view(int option) { explorer().findChild<QRadioButton *>(QStringLiteral("optMode%1").arg(option))->click(); }
-    QStringList found(const QString &mode, const QString &text);
+    static frmFind &openFind(const QString &text)
+    {
+        explorer().ui.cmdFind->click();
+        frmFind::instance().ui.txtFind->setText(text);
+        return frmFind::instance();
+    }
 
-    std::unique_ptr<CribDatabase> m_crib;
-    std::unique_ptr<FakeFrame> m_frame;
+    QStringList found(const QString &mode, const QString &text)
+    {
+        KeyedList hits({});
+        clsTools().Find(mode, text, hits);
+        QStringList lines;
+        for (int row = 0; row < hits.count(); ++row)
+            lines.append(hits.item(row).key + ' ' + hits.item(row).path);
+        return lines;
+    }
+
+    std::optional<CribExplorer> m_crib;
 };
 
-void TestFind::init()
-{
-    m_crib = std::make_unique<CribDatabase>();
-    m_crib->run({
-        "INSERT INTO Types (Description,Parent) VALUES('Small torque wrenches',2)",
-        "INSERT INTO Locations (Description,Parent) VALUES('Drawer 5',1)",
-        "INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,Out) VALUES(2,3,'Orrin','T-1','Torque "
-        "wrench',0)",
-        "INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,Out) VALUES(3,3,'Orrin','T-2','Miller''s "
-        "wrench',-1)",
-        "INSERT INTO CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,Active) "
-        "VALUES(2,'17',1250,4,#2026-03-04#,-1)",
-        "INSERT INTO Scrap (ToolID,TypeDescription,PartNumber,Description,Employee,ScrapDate,JobOrOH,LineItemTypeId)"
-        " VALUES(70,'Drills','D-1','Drill 5',21,#2025-12-31 23:59:00#,1250,4)",
-        "INSERT INTO Scrap (ToolID,TypeDescription,PartNumber,Description,Employee,ScrapDate,JobOrOH,LineItemTypeId)"
-        " VALUES(71,'Drills','D-1','Drill 5',99,#2025-12-31 23:59:00#,1250,4)",
-        "INSERT INTO Scrap (ToolID,TypeDescription,PartNumber,Description,Employee,ScrapDate,JobOrOH,LineItemTypeId)"
-        " VALUES(72,'Drills','D-2','Drill 6',17,#2025-12-30 07:00:00#,11,5)",
-    });
-    m_frame = std::make_unique<FakeFrame>();
-    explorer().Startup(false);
-}
-
-void TestFind::cleanup()
-{
-    frmTree::unload();
-    m_frame.reset();
-    m_crib.reset();
-}
-
-QStringList TestFind::found(const QString &mode, const QString &text)
-{
-    KeyedList hits({});
-    clsTools().Find(mode, text, hits);
-    QStringList lines;
-    for (int row = 0; row < hits.count(); ++row)
-        lines.append(hits.item(row).key + ' ' + hits.item(row).path);
-    return lines;
-}
-
-void TestFind::findsInEachView_data()
-{
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QStringList>("hits");
-
-    QTest::newRow("whole descriptions only") << "type"
-                                             << "torque" << QStringList();
-    QTest::newRow("folders before tools, in any case")
-        << "type"
-        << "*TORQUE*"
-        << QStringList({"t2 Tools\\Wrenches\\Torque wrenches",
-                        "t3 Tools\\Wrenches\\Torque wrenches\\Small torque wrenches",
-                        "r1 Tools\\Wrenches\\Torque wrenches"});
-    QTest::newRow("locations") << "location"
-                               << "Drawer #" << QStringList("l3 Tools\\Cabinet A\\Drawer 5");
-    QTest::newRow("an apostrophe") << "location"
-                                   << "Miller's*" << QStringList("r2 Tools\\Cabinet A\\Drawer 5");
-    QTest::newRow("kinds and jobs") << "scrap"
-                                    << "1250" << QStringList("l1250 Tools\\Job\\1250");
-    QTest::newRow("a kind") << "scrap"
-                            << "Job" << QStringList("s4 Tools\\Job");
-    QTest::newRow("operations") << "scrap"
-                                << "Rep*" << QStringList("l11 Tools\\Overhead\\Repair");
-    QTest::newRow("scrapped tools of known employees")
-        << "scrap"
-        << "Drill ?" << QStringList({"j16384 Tools\\Job\\1250", "j16386 Tools\\Overhead\\Repair"});
-    QTest::newRow("descriptions, then tools out")
-        << "checkedOut"
-        << "*wrench" << QStringList({"co1 Tools\\Miller's wrench", "co2 Tools\\Miller's wrench"});
-}
-
-void TestFind::findsInEachView()
-{
-    QFETCH(QString, mode);
-    QFETCH(QString, text);
-    QTEST(found(mode, text), "hits");
-}
-
-void TestFind::brokenChainsEndWithTheirMessage()
-{
-    QCOMPARE(clsTools::path(clsTools::Kind::types, 3), "Wrenches\\Torque wrenches\\Small torque wrenches");
-    m_crib->run({"UPDATE Types SET Parent=99 WHERE ID=1"});
-    QVERIFY_EXCEPTION_THROWN(clsTools::path(clsTools::Kind::types, 3), std::runtime_error);
-    m_crib->run({"UPDATE Types SET Parent=3 WHERE ID=1"}); // 1 above 2 above 3 above 1
-    QVERIFY_EXCEPTION_THROWN(found("type", "*torque*"), std::runtime_error);
-}
-
-void TestFind::deletesSubtreesWhole()
-{
-    m_crib->run({"UPDATE Types SET Parent=3 WHERE ID=1"}); // a circle must not stop it
-    QCOMPARE(clsTools().Delete(clsTools::Kind::types, {2}, {}), QString());
-    QCOMPARE(m_crib->rows("Select ID from Types"), QStringList());
-    QCOMPARE(m_crib->rows("Select ID from Tools"), QStringList());
-    QCOMPARE(m_crib->rows("Select ID from CheckOutIn"), QStringList());
-}
-
-// A location that holds a tool of another type's subtree is still needed: the engine refuses, all stays.
-void TestFind::aRefusedDeletionChangesNothing()
-{
-    m_crib->run({"INSERT INTO Types (Description,Parent) VALUES('Other',0)"});
-    Session::database().executeNative(
-        "CREATE TRIGGER keep BEFORE DELETE ON Types BEGIN SELECT RAISE(ABORT, 'kept'); END");
-    const QString problem = clsTools().Delete(clsTools::Kind::types, {2}, {});
-    QVERIFY(problem.startsWith("Error: Unable to delete Types data.\r\nError: "));
-    QCOMPARE(m_crib->rows("Select ID from Tools"), QStringList({"1", "2"}));
-    QCOMPARE(m_crib->rows("Select Tool_Id from CheckOutIn"), QStringList("2"));
-}
-
-void TestFind::blanksAreNoText()
-{
-    explorer().ui.cmdFind->click();
-    frmFind &find = frmFind::instance();
-    find.ui.txtFind->setText("   ");
-    ScriptedUser user;
-    user.answers(QMessageBox::Ok);
-    find.ui.cmdStart->click();
-    QCOMPARE(user.texts(), QStringList("Please enter the text to find."));
-    QVERIFY(find.ui.cmdStart->isEnabled());
-    QVERIFY(!find.ui.cmdStop->isEnabled());
-}
-
-void TestFind::stopKeepsWhatWasFound()
-{
-    for (int tool = 0; tool < 30; ++tool)
-        m_crib->run({"INSERT INTO Tools (Type,Location,Description) VALUES(1,1,'Open wrench')"});
-    KeyedList hits({});
-    clsTools search;
-    connect(&search, &clsTools::ChangeList, this, [&] {
-        if (search.foundCount() == 7)
-            search.stop();
-    });
-    search.Find("type", "Open*", hits);
-    QCOMPARE(hits.count(), 7);
-
-    explorer().ui.cmdFind->click();
-    frmFind &find = frmFind::instance();
-    find.ui.txtFind->setText("Open*");
-    // The button is pressed while the search lets events run.
-    QTimer press;
-    connect(&press, &QTimer::timeout, &find, [&] { find.ui.cmdStop->click(); });
-    press.start(0);
-    find.ui.cmdStart->click();
-    const int count = find.ui.lstFind->model()->rowCount();
-    QVERIFY2(count > 0 && count < 30, qPrintable(QString::number(count)));
-    QCOMPARE(find.ui.sbr1->currentMessage(), QStringLiteral("%1 item(s) found.").arg(count));
-    QVERIFY(find.ui.cmdStart->isEnabled());
-}
-
-void TestFind::goToLeadsToTheHit_data()
-{
-    QTest::addColumn<int>("option");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("node");
-    QTest::addColumn<QString>("item");
-
-    QTest::newRow("a folder") << 0 << "Small torque wrenches"
-                              << "l3"
-                              << "";
-    QTest::newRow("a tool in stock") << 0 << "Torque wrench"
-                                     << "l2"
-                                     << "r1";
-    QTest::newRow("a tool that is out") << 1 << "Miller's wrench"
-                                        << "l3"
-                                        << "co2";
-    QTest::newRow("a scrapped tool") << 3 << "Drill 6"
-                                     << "C11"
-                                     << "j16386";
-    QTest::newRow("an operation") << 3 << "Repair"
-                                  << "C11"
-                                  << "";
-    QTest::newRow("a description that is out") << 2 << "Miller's wrench"
-                                               << "l1"
-                                               << "";
-}
-
-void TestFind::goToLeadsToTheHit()
-{
-    QFETCH(int, option);
-    QFETCH(QString, text);
-    view(option);
-    explorer().ui.cmdFind->click();
-    frmFind &find = frmFind::instance();
-    find.ui.txtFind->setText(text);
-    find.ui.cmdStart->click();
-    QVERIFY(!find.ui.cmdGoto->isEnabled());
-    find.ui.lstFind->setCurrentIndex(find.ui.lstFind->model()->index(0, 0));
-    QCOMPARE(find.ui.sbr1->currentMessage(), "Double click to go to " + text);
-    ScriptedUser user;
-    if (option == 2)
-        user.answers(QMessageBox::Ok); // the apostrophe breaks that list
-    find.ui.lstFind->setFocus();
-    QTest::keyClick(find.ui.lstFind, Qt::Key_Return);
-    QTEST(explorer().ui.tvMain->selectedNode()->key, "node");
-    QFETCH(QString, item);
-    QCOMPARE(explorer().selectedItem() ? explorer().selectedItem()->key : QString(), item);
-}
-
-void TestFind::goToAfterTheViewChanged()
-{
-    explorer().ui.cmdFind->click();
-    frmFind &find = frmFind::instance();
-    find.ui.txtFind->setText("Torque wrench");
-    find.ui.cmdStart->click();
-    view(1);
-    find.ui.lstFind->setCurrentIndex(find.ui.lstFind->model()->index(0, 0));
-    ScriptedUser user;
-    user.answers(QMessageBox::Ok);
-    emit find.ui.lstFind->doubleClicked(find.ui.lstFind->currentIndex());
-    QCOMPARE(user.texts(),
-             QStringList(
-                 "Unable to find the tree node Tools\\Wrenches\\Torque wrenches. Make sure that the View mode has not "
-                 "changed since you ran this search. If so, please click on the Start button to refresh the results."));
-    QCOMPARE(find.ui.lstFind->model()->rowCount(), 1);
-}
-
-void TestFind::closesWithTheExplorer()
-{
-    explorer().ui.cmdFind->click();
-    QVERIFY(frmFind::instance().isVisible());
-    explorer().ui.cmdClose->click();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!frmFind::isLoaded());
-}
-
-int main(int argc, char *argv[])
-{
-    QApplication application(argc, argv);
-    Q_INIT_RESOURCE(icons);
-    TestFind test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_MAIN(TestFind)
 #include "tst_find.moc"

@@ -1,25 +1,8 @@
 #include "explorer/frmTreeSelect.h"
 #include "platform/gui/KeyedTree.h"
 #include "tests/support/CribDatabase.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
-
-class TestTreeSelect : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void cleanup();
-    void picks_data();
-    void picks();
-    void foldersWithoutSubFoldersCannotBeExpanded();
-    void branchesAreReadOnce();
-    void folderMayBeCalledLikeThePlaceholder();
-    void unreadableBranchStaysClosed();
-
-private:
-    std::optional<CribDatabase> crib;
-};
 
 namespace {
 
@@ -40,131 +23,127 @@ QModelIndex node(const QTreeView *tree, const QString &text)
 
 }
 
-void TestTreeSelect::init()
+class TestTreeSelect : public QObject
 {
-    crib.emplace();
-    crib->run({
-        "INSERT INTO Types (Description,Parent) VALUES('Drills',0)",
-        "INSERT INTO Types (Description,Parent) VALUES('Digital',2)",
-        "INSERT INTO Locations (Description,Parent) VALUES('Drawer 1',2)",
-    });
-}
+    Q_OBJECT
 
-void TestTreeSelect::cleanup() { crib.reset(); }
-
-void TestTreeSelect::picks_data()
-{
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QList<int>>("keys");
-    QTest::addColumn<bool>("refused");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<int>("id");
-
-    const int enter = Qt::Key_Return;
-    const int escape = Qt::Key_Escape;
-    QTest::newRow("Enter takes the folder")
-        << "type"
-        << "Tool Types" << QList<int>{Qt::Key_Down, enter} << false << "Vorlane\\Drills" << 3;
-    QTest::newRow("Right opens a branch")
-        << "type"
-        << "Tool Types" << QList<int>{Qt::Key_W, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, enter}
-        << false << "Vorlane\\Wrenches\\Torque wrenches\\Digital" << 4;
-    QTest::newRow("letters find a location")
-        << "location"
-        << "Tool Locations" << QList<int>{Qt::Key_C, Qt::Key_A, enter} << false << "Vorlane\\Cabinet A" << 1;
-    QTest::newRow("Escape takes nothing")
-        << "location"
-        << "Tool Locations" << QList<int>{Qt::Key_Down, escape} << false << QString() << 0;
-    QTest::newRow("the root is no folder") << "type"
-                                           << "Tool Types" << QList<int>{enter, escape} << true << QString() << 0;
-}
-
-void TestTreeSelect::picks()
-{
-    QFETCH(QString, mode);
-    QFETCH(QList<int>, keys);
-    QFETCH(bool, refused);
-    QFETCH(QString, path);
-    ScriptedUser user;
-    if (refused)
-        user.answers(QMessageBox::Ok);
-
-    whenModal<frmTreeSelect>([&](frmTreeSelect &form) {
-        QTEST(form.windowTitle(), "caption");
-        QCOMPARE(form.ui.tvMain->currentIndex().data().toString(), "Vorlane");
-        for (const int key : keys)
-            QTest::keyClick(form.ui.tvMain, Qt::Key(key));
-    });
-    const std::optional<PickedFolder> picked = frmTreeSelect::pick(mode, nullptr);
-
-    QCOMPARE(user.texts().join('\n'), refused ? "You must select a Path!" : "");
-    if (refused)
-        QCOMPARE(user.seen[0].icon, QMessageBox::Information);
-    QVERIFY(user.done());
-    QCOMPARE(picked.has_value(), !path.isEmpty());
-    if (picked) {
-        QCOMPARE(picked->path, path);
-        QTEST(picked->id, "id");
+private slots:
+    void init()
+    {
+        crib.emplace();
+        crib->run({
+            "INSERT INTO Types (Description,Parent) VALUES('Drills',0)",
+            "INSERT INTO Types (Description,Parent) VALUES('Digital',2)",
+            "INSERT INTO Locations (Description,Parent) VALUES('Drawer 1',2)",
+        });
     }
-}
 
-void TestTreeSelect::foldersWithoutSubFoldersCannotBeExpanded()
-{
-    frmTreeSelect form("type", nullptr);
-    const QTreeView *tree = form.ui.tvMain;
-    QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches"}));
-    QVERIFY(!tree->model()->hasChildren(node(tree, "Drills")));
-    QVERIFY(tree->model()->hasChildren(node(tree, "Wrenches")));
-}
+    void cleanup() { crib.reset(); }
 
-void TestTreeSelect::branchesAreReadOnce()
-{
-    frmTreeSelect form("type", nullptr);
-    QTreeView *tree = form.ui.tvMain;
-    const auto statements = [] { return Session::database().counters().run; };
-    QVERIFY(!node(tree, "Torque wrenches").isValid());
+    void picks_data()
+    {
+        columns<QString, QString, QList<int>, bool, QString, int>("mode", "caption", "keys", "refused", "path", "id");
 
-    const qint64 before = statements();
-    tree->expand(node(tree, "Wrenches"));
-    QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches", "Torque wrenches"}));
-    // The children, and whether their one folder has any.
-    QCOMPARE(statements() - before, 2);
-    QVERIFY(!node(tree, "Digital").isValid());
+        const int enter = Qt::Key_Return;
+        const int escape = Qt::Key_Escape;
+        row("Enter takes the folder", "type", "Tool Types", QList<int>{Qt::Key_Down, enter}, false, "Vorlane\\Drills",
+            3);
+        row("Right opens a branch", "type", "Tool Types",
+            QList<int>{Qt::Key_W, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, enter}, false,
+            "Vorlane\\Wrenches\\Torque wrenches\\Digital", 4);
+        row("letters find a location", "location", "Tool Locations", QList<int>{Qt::Key_C, Qt::Key_A, enter}, false,
+            "Vorlane\\Cabinet A", 1);
+        row("Escape takes nothing", "location", "Tool Locations", QList<int>{Qt::Key_Down, escape}, false, QString(),
+            0);
+        row("the root is no folder", "type", "Tool Types", QList<int>{enter, escape}, true, QString(), 0);
+    }
 
-    tree->collapse(node(tree, "Wrenches"));
-    tree->expand(node(tree, "Wrenches"));
-    QCOMPARE(statements() - before, 2);
-    QCOMPARE(shown(tree).last(), "Torque wrenches");
-}
+    void picks()
+    {
+        QFETCH(QString, mode);
+        QFETCH(QList<int>, keys);
+        QFETCH(bool, refused);
+        QFETCH(QString, path);
+        ScriptedUser user;
+        if (refused)
+            user.answers(QMessageBox::Ok);
 
-void TestTreeSelect::folderMayBeCalledLikeThePlaceholder()
-{
-    crib->run({"INSERT INTO Locations (Description,Parent) VALUES('garbage',1)"});
-    frmTreeSelect form("location", nullptr);
-    QTreeView *tree = form.ui.tvMain;
-    tree->expand(node(tree, "Cabinet A"));
-    tree->setCurrentIndex(node(tree, "garbage"));
-    QTest::mouseClick(form.ui.cmdOK, Qt::LeftButton);
-    QCOMPARE(form.ui.txtDir->text(), "Vorlane\\Cabinet A\\garbage");
-    QCOMPARE(form.ui.txtId->text(), "4");
-}
+        whenModal<frmTreeSelect>([&](frmTreeSelect &form) {
+            QTEST(form.windowTitle(), "caption");
+            QCOMPARE(form.ui.tvMain->currentIndex().data().toString(), "Vorlane");
+            for (const int key : keys)
+                QTest::keyClick(form.ui.tvMain, Qt::Key(key));
+        });
+        const std::optional<PickedFolder> picked = frmTreeSelect::pick(mode, nullptr);
 
-void TestTreeSelect::unreadableBranchStaysClosed()
-{
-    frmTreeSelect form("type", nullptr);
-    QTreeView *tree = form.ui.tvMain;
-    Session::close();
-    ScriptedUser user;
-    user.answers(QMessageBox::Ok);
+        QCOMPARE(user.texts().join('\n'), refused ? "You must select a Path!" : "");
+        if (refused)
+            QCOMPARE(user.seen[0].icon, QMessageBox::Information);
+        QCOMPARE(picked.has_value(), !path.isEmpty());
+        if (picked) {
+            QCOMPARE(picked->path, path);
+            QTEST(picked->id, "id");
+        }
+    }
 
-    tree->expand(node(tree, "Wrenches"));
+    void foldersWithoutSubFoldersCannotBeExpanded()
+    {
+        frmTreeSelect form("type", nullptr);
+        const QTreeView *tree = form.ui.tvMain;
+        QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches"}));
+        QVERIFY(!tree->model()->hasChildren(node(tree, "Drills")));
+        QVERIFY(tree->model()->hasChildren(node(tree, "Wrenches")));
+    }
 
-    QVERIFY(user.done());
-    QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
-    QVERIFY(!tree->isExpanded(node(tree, "Wrenches")));
-    QVERIFY(tree->model()->hasChildren(node(tree, "Wrenches")));
-}
+    void branchesAreReadOnce()
+    {
+        frmTreeSelect form("type", nullptr);
+        QTreeView *tree = form.ui.tvMain;
+        const auto statements = [] { return Session::database().counters().run; };
+        QVERIFY(!node(tree, "Torque wrenches").isValid());
+
+        const qint64 before = statements();
+        tree->expand(node(tree, "Wrenches"));
+        QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches", "Torque wrenches"}));
+        // The children, and whether their one folder has any.
+        QCOMPARE(statements() - before, 2);
+        QVERIFY(!node(tree, "Digital").isValid());
+
+        tree->collapse(node(tree, "Wrenches"));
+        tree->expand(node(tree, "Wrenches"));
+        QCOMPARE(statements() - before, 2);
+        QCOMPARE(shown(tree).last(), "Torque wrenches");
+    }
+
+    void folderMayBeCalledLikeThePlaceholder()
+    {
+        crib->run({"INSERT INTO Locations (Description,Parent) VALUES('garbage',1)"});
+        frmTreeSelect form("location", nullptr);
+        QTreeView *tree = form.ui.tvMain;
+        tree->expand(node(tree, "Cabinet A"));
+        tree->setCurrentIndex(node(tree, "garbage"));
+        QTest::mouseClick(form.ui.cmdOK, Qt::LeftButton);
+        QCOMPARE(form.ui.txtDir->text(), "Vorlane\\Cabinet A\\garbage");
+        QCOMPARE(form.ui.txtId->text(), "4");
+    }
+
+    void unreadableBranchStaysClosed()
+    {
+        frmTreeSelect form("type", nullptr);
+        QTreeView *tree = form.ui.tvMain;
+        Session::close();
+        ScriptedUser user(QMessageBox::Ok);
+
+        tree->expand(node(tree, "Wrenches"));
+
+        QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
+        QVERIFY(!tree->isExpanded(node(tree, "Wrenches")));
+        QVERIFY(tree->model()->hasChildren(node(tree, "Wrenches")));
+    }
+
+private:
+    std::optional<CribDatabase> crib;
+};
 
 QTEST_MAIN(TestTreeSelect)
 #include "tst_treeselect.moc"

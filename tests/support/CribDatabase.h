@@ -23,27 +23,16 @@ public:
             Schema::create(*database);
         }
         Session::open(path());
-        run({
-            "INSERT INTO Types (Description,Parent) VALUES('Wrenches',0)",
-            "INSERT INTO Types (Description,Parent) VALUES('Torque wrenches',1)",
-            "INSERT INTO Locations (Description,Parent) VALUES('Cabinet A',0)",
-            "INSERT INTO Locations (Description,Parent) VALUES('Cabinet B',0)",
-            "INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(17,'Miller','Anna','Active')",
-            "INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(18,'Miller','Anna','Active')",
-            "INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(21,'Baker','Tom','Active')",
-            "INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(30,'Young','Zoe','Left')",
-            "INSERT INTO Job (JobNo,Shipped) VALUES(900,-1)",
-            "INSERT INTO Job (JobNo,Shipped) VALUES(1250,0)",
-            "INSERT INTO Job (JobNo,Shipped) VALUES(12500,0)",
-            "INSERT INTO JobVorlane (Jobno) VALUES(7001)",
-            "INSERT INTO JobVorlane (Jobno) VALUES(7002)",
-            "INSERT INTO Operation (OperNo,Description,OperType) VALUES(10,'Cleaning','O')",
-            "INSERT INTO Operation (OperNo,Description,OperType) VALUES(11,'Repair','O')",
-            "INSERT INTO Operation (OperNo,Description,OperType) VALUES(12,'2024','O')",
-            "INSERT INTO Operation (OperNo,Description,OperType) VALUES(13,'Milling','M')",
-            "INSERT INTO ScrapReasons (Description) VALUES('Broken')",
-            "INSERT INTO ScrapReasons (Description) VALUES('Lost')",
-        });
+        insert("Types (Description,Parent)", {"'Wrenches',0", "'Torque wrenches',1"});
+        insert("Locations (Description,Parent)", {"'Cabinet A',0", "'Cabinet B',0"});
+        insert("Employee (EmpID,LastName,FirstName,EmpStatus)",
+               {"17,'Miller','Anna','Active'", "18,'Miller','Anna','Active'", "21,'Baker','Tom','Active'",
+                "30,'Young','Zoe','Left'"});
+        insert("Job (JobNo,Shipped)", {"900,-1", "1250,0", "12500,0"});
+        insert("JobVorlane (Jobno)", {"7001", "7002"});
+        insert("Operation (OperNo,Description,OperType)",
+               {"10,'Cleaning','O'", "11,'Repair','O'", "12,'2024','O'", "13,'Milling','M'"});
+        insert("ScrapReasons (Description)", {"'Broken'", "'Lost'"});
     }
     ~CribDatabase() { Session::close(); }
     Q_DISABLE_COPY_MOVE(CribDatabase)
@@ -57,6 +46,15 @@ public:
         for (const QString &statement : statements)
             execute(statement);
         transaction.commit();
+    }
+
+    /// Adds rows; `into` names the table and its columns, each row is written as behind VALUES.
+    void insert(const QString &into, const QStringList &rows)
+    {
+        QStringList statements;
+        for (const QString &row : rows)
+            statements.append("INSERT INTO " + into + " VALUES(" + row + ')');
+        run(statements);
     }
 
     /// Each row of a SELECT: its fields as the user reads them, separated by "|".

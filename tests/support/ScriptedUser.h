@@ -7,8 +7,32 @@
 #include <QTest>
 #include <QTimer>
 
+/// A message box in one line, the default button marked: "Delete (question): Delete this item? [Yes] [No]*".
+inline QString inOneLine(const MsgBoxCall &box)
+{
+    const std::pair<QMessageBox::Icon, const char *> icons[] = {{QMessageBox::Information, " (information)"},
+                                                                {QMessageBox::Warning, " (warning)"},
+                                                                {QMessageBox::Critical, " (critical)"},
+                                                                {QMessageBox::Question, " (question)"}};
+    const std::pair<QMessageBox::StandardButton, const char *> buttons[] = {{QMessageBox::Ok, " [OK]"},
+                                                                            {QMessageBox::Yes, " [Yes]"},
+                                                                            {QMessageBox::No, " [No]"},
+                                                                            {QMessageBox::Cancel, " [Cancel]"}};
+    QString line = box.caption;
+    for (const auto &[icon, name] : icons)
+        line += box.icon == icon ? name : "";
+    line += ": " + box.text;
+    for (const auto &[button, name] : buttons)
+        if (box.buttons.testFlag(button))
+            line += name + QString(box.defaultButton == button ? "*" : "");
+    return line;
+}
+
+/// The program's usual remark.
+inline QString remark(const QString &text) { return "System Message (information): " + text + " [OK]"; }
+
 /// Stands in for the person at the screen during one test: answers message boxes in the order given and keeps what
-/// they said. A box that nobody expected fails the test instead of hanging it.
+/// they said. A box that nobody expected fails the test instead of hanging it, and so does one that never came.
 class ScriptedUser
 {
 public:
@@ -23,7 +47,18 @@ public:
             return m_answers.takeFirst();
         });
     }
-    ~ScriptedUser() { setMsgBoxPresenter({}); }
+    explicit ScriptedUser(QMessageBox::StandardButton answer, int times = 1) : ScriptedUser()
+    {
+        answers(answer, times);
+    }
+    ~ScriptedUser()
+    {
+        setMsgBoxPresenter({});
+        if (!done() && !QTest::currentTestFailed())
+            QTest::qFail("a message box never came up", __FILE__, __LINE__);
+    }
+    Q_DISABLE_COPY_MOVE(ScriptedUser)
+
     ScriptedUser &answers(QMessageBox::StandardButton button, int times = 1)
     {
         while (times-- > 0)
@@ -37,6 +72,15 @@ public:
         QStringList all;
         for (const MsgBoxCall &box : seen)
             all.append(box.text);
+        return all;
+    }
+
+    /// All boxes, each in one line.
+    QStringList boxes() const
+    {
+        QStringList all;
+        for (const MsgBoxCall &box : seen)
+            all.append(inOneLine(box));
         return all;
     }
 

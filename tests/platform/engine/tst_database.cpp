@@ -1,6 +1,5 @@
-#include "platform/engine/Workspace.h"
+#include "tests/support/EngineFile.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <sqlite3.h>
@@ -10,190 +9,162 @@ class TestDatabase : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void transactionsEndWhole();
-    void transactionEndsWithAnError();
-    void readScopeHoldsTheFileForReading();
-    void statementsOfOneShapeAreTranslatedOnce();
-    void selectsByNumberAreTranslatedOnce();
-    void keptStatementsAreBounded();
-    void countersCount();
-    void newTablesAreKnownAtOnce();
-    void selectsAndActionsAreToldApart();
+    void init()
+    {
+        m_database.emplace("CREATE TABLE Types(ID INTEGER PRIMARY KEY AUTOINCREMENT, Description TEXT, Parent LONG);"
+                           "INSERT INTO Types VALUES (1, 'Drills', 0), (2, 'HSS', 1), (3, 'Carbide', 1);"
+                           "CREATE TABLE Tools(ID INTEGER PRIMARY KEY, Type LONG REFERENCES Types(ID));"
+                           "INSERT INTO Tools VALUES (1, 1)");
+    }
+
+    void cleanup() { m_database.reset(); }
+
+    void transactionsEndWhole()
+    {
+        const ReadScope reading(**m_database); // as during a search
+        {
+            const Transaction transaction(**m_database);
+            (*m_database)->execute("DELETE FROM Types WHERE ID = 2");
+            QCOMPARE(count(), 2);
+        }
+        QCOMPARE(count(), 3);
+        {
+            Transaction transaction(**m_database);
+            (*m_database)->execute("DELETE FROM Types WHERE ID = 2");
+            transaction.commit();
+        }
+        QCOMPARE(count(), 2);
+    }
+
+    void transactionEndsWithAnError()
+    {
+        const auto deleteAll = [this] {
+            Transaction transaction(**m_database);
+            (*m_database)->execute("DELETE FROM Types WHERE ID = 2");
+            (*m_database)->execute("DELETE FROM Types WHERE ID = 1");
+            transaction.commit();
+        };
+        QVERIFY_EXCEPTION_THROWN(deleteAll(), EngineError);
+        QCOMPARE(count(), 3);
+        (*m_database)->execute("DELETE FROM Tools");
+        deleteAll();
+        QCOMPARE(count(), 1);
+    }
+
+    void readScopeHoldsTheFileForReading()
+    {
+        sqlite3 *other = nullptr;
+        QCOMPARE(sqlite3_open(m_database->path().toUtf8().constData(), &other), SQLITE_OK);
+        const auto otherWrites = [&] {
+            return sqlite3_exec(other, "UPDATE Types SET Parent = Parent", nullptr, nullptr, nullptr) == SQLITE_OK;
+        };
+        {
+            const ReadScope outer(**m_database);
+            {
+                const ReadScope inner(**m_database);
+                QVERIFY(!otherWrites());
+            }
+            QVERIFY(!otherWrites());
+            (*m_database)->execute("INSERT INTO Types (Description) VALUES ('Taps')");
+            QVERIFY(!otherWrites());
+        }
+        QVERIFY(otherWrites());
+        QCOMPARE(count(), 4);
+        sqlite3_close(other);
+    }
+
+    void statementsOfOneShapeAreTranslatedOnce()
+    {
+        (*m_database)->openRecordset("Select Description from Types where ID = 1 and Description <> 'a'");
+        (*m_database)->execute("UPDATE Types SET Parent = 0, Description = 'a' WHERE ID = 0");
+        const qint64 before = (*m_database)->counters().prepared;
+        for (int id = 1; id <= 3; ++id) {
+            const QString number = QString::number(id);
+            const QString statement = "Select Description from Types where ID = %1 and Description <> 'It''s %1'";
+            const QString expected = id == 1 ? "Drills" : id == 2 ? "HSS" : "Carbide";
+            QCOMPARE((*m_database)->openRecordset(statement.arg(number)).text(u"Description"), expected);
+            (*m_database)
+                ->execute(QString("UPDATE Types SET Parent = %1, Description = 'type %1' WHERE ID = %1").arg(number));
+        }
+        QCOMPARE((*m_database)->counters().prepared, before);
+        QCOMPARE((*m_database)
+                     ->openRecordset("Select ID from Types where Description = 'type ' & ID and Parent = ID")
+                     .recordCount(),
+                 3);
+    }
+
+    void selectsByNumberAreTranslatedOnce()
+    {
+        (*m_database)->execute("INSERT INTO Types (Description, Parent) VALUES ('Taps', -7)");
+        const SelectByNumber below(**m_database, "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description");
+        const qint64 prepared = (*m_database)->counters().prepared;
+        const Recordset first = below.open(1);
+        QCOMPARE(below.open(-7).text(u"Description"), "Taps");
+        QCOMPARE(below.open(5).recordCount(), 0);
+        QCOMPARE(first.recordCount(), 2);
+        QCOMPARE(first.text(u"Description"), "Carbide");
+        QCOMPARE((*m_database)->counters().prepared, prepared);
+        QVERIFY_THROWS_EXCEPTION(EngineError, SelectByNumber(**m_database, "DELETE FROM Types WHERE ID = 1"));
+    }
+
+    void keptStatementsAreBounded()
+    {
+        // An early recordset may outlive the statement that it was opened with.
+        const Recordset early = (*m_database)->openRecordset("Select * from Types where ID > 1");
+        for (int i = 0; i < 2000; ++i)
+            QCOMPARE((*m_database)->openRecordset(QString("Select ID as ID%1 from Types where ID = 2").arg(i)).at(0, 0),
+                     Value(2));
+        QCOMPARE(early.recordCount(), 2);
+        const qint64 before = (*m_database)->counters().prepared;
+        (*m_database)->openRecordset("Select ID as ID1999 from Types where ID = 3");
+        QCOMPARE((*m_database)->counters().prepared, before);
+        (*m_database)->openRecordset("Select ID as ID0 from Types where ID = 3");
+        QCOMPARE((*m_database)->counters().prepared, before + 1);
+    }
+
+    void countersCount()
+    {
+        const Database::Counters before = (*m_database)->counters();
+        QCOMPARE((*m_database)->openRecordset("Select ID from Types where Parent = 1").recordCount(), 2);
+        const Database::Counters &after = (*m_database)->counters();
+        QCOMPARE(after.prepared - before.prepared, 1);
+        QCOMPARE(after.run - before.run, 1);
+        QCOMPARE(after.rowsFetched - before.rowsFetched, 2);
+        QVERIFY(after.fullScanSteps > before.fullScanSteps);
+        const qint64 scanned = after.fullScanSteps;
+        (*m_database)->openRecordset("Select ID from Types where ID = 1");
+        QCOMPARE((*m_database)->counters().fullScanSteps, scanned);
+    }
+
+    void newTablesAreKnownAtOnce()
+    {
+        QVERIFY_EXCEPTION_THROWN(count("Locations"), EngineError);
+        (*m_database)->executeNative("CREATE TABLE Locations(ID INTEGER PRIMARY KEY, Description TEXT)");
+        QCOMPARE(count("Locations"), 0);
+        const Recordset before = (*m_database)->openRecordset("Select * from Locations");
+        (*m_database)
+            ->executeNative("ALTER TABLE Locations ADD COLUMN Parent LONG; INSERT INTO Locations VALUES (1, 'a', 0)");
+        QCOMPARE((*m_database)->openRecordset("Select * from Locations").fieldCount(), 3);
+        QCOMPARE(before.recordCount(), 1);
+        (*m_database)->executeNative("DROP TABLE Locations");
+        QVERIFY_EXCEPTION_THROWN(count("Locations"), EngineError);
+    }
+
+    void selectsAndActionsAreToldApart()
+    {
+        QCOMPARE(errorOf([&] { (*m_database)->execute("Select * from Types"); }), EngineError::notAnAction);
+        QCOMPARE(errorOf([&] { (*m_database)->openRecordset("DELETE FROM Tools"); }), EngineError::notASelect);
+        QCOMPARE(count("Tools"), 1);
+    }
 
 private:
     int count(const QString &table = "Types") const
     {
-        return m_database->openRecordset("Select * from " + table).recordCount();
+        return (*m_database)->openRecordset("Select * from " + table).recordCount();
     }
-    QString file() const { return m_folder->filePath("crib.mdb"); }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<Database> m_database;
+    std::optional<EngineFile> m_database;
 };
-
-void TestDatabase::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_database = Workspace::first().createDatabase(file());
-    m_database->executeNative(
-        "BEGIN; CREATE TABLE Types(ID INTEGER PRIMARY KEY AUTOINCREMENT, Description TEXT, Parent LONG);"
-        "INSERT INTO Types VALUES (1, 'Drills', 0), (2, 'HSS', 1), (3, 'Carbide', 1);"
-        "CREATE TABLE Tools(ID INTEGER PRIMARY KEY, Type LONG REFERENCES Types(ID));"
-        "INSERT INTO Tools VALUES (1, 1); COMMIT");
-}
-
-void TestDatabase::cleanup()
-{
-    m_database.reset();
-    m_folder.reset();
-}
-
-void TestDatabase::transactionsEndWhole()
-{
-    const ReadScope reading(*m_database); // as during a search
-    {
-        const Transaction transaction(*m_database);
-        m_database->execute("DELETE FROM Types WHERE ID = 2");
-        QCOMPARE(count(), 2);
-    }
-    QCOMPARE(count(), 3);
-    {
-        Transaction transaction(*m_database);
-        m_database->execute("DELETE FROM Types WHERE ID = 2");
-        transaction.commit();
-    }
-    QCOMPARE(count(), 2);
-}
-
-void TestDatabase::transactionEndsWithAnError()
-{
-    const auto deleteAll = [this] {
-        Transaction transaction(*m_database);
-        m_database->execute("DELETE FROM Types WHERE ID = 2");
-        m_database->execute("DELETE FROM Types WHERE ID = 1");
-        transaction.commit();
-    };
-    QVERIFY_EXCEPTION_THROWN(deleteAll(), EngineError);
-    QCOMPARE(count(), 3);
-    m_database->execute("DELETE FROM Tools");
-    deleteAll();
-    QCOMPARE(count(), 1);
-}
-
-void TestDatabase::readScopeHoldsTheFileForReading()
-{
-    sqlite3 *other = nullptr;
-    QCOMPARE(sqlite3_open(file().toUtf8().constData(), &other), SQLITE_OK);
-    const auto otherWrites = [&] {
-        return sqlite3_exec(other, "UPDATE Types SET Parent = Parent", nullptr, nullptr, nullptr) == SQLITE_OK;
-    };
-    {
-        const ReadScope outer(*m_database);
-        {
-            const ReadScope inner(*m_database);
-            QVERIFY(!otherWrites());
-        }
-        QVERIFY(!otherWrites());
-        m_database->execute("INSERT INTO Types (Description) VALUES ('Taps')");
-        QVERIFY(!otherWrites());
-    }
-    QVERIFY(otherWrites());
-    QCOMPARE(count(), 4);
-    sqlite3_close(other);
-}
-
-void TestDatabase::statementsOfOneShapeAreTranslatedOnce()
-{
-    m_database->openRecordset("Select Description from Types where ID = 1 and Description <> 'a'");
-    m_database->execute("UPDATE Types SET Parent = 0, Description = 'a' WHERE ID = 0");
-    const qint64 before = m_database->counters().prepared;
-    for (int id = 1; id <= 3; ++id) {
-        const QString number = QString::number(id);
-        const QString statement = "Select Description from Types where ID = %1 and Description <> 'It''s %1'";
-        const QString expected = id == 1 ? "Drills" : id == 2 ? "HSS" : "Carbide";
-        QCOMPARE(m_database->openRecordset(statement.arg(number)).text(u"Description"), expected);
-        m_database->execute(QString("UPDATE Types SET Parent = %1, Description = 'type %1' WHERE ID = %1").arg(number));
-    }
-    QCOMPARE(m_database->counters().prepared, before);
-    QCOMPARE(m_database->openRecordset("Select ID from Types where Description = 'type ' & ID and Parent = ID")
-                 .recordCount(),
-             3);
-}
-
-void TestDatabase::selectsByNumberAreTranslatedOnce()
-{
-    m_database->execute("INSERT INTO Types (Description, Parent) VALUES ('Taps', -7)");
-    const SelectByNumber below(*m_database, "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description");
-    const qint64 prepared = m_database->counters().prepared;
-    const Recordset first = below.open(1);
-    QCOMPARE(below.open(-7).text(u"Description"), "Taps");
-    QCOMPARE(below.open(5).recordCount(), 0);
-    QCOMPARE(first.recordCount(), 2);
-    QCOMPARE(first.text(u"Description"), "Carbide");
-    QCOMPARE(m_database->counters().prepared, prepared);
-    QVERIFY_THROWS_EXCEPTION(EngineError, SelectByNumber(*m_database, "DELETE FROM Types WHERE ID = 1"));
-}
-
-void TestDatabase::keptStatementsAreBounded()
-{
-    // An early recordset may outlive the statement that it was opened with.
-    const Recordset early = m_database->openRecordset("Select * from Types where ID > 1");
-    for (int i = 0; i < 2000; ++i)
-        QCOMPARE(m_database->openRecordset(QString("Select ID as ID%1 from Types where ID = 2").arg(i)).at(0, 0),
-                 Value(2));
-    QCOMPARE(early.recordCount(), 2);
-    const qint64 before = m_database->counters().prepared;
-    m_database->openRecordset("Select ID as ID1999 from Types where ID = 3");
-    QCOMPARE(m_database->counters().prepared, before);
-    m_database->openRecordset("Select ID as ID0 from Types where ID = 3");
-    QCOMPARE(m_database->counters().prepared, before + 1);
-}
-
-void TestDatabase::countersCount()
-{
-    const Database::Counters before = m_database->counters();
-    QCOMPARE(m_database->openRecordset("Select ID from Types where Parent = 1").recordCount(), 2);
-    const Database::Counters &after = m_database->counters();
-    QCOMPARE(after.prepared - before.prepared, 1);
-    QCOMPARE(after.run - before.run, 1);
-    QCOMPARE(after.rowsFetched - before.rowsFetched, 2);
-    QVERIFY(after.fullScanSteps > before.fullScanSteps);
-    const qint64 scanned = after.fullScanSteps;
-    m_database->openRecordset("Select ID from Types where ID = 1");
-    QCOMPARE(m_database->counters().fullScanSteps, scanned);
-}
-
-void TestDatabase::newTablesAreKnownAtOnce()
-{
-    QVERIFY_EXCEPTION_THROWN(count("Locations"), EngineError);
-    m_database->executeNative("CREATE TABLE Locations(ID INTEGER PRIMARY KEY, Description TEXT)");
-    QCOMPARE(count("Locations"), 0);
-    const Recordset before = m_database->openRecordset("Select * from Locations");
-    m_database->executeNative("ALTER TABLE Locations ADD COLUMN Parent LONG; INSERT INTO Locations VALUES (1, 'a', 0)");
-    QCOMPARE(m_database->openRecordset("Select * from Locations").fieldCount(), 3);
-    QCOMPARE(before.recordCount(), 1);
-    m_database->executeNative("DROP TABLE Locations");
-    QVERIFY_EXCEPTION_THROWN(count("Locations"), EngineError);
-}
-
-void TestDatabase::selectsAndActionsAreToldApart()
-{
-    try {
-        m_database->execute("Select * from Types");
-        QFAIL("no error");
-    } catch (const EngineError &error) {
-        QCOMPARE(error.number(), EngineError::notAnAction);
-    }
-    try {
-        m_database->openRecordset("DELETE FROM Tools");
-        QFAIL("no error");
-    } catch (const EngineError &error) {
-        QCOMPARE(error.number(), EngineError::notASelect);
-    }
-    QCOMPARE(count("Tools"), 1);
-}
 
 QTEST_GUILESS_MAIN(TestDatabase)
 #include "tst_database.moc"

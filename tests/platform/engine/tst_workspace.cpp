@@ -1,8 +1,8 @@
-#include "platform/engine/Workspace.h"
+#include "tests/support/DataRows.h"
+#include "tests/support/EngineFile.h"
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <sqlite3.h>
@@ -23,14 +23,11 @@ private:
 };
 
 template<typename Action>
-QString errorOf(Action action)
+QString wordsOf(Action action)
 {
-    try {
-        action();
-        return {};
-    } catch (const EngineError &error) {
-        return QStringLiteral("%1 %2").arg(error.number()).arg(error.text());
-    }
+    QString text;
+    const int number = errorOf(action, &text);
+    return number ? QString::number(number) + ' ' + text : QString();
 }
 
 const char *const createTypes = "BEGIN; CREATE TABLE Types(ID INTEGER PRIMARY KEY AUTOINCREMENT, Description TEXT);"
@@ -45,233 +42,207 @@ class TestWorkspace : public QObject
 private slots:
     void init() { m_folder = std::make_unique<QTemporaryDir>(); }
     void cleanup() { m_folder.reset(); }
-    void filesThatAreNoDatabase_data();
-    void filesThatAreNoDatabase();
-    void placesWithoutAFile_data();
-    void placesWithoutAFile();
-    void unreadableFile();
-    void readOnlyFile();
-    void separatorsOfOtherSystems();
-    void otherProgramsFile();
-    void lockedFile();
-    void lockDuringACommit();
-    void newFiles();
-    void backups();
+
+    void filesThatAreNoDatabase_data()
+    {
+        columns<QByteArray, QString>("contents", "error");
+        const QString damagedFile = "3049 Cannot open database 'FOLDER/crib.mdb'. It may not be a database that your "
+                                    "application recognizes, or the file may be corrupt.";
+        const QString unrecognized = "3343 Unrecognized database format 'FOLDER/crib.mdb'.";
+        init();
+        create("good.mdb");
+        QByteArray damaged = contents("good.mdb");
+        cleanup();
+        QByteArray cut = damaged.first(5000);
+        damaged.replace(100, 400, QByteArray(400, 'x'));
+
+        row("an empty file", QByteArray(), unrecognized);
+        row("one byte", QByteArray("x"), unrecognized);
+        row("a text", QByteArray("Tools\r\n1;Drill\r\n").repeated(500), unrecognized);
+        row("a picture's beginning", QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(5000, '\0'), unrecognized);
+        row("damaged where its tables are listed", damaged, damagedFile);
+        row("cut off", cut, damagedFile);
+    }
+
+    void filesThatAreNoDatabase()
+    {
+        QFETCH(QByteArray, contents);
+        write("crib.mdb", contents);
+        QTEST(openError("crib.mdb"), "error");
+        QCOMPARE(this->contents("crib.mdb"), contents);
+    }
+
+    void placesWithoutAFile_data()
+    {
+        columns<QString, QString>("name", "error");
+        row("missing", "crib.mdb", "3024 Could not find file 'FOLDER/crib.mdb'.");
+        row("folder missing", "no/crib.mdb", "3024 Could not find file 'FOLDER/no/crib.mdb'.");
+        row("a folder", ".",
+            "3051 The database engine cannot open the file 'FOLDER/.'. It is not a file, or you need "
+            "permission to view its data.");
+        row("the end of a text in the name", QString("crib") + QChar(u'\0') + ".mdb",
+            QString("3024 Could not find file 'FOLDER/crib") + QChar(u'\0') + ".mdb'.");
+    }
+
+    void placesWithoutAFile()
+    {
+        QFETCH(QString, name);
+        create("crib");
+        QTEST(openError(name), "error");
+        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("crib"));
+    }
+
+    void unreadableFile()
+    {
+        create();
+        QVERIFY(QFile::setPermissions(path("crib.mdb"), QFile::WriteOwner));
+        if (QFileInfo(path("crib.mdb")).isReadable())
+            QSKIP("This user may read every file.");
+        QVERIFY(openError("crib.mdb").startsWith("3051 "));
+    }
+
+    void readOnlyFile()
+    {
+        const char *const refused = "3027 Cannot update. Database or object is read-only.";
+        create();
+        QVERIFY(QFile::setPermissions(path("crib.mdb"), QFile::ReadOwner));
+        const auto database = Workspace::first().openDatabase(path("crib.mdb"));
+        // Some users may write to every file.
+        if (QFileInfo(path("crib.mdb")).isWritable())
+            database->executeNative("PRAGMA query_only = ON");
+        QCOMPARE(database->openRecordset("Select Description from Types").text(u"Description"), "Drills");
+        QCOMPARE(wordsOf([&] { database->execute("DELETE FROM Types"); }), refused);
+        Recordset types = database->openRecordset("Select * from Types");
+        types.edit();
+        types.setField(u"Description", QString("x"));
+        QCOMPARE(wordsOf([&] { types.update(); }), refused);
+    }
+
+    void separatorsOfOtherSystems()
+    {
+        QDir(m_folder->path()).mkdir("crib");
+        create("crib/dorvak.mdb");
+        const QString written = m_folder->path() + "\\crib\\\\dorvak.mdb";
+        const auto database = Workspace::first().openDatabase(written);
+        QCOMPARE(database->path(), written);
+        QCOMPARE(wordsOf([&] { Workspace::first().openDatabase(written + "\\x"); }),
+                 "3024 Could not find file '" + written + "\\x'.");
+    }
+
+    void otherProgramsFile()
+    {
+        OtherProgram(path("other.db"))
+            .run("CREATE TABLE a(b); CREATE TABLE c(d PRIMARY KEY, e) WITHOUT ROWID; INSERT INTO c VALUES (1, 2)");
+        const auto database = Workspace::first().openDatabase(path("other.db"));
+        QVERIFY(wordsOf([&] { database->openRecordset("Select * from Tools"); }).startsWith("3078 "));
+        Recordset rows = database->openRecordset("Select * from c");
+        QCOMPARE(rows.recordCount(), 1);
+        QVERIFY(wordsOf([&] { rows.edit(); }).startsWith("3027 "));
+    }
+
+    void lockedFile()
+    {
+        const auto database = create();
+        OtherProgram other(path("crib.mdb"));
+        QVERIFY(other.run("BEGIN EXCLUSIVE"));
+        QCOMPARE(wordsOf([&] { const ReadScope reading(*database); }),
+                 "3260 Could not read; currently locked by another user.");
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(openError("crib.mdb"), "3260 Could not open 'FOLDER/crib.mdb'; currently locked by another user.");
+        QVERIFY2(timer.elapsed() >= 1900 && timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
+        QVERIFY(other.run("ROLLBACK"));
+        QCOMPARE(openError("crib.mdb"), "");
+    }
+
+    void lockDuringACommit()
+    {
+        const auto database = create();
+        OtherProgram reader(path("crib.mdb"));
+        QVERIFY(reader.run("BEGIN; SELECT * FROM Types"));
+        const auto countOf = [&] { return database->openRecordset("Select ID from Types").recordCount(); };
+        const char *const locked = "3260 Could not update; currently locked by another user.";
+
+        QCOMPARE(wordsOf([&] { database->execute("INSERT INTO Types (Description) VALUES ('a')"); }), locked);
+        QCOMPARE(countOf(), 1);
+        QCOMPARE(wordsOf([&] {
+                     Transaction transaction(*database);
+                     database->execute("INSERT INTO Types (Description) VALUES ('b')");
+                     database->execute("UPDATE Types SET Description = 'c' WHERE ID = 1");
+                     transaction.commit();
+                 }),
+                 locked);
+        QCOMPARE(countOf(), 1);
+        QVERIFY(reader.run("COMMIT"));
+        database->execute("INSERT INTO Types (Description) VALUES ('d')");
+        QCOMPARE(database->openRecordset("Select Description from Types order by ID").at(1, 0).toText(), "d");
+    }
+
+    void newFiles()
+    {
+        create();
+        const auto createError = [&](const QString &name) {
+            return wordsOf([&] { Workspace::first().createDatabase(path(name)); }).left(4);
+        };
+        QCOMPARE(createError("crib.mdb"), "3204");
+        QCOMPARE(createError("."), "3204");
+        QCOMPARE(createError("no/crib.mdb"), "3051");
+        QCOMPARE(openError("crib.mdb"), "");
+        // Also a file without tables is one of the engine's.
+        Workspace::first().createDatabase(path("empty.mdb"));
+        QCOMPARE(openError("empty.mdb"), "");
+    }
+
+    void backups()
+    {
+        const auto database = create();
+        database->backupTo(path("copy.mdb"));
+        const auto copy = Workspace::first().openDatabase(path("copy.mdb"));
+        copy->execute("INSERT INTO Types (Description) VALUES ('only in the copy')");
+        QCOMPARE(database->openRecordset("Select * from Types").recordCount(), 1);
+        QCOMPARE(copy->openRecordset("Select * from Types").recordCount(), 2);
+
+        QVERIFY(wordsOf([&] { database->backupTo(path("copy.mdb")); }).startsWith("3204 "));
+        QCOMPARE(copy->openRecordset("Select ID from Types").recordCount(), 2);
+        QVERIFY(wordsOf([&] { database->backupTo(path("no/copy.mdb")); }).startsWith("3051 "));
+        {
+            const Transaction writing(*database);
+            database->execute("INSERT INTO Types (Description) VALUES ('half done')");
+            QVERIFY(wordsOf([&] { database->backupTo(path("half.mdb")); }).startsWith("3260 "));
+            QVERIFY(!QFile::exists(path("half.mdb")));
+        }
+    }
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
-    void write(const QString &name, const QByteArray &contents) const;
-    QByteArray contents(const QString &name) const;
-    std::unique_ptr<Database> create(const QString &name = "crib.mdb") const;
-    QString openError(const QString &name) const;
+
+    void write(const QString &name, const QByteArray &contents) const
+    {
+        QFile file(path(name));
+        QVERIFY(file.open(QFile::WriteOnly));
+        QCOMPARE(file.write(contents), contents.size());
+    }
+
+    QByteArray contents(const QString &name) const
+    {
+        QFile file(path(name));
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    std::unique_ptr<Database> create(const QString &name = "crib.mdb") const
+    {
+        auto database = Workspace::first().createDatabase(path(name));
+        database->executeNative(createTypes);
+        return database;
+    }
+
+    QString openError(const QString &name) const
+    {
+        return wordsOf([&] { Workspace::first().openDatabase(path(name)); }).replace(m_folder->path(), "FOLDER");
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void TestWorkspace::write(const QString &name, const QByteArray &contents) const
-{
-    QFile file(path(name));
-    QVERIFY(file.open(QFile::WriteOnly));
-    QCOMPARE(file.write(contents), contents.size());
-}
-
-QByteArray TestWorkspace::contents(const QString &name) const
-{
-    QFile file(path(name));
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-std::unique_ptr<Database> TestWorkspace::create(const QString &name) const
-{
-    auto database = Workspace::first().createDatabase(path(name));
-    database->executeNative(createTypes);
-    return database;
-}
-
-QString TestWorkspace::openError(const QString &name) const
-{
-    return errorOf([&] { Workspace::first().openDatabase(path(name)); }).replace(m_folder->path(), "FOLDER");
-}
-
-void TestWorkspace::filesThatAreNoDatabase_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::addColumn<QString>("error");
-    const QString unrecognized = "3343 Unrecognized database format 'FOLDER/crib.mdb'.";
-    init();
-    create("good.mdb");
-    QByteArray damaged = contents("good.mdb");
-    cleanup();
-    QByteArray cut = damaged.first(5000);
-    damaged.replace(100, 400, QByteArray(400, 'x'));
-
-    QTest::newRow("an empty file") << QByteArray() << unrecognized;
-    QTest::newRow("one byte") << QByteArray("x") << unrecognized;
-    QTest::newRow("a text") << QByteArray("Tools\r\n1;Drill\r\n").repeated(500) << unrecognized;
-    QTest::newRow("a picture's beginning")
-        << QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(5000, '\0') << unrecognized;
-    QTest::newRow("damaged where its tables are listed")
-        << damaged
-        << "3049 Cannot open database 'FOLDER/crib.mdb'. It may not be a database that your application recognizes, or "
-           "the file may be corrupt.";
-    QTest::newRow("cut off")
-        << cut
-        << "3049 Cannot open database 'FOLDER/crib.mdb'. It may not be a database that your application recognizes, or "
-           "the file may be corrupt.";
-}
-
-void TestWorkspace::filesThatAreNoDatabase()
-{
-    QFETCH(QByteArray, contents);
-    write("crib.mdb", contents);
-    QTEST(openError("crib.mdb"), "error");
-    QCOMPARE(this->contents("crib.mdb"), contents);
-}
-
-void TestWorkspace::placesWithoutAFile_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("error");
-    QTest::newRow("missing") << "crib.mdb"
-                             << "3024 Could not find file 'FOLDER/crib.mdb'.";
-    QTest::newRow("folder missing") << "no/crib.mdb"
-                                    << "3024 Could not find file 'FOLDER/no/crib.mdb'.";
-    QTest::newRow("a folder")
-        << "."
-        << "3051 The database engine cannot open the file 'FOLDER/.'. It is not a file, or you need "
-           "permission to view its data.";
-    QTest::newRow("the end of a text in the name") << QString("crib") + QChar(u'\0')
-            + ".mdb" << QString("3024 Could not find file 'FOLDER/crib") + QChar(u'\0') + ".mdb'.";
-}
-
-void TestWorkspace::placesWithoutAFile()
-{
-    QFETCH(QString, name);
-    create("crib");
-    QTEST(openError(name), "error");
-    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("crib"));
-}
-
-void TestWorkspace::unreadableFile()
-{
-    create();
-    QVERIFY(QFile::setPermissions(path("crib.mdb"), QFile::WriteOwner));
-    if (QFileInfo(path("crib.mdb")).isReadable())
-        QSKIP("This user may read every file.");
-    QVERIFY(openError("crib.mdb").startsWith("3051 "));
-}
-
-void TestWorkspace::readOnlyFile()
-{
-    const char *const refused = "3027 Cannot update. Database or object is read-only.";
-    create();
-    QVERIFY(QFile::setPermissions(path("crib.mdb"), QFile::ReadOwner));
-    const auto database = Workspace::first().openDatabase(path("crib.mdb"));
-    // Some users may write to every file.
-    if (QFileInfo(path("crib.mdb")).isWritable())
-        database->executeNative("PRAGMA query_only = ON");
-    QCOMPARE(database->openRecordset("Select Description from Types").text(u"Description"), "Drills");
-    QCOMPARE(errorOf([&] { database->execute("DELETE FROM Types"); }), refused);
-    Recordset types = database->openRecordset("Select * from Types");
-    types.edit();
-    types.setField(u"Description", QString("x"));
-    QCOMPARE(errorOf([&] { types.update(); }), refused);
-}
-
-void TestWorkspace::separatorsOfOtherSystems()
-{
-    QDir(m_folder->path()).mkdir("crib");
-    create("crib/dorvak.mdb");
-    const QString written = m_folder->path() + "\\crib\\\\dorvak.mdb";
-    const auto database = Workspace::first().openDatabase(written);
-    QCOMPARE(database->path(), written);
-    QCOMPARE(errorOf([&] { Workspace::first().openDatabase(written + "\\x"); }),
-             "3024 Could not find file '" + written + "\\x'.");
-}
-
-void TestWorkspace::otherProgramsFile()
-{
-    OtherProgram(path("other.db"))
-        .run("CREATE TABLE a(b); CREATE TABLE c(d PRIMARY KEY, e) WITHOUT ROWID; INSERT INTO c VALUES (1, 2)");
-    const auto database = Workspace::first().openDatabase(path("other.db"));
-    QVERIFY(errorOf([&] { database->openRecordset("Select * from Tools"); }).startsWith("3078 "));
-    Recordset rows = database->openRecordset("Select * from c");
-    QCOMPARE(rows.recordCount(), 1);
-    QVERIFY(errorOf([&] { rows.edit(); }).startsWith("3027 "));
-}
-
-void TestWorkspace::lockedFile()
-{
-    const auto database = create();
-    OtherProgram other(path("crib.mdb"));
-    QVERIFY(other.run("BEGIN EXCLUSIVE"));
-    QCOMPARE(errorOf([&] { const ReadScope reading(*database); }),
-             "3260 Could not read; currently locked by another user.");
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(openError("crib.mdb"), "3260 Could not open 'FOLDER/crib.mdb'; currently locked by another user.");
-    QVERIFY2(timer.elapsed() >= 1900 && timer.elapsed() < 10'000, qPrintable(QString::number(timer.elapsed())));
-    QVERIFY(other.run("ROLLBACK"));
-    QCOMPARE(openError("crib.mdb"), "");
-}
-
-void TestWorkspace::lockDuringACommit()
-{
-    const auto database = create();
-    OtherProgram reader(path("crib.mdb"));
-    QVERIFY(reader.run("BEGIN; SELECT * FROM Types"));
-    const auto countOf = [&] { return database->openRecordset("Select ID from Types").recordCount(); };
-    const char *const locked = "3260 Could not update; currently locked by another user.";
-
-    QCOMPARE(errorOf([&] { database->execute("INSERT INTO Types (Description) VALUES ('a')"); }), locked);
-    QCOMPARE(countOf(), 1);
-    QCOMPARE(errorOf([&] {
-                 Transaction transaction(*database);
-                 database->execute("INSERT INTO Types (Description) VALUES ('b')");
-                 database->execute("UPDATE Types SET Description = 'c' WHERE ID = 1");
-                 transaction.commit();
-             }),
-             locked);
-    QCOMPARE(countOf(), 1);
-    QVERIFY(reader.run("COMMIT"));
-    database->execute("INSERT INTO Types (Description) VALUES ('d')");
-    QCOMPARE(database->openRecordset("Select Description from Types order by ID").at(1, 0).toText(), "d");
-}
-
-void TestWorkspace::newFiles()
-{
-    create();
-    const auto createError = [&](const QString &name) {
-        return errorOf([&] { Workspace::first().createDatabase(path(name)); }).left(4);
-    };
-    QCOMPARE(createError("crib.mdb"), "3204");
-    QCOMPARE(createError("."), "3204");
-    QCOMPARE(createError("no/crib.mdb"), "3051");
-    QCOMPARE(openError("crib.mdb"), "");
-    // Also a file without tables is one of the engine's.
-    Workspace::first().createDatabase(path("empty.mdb"));
-    QCOMPARE(openError("empty.mdb"), "");
-}
-
-void TestWorkspace::backups()
-{
-    const auto database = create();
-    database->backupTo(path("copy.mdb"));
-    const auto copy = Workspace::first().openDatabase(path("copy.mdb"));
-    copy->execute("INSERT INTO Types (Description) VALUES ('only in the copy')");
-    QCOMPARE(database->openRecordset("Select * from Types").recordCount(), 1);
-    QCOMPARE(copy->openRecordset("Select * from Types").recordCount(), 2);
-
-    QVERIFY(errorOf([&] { database->backupTo(path("copy.mdb")); }).startsWith("3204 "));
-    QCOMPARE(copy->openRecordset("Select ID from Types").recordCount(), 2);
-    QVERIFY(errorOf([&] { database->backupTo(path("no/copy.mdb")); }).startsWith("3051 "));
-    {
-        const Transaction writing(*database);
-        database->execute("INSERT INTO Types (Description) VALUES ('half done')");
-        QVERIFY(errorOf([&] { database->backupTo(path("half.mdb")); }).startsWith("3260 "));
-        QVERIFY(!QFile::exists(path("half.mdb")));
-    }
-}
 
 QTEST_GUILESS_MAIN(TestWorkspace)
 #include "tst_workspace.moc"

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QTest>
+
+/// Declares the columns of a test's data: columns<bool, QString>("isLocation", "message").
+template<typename... Types, typename... Names>
+void columns(Names... names)
+{
+    (QTest::addColumn<Types>(names), ...);
+}
+
+/// Adds one row of data; its name reads as what the row shows.
+template<typename... Values>
+void row(const char *name, const Values &...values)
+{
+    (QTest::newRow(name) << ... << values);
+}
