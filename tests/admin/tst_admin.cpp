@@ -1,6 +1,8 @@
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"
 #include "tests/support/AdminRun.h"
+#include "tests/support/DataRows.h"
+#include "tests/support/Files.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -11,20 +13,175 @@ class TestAdmin : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void wrongUsageExitsWithTwo_data();
-    void wrongUsageExitsWithTwo();
-    void everyCommandHasHelp();
-    void existingFilesAreRefused_data();
-    void existingFilesAreRefused();
-    void failureLeavesNoHalfFile_data();
-    void failureLeavesNoHalfFile();
-    void selectIsPrintedAsCsv();
-    void actionTellsItsRows();
-    void errorsBearTheirNumber_data();
-    void errorsBearTheirNumber();
-    void backupIsConsistentWhileAnotherWrites();
-    void programRunsByItself();
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        QCOMPARE(AdminRun({"create", path("crib.mdb")}).status, 0);
+    }
+
+    void wrongUsageExitsWithTwo_data()
+    {
+        columns<QStringList>("arguments");
+        row("nothing", QStringList{});
+        row("unknown command", QStringList{"destroy"});
+        row("missing operand", QStringList{"sql", "crib.mdb"});
+        row("operand too many", QStringList{"create", "new.mdb", "other.mdb"});
+        row("unknown option", QStringList{"check", "crib.mdb", "--repair"});
+        row("unknown scale", QStringList{"sample", "new.mdb", "--scale", "huge"});
+        row("unknown kind of output", QStringList{"report", "crib.mdb", "Tools.rpt", "", "out.txt"});
+        row("option without its value", QStringList{"sample", "new.mdb", "--scale"});
+    }
+
+    void wrongUsageExitsWithTwo()
+    {
+        QFETCH(QStringList, arguments);
+        const AdminRun run(arguments);
+        QCOMPARE(run.status, 2);
+        QCOMPARE(run.out, "");
+        QVERIFY2(run.errors.contains("usage: vorlane-admin " + arguments.value(0))
+                     || run.errors.startsWith("usage: vorlane-admin COMMAND"),
+                 qPrintable(run.errors));
+    }
+
+    void everyCommandHasHelp()
+    {
+        const AdminRun overview({"--help"});
+        QCOMPARE(overview.status, 0);
+        for (const QString usage :
+             {"create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT", "check FILE [--fix]",
+              "backup FILE COPY", "report FILE TEMPLATE FORMULA OUT.pdf|OUT.csv"}) {
+            QVERIFY2(overview.out.contains(usage), qPrintable(usage));
+            const AdminRun help({usage.section(' ', 0, 0), "--help"});
+            QCOMPARE(help.status, 0);
+            QVERIFY2(help.out.startsWith("usage: vorlane-admin " + usage + '\n'), qPrintable(help.out));
+        }
+    }
+
+    void existingFilesAreRefused_data()
+    {
+        columns<QStringList>("arguments");
+        row("create", QStringList{"create"});
+        row("sample", QStringList{"sample"});
+        row("backup", QStringList{"backup", path("crib.mdb")});
+    }
+
+    void existingFilesAreRefused()
+    {
+        QFETCH(QStringList, arguments);
+        const QString kept = path("kept.txt");
+        writeFile(kept, "kept");
+        if (arguments.size() == 2)
+            arguments[1] = path("crib.mdb");
+
+        const AdminRun run(arguments + QStringList{kept});
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.errors, "error 3204: '" + kept + "' already exists.\n");
+        QCOMPARE(contentOf(kept), "kept");
+        QCOMPARE(files(), (QStringList{"crib.mdb", "kept.txt"}));
+    }
+
+    void failureLeavesNoHalfFile_data()
+    {
+        columns<QStringList>("arguments");
+        row("create in a missing folder", QStringList{"create", "absent/new.mdb"});
+        row("sample in a missing folder", QStringList{"sample", "absent/new.mdb"});
+        row("backup to a missing folder", QStringList{"backup", "crib.mdb", "absent/new.mdb"});
+        row("backup of a file that is no database", QStringList{"backup", "text.mdb", "new.mdb"});
+        row("backup of nothing", QStringList{"backup", "nothing.mdb", "new.mdb"});
+    }
+
+    void failureLeavesNoHalfFile()
+    {
+        QFETCH(QStringList, arguments);
+        writeFile(path("text.mdb"), QByteArray(5000, 'x'));
+        for (qsizetype i = 1; i < arguments.size(); ++i)
+            arguments[i] = path(arguments[i]);
+
+        const AdminRun run(arguments);
+        QCOMPARE(run.status, 1);
+        QVERIFY2(run.errors.startsWith("error 3"), qPrintable(run.errors));
+        QCOMPARE(files(), (QStringList{"crib.mdb", "text.mdb"}));
+    }
+
+    void selectIsPrintedAsCsv()
+    {
+        const auto sql = [this](const QString &statement) { return AdminRun({"sql", path("crib.mdb"), statement}); };
+        QCOMPARE(sql("INSERT INTO Types (Description) VALUES ('Drills, \"long\"')").out, "1 rows affected\n");
+        sql("INSERT INTO Types (Description) VALUES ('two\nlines')");
+        sql("INSERT INTO Types (Description) VALUES ('Jäger''s')");
+        QCOMPARE(sql(" select ID, Description as [the name] from Types order by ID").out,
+                 "ID,the name\r\n1,\"Drills, \"\"long\"\"\"\r\n2,\"two\nlines\"\r\n3,Jäger's\r\n");
+
+        sql("INSERT INTO Locations (Description) VALUES ('Hall')");
+        sql("INSERT INTO Tools (Type,Location,Description,PricePer,Out) VALUES (1,1,'Tap',12.5,true)");
+        sql("INSERT INTO CheckOutIn (Tool_Id,DateOut,Active) VALUES (1,#3/4/2026 13:05:09#,true)");
+        QCOMPARE(sql("SELECT Description, PricePer, Out, Manufacturer FROM Tools").out,
+                 "Description,PricePer,Out,Manufacturer\r\nTap,12.5,-1,\r\n");
+        QCOMPARE(sql("SELECT DateOut, DateIn FROM CheckOutIn").out, "DateOut,DateIn\r\n2026-03-04 13:05:09,\r\n");
+        QCOMPARE(sql("SELECT * FROM Job").out, "JobNo,Shipped\r\n");
+    }
+
+    void actionTellsItsRows()
+    {
+        const AdminRun run({"sql", path("crib.mdb"), "UPDATE LineItemType SET Code = Code"});
+        QCOMPARE(run.out, "2 rows affected\n");
+        QCOMPARE(run.status, 0);
+    }
+
+    void errorsBearTheirNumber_data()
+    {
+        columns<QString, QString, int>("file", "statement", "number");
+        row("no file", "none.mdb", "SELECT * FROM Types", int(EngineError::fileNotFound));
+        row("no table", "crib.mdb", "SELECT * FROM Nothing", int(EngineError::unknownTable));
+        row("no column", "crib.mdb", "SELECT Nothing FROM Types", int(EngineError::unknownColumn));
+        row("second statement", "crib.mdb", "DELETE FROM Types; DELETE FROM Tools",
+            int(EngineError::textAfterStatement));
+    }
+
+    void errorsBearTheirNumber()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, statement);
+        QFETCH(int, number);
+        const AdminRun run({"sql", path(file), statement});
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.out, "");
+        QVERIFY2(run.errors.startsWith(QString("error %1: ").arg(number)) && run.errors.endsWith(".\n"),
+                 qPrintable(run.errors));
+    }
+
+    void backupIsConsistentWhileAnotherWrites()
+    {
+        const auto writer = Workspace::first().openDatabase(path("crib.mdb"));
+        writer->execute("INSERT INTO Types (Description) VALUES ('Drills')");
+        {
+            Transaction transaction(*writer);
+            writer->execute("INSERT INTO Types (Description) VALUES ('Taps')");
+            const AdminRun run({"backup", path("crib.mdb"), path("copy.mdb")});
+            QCOMPARE(run.errors, "");
+            QCOMPARE(run.status, 0);
+            transaction.commit();
+        }
+        QCOMPARE(AdminRun({"sql", path("copy.mdb"), "SELECT Description FROM Types"}).out, "Description\r\nDrills\r\n");
+        QCOMPARE(writer->openRecordset("SELECT * FROM Types").recordCount(), 2);
+        QCOMPARE(AdminRun({"check", path("copy.mdb")}).out, "No faults found.\n");
+    }
+
+    void programRunsByItself()
+    {
+        QProcess program;
+        program.start(QString(PROGRAM_BIN) + "/vorlane-admin",
+                      {"sql", path("crib.mdb"), "SELECT Code FROM LineItemType ORDER BY Code"});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.readAllStandardOutput(), "Code\r\nJob\r\nOverhead\r\n");
+        QCOMPARE(program.readAllStandardError(), "");
+        QCOMPARE(program.exitCode(), 0);
+
+        program.start(QString(PROGRAM_BIN) + "/vorlane-admin", {"sql", path("none.mdb"), "SELECT 1"});
+        QVERIFY(program.waitForFinished());
+        QVERIFY(program.readAllStandardError().startsWith("error 3024: "));
+        QCOMPARE(program.exitCode(), 1);
+    }
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
@@ -32,187 +189,6 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void TestAdmin::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    QCOMPARE(AdminRun({"create", path("crib.mdb")}).status, 0);
-}
-
-void TestAdmin::wrongUsageExitsWithTwo_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("nothing") << QStringList{};
-    QTest::newRow("unknown command") << QStringList{"destroy"};
-    QTest::newRow("missing operand") << QStringList{"sql", "crib.mdb"};
-    QTest::newRow("operand too many") << QStringList{"create", "new.mdb", "other.mdb"};
-    QTest::newRow("unknown option") << QStringList{"check", "crib.mdb", "--repair"};
-    QTest::newRow("unknown scale") << QStringList{"sample", "new.mdb", "--scale", "huge"};
-    QTest::newRow("unknown kind of output") << QStringList{"report", "crib.mdb", "Tools.rpt", "", "out.txt"};
-    QTest::newRow("option without its value") << QStringList{"sample", "new.mdb", "--scale"};
-}
-
-void TestAdmin::wrongUsageExitsWithTwo()
-{
-    QFETCH(QStringList, arguments);
-    const AdminRun run(arguments);
-    QCOMPARE(run.status, 2);
-    QCOMPARE(run.out, "");
-    QVERIFY2(run.errors.contains("usage: vorlane-admin " + arguments.value(0))
-                 || run.errors.startsWith("usage: vorlane-admin COMMAND"),
-             qPrintable(run.errors));
-}
-
-void TestAdmin::everyCommandHasHelp()
-{
-    const AdminRun overview({"--help"});
-    QCOMPARE(overview.status, 0);
-    for (const QString usage :
-         {"create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT", "check FILE [--fix]",
-          "backup FILE COPY", "report FILE TEMPLATE FORMULA OUT.pdf|OUT.csv"}) {
-        QVERIFY2(overview.out.contains(usage), qPrintable(usage));
-        const AdminRun help({usage.section(' ', 0, 0), "--help"});
-        QCOMPARE(help.status, 0);
-        QVERIFY2(help.out.startsWith("usage: vorlane-admin " + usage + '\n'), qPrintable(help.out));
-    }
-}
-
-void TestAdmin::existingFilesAreRefused_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("create") << QStringList{"create"};
-    QTest::newRow("sample") << QStringList{"sample"};
-    QTest::newRow("backup") << QStringList{"backup", path("crib.mdb")};
-}
-
-void TestAdmin::existingFilesAreRefused()
-{
-    QFETCH(QStringList, arguments);
-    QFile file(path("kept.txt"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("kept");
-    file.close();
-    if (arguments.size() == 2)
-        arguments[1] = path("crib.mdb");
-
-    const AdminRun run(arguments + QStringList{file.fileName()});
-    QCOMPARE(run.status, 1);
-    QCOMPARE(run.errors, "error 3204: '" + file.fileName() + "' already exists.\n");
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), "kept");
-    QCOMPARE(files(), (QStringList{"crib.mdb", "kept.txt"}));
-}
-
-void TestAdmin::failureLeavesNoHalfFile_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("create in a missing folder") << QStringList{"create", "absent/new.mdb"};
-    QTest::newRow("sample in a missing folder") << QStringList{"sample", "absent/new.mdb"};
-    QTest::newRow("backup to a missing folder") << QStringList{"backup", "crib.mdb", "absent/new.mdb"};
-    QTest::newRow("backup of a file that is no database") << QStringList{"backup", "text.mdb", "new.mdb"};
-    QTest::newRow("backup of nothing") << QStringList{"backup", "nothing.mdb", "new.mdb"};
-}
-
-void TestAdmin::failureLeavesNoHalfFile()
-{
-    QFETCH(QStringList, arguments);
-    QFile text(path("text.mdb"));
-    QVERIFY(text.open(QIODevice::WriteOnly));
-    text.write(QByteArray(5000, 'x'));
-    text.close();
-    for (qsizetype i = 1; i < arguments.size(); ++i)
-        arguments[i] = path(arguments[i]);
-
-    const AdminRun run(arguments);
-    QCOMPARE(run.status, 1);
-    QVERIFY2(run.errors.startsWith("error 3"), qPrintable(run.errors));
-    QCOMPARE(files(), (QStringList{"crib.mdb", "text.mdb"}));
-}
-
-void TestAdmin::selectIsPrintedAsCsv()
-{
-    const auto sql = [this](const QString &statement) { return AdminRun({"sql", path("crib.mdb"), statement}); };
-    QCOMPARE(sql("INSERT INTO Types (Description) VALUES ('Drills, \"long\"')").out, "1 rows affected\n");
-    sql("INSERT INTO Types (Description) VALUES ('two\nlines')");
-    sql("INSERT INTO Types (Description) VALUES ('Jäger''s')");
-    QCOMPARE(sql(" select ID, Description as [the name] from Types order by ID").out,
-             "ID,the name\r\n1,\"Drills, \"\"long\"\"\"\r\n2,\"two\nlines\"\r\n3,Jäger's\r\n");
-
-    sql("INSERT INTO Locations (Description) VALUES ('Hall')");
-    sql("INSERT INTO Tools (Type,Location,Description,PricePer,Out) VALUES (1,1,'Tap',12.5,true)");
-    sql("INSERT INTO CheckOutIn (Tool_Id,DateOut,Active) VALUES (1,#3/4/2026 13:05:09#,true)");
-    QCOMPARE(sql("SELECT Description, PricePer, Out, Manufacturer FROM Tools").out,
-             "Description,PricePer,Out,Manufacturer\r\nTap,12.5,-1,\r\n");
-    QCOMPARE(sql("SELECT DateOut, DateIn FROM CheckOutIn").out, "DateOut,DateIn\r\n2026-03-04 13:05:09,\r\n");
-    QCOMPARE(sql("SELECT * FROM Job").out, "JobNo,Shipped\r\n");
-}
-
-void TestAdmin::actionTellsItsRows()
-{
-    const AdminRun run({"sql", path("crib.mdb"), "UPDATE LineItemType SET Code = Code"});
-    QCOMPARE(run.out, "2 rows affected\n");
-    QCOMPARE(run.status, 0);
-}
-
-void TestAdmin::errorsBearTheirNumber_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<int>("number");
-    QTest::newRow("no file") << "none.mdb"
-                             << "SELECT * FROM Types" << int(EngineError::fileNotFound);
-    QTest::newRow("no table") << "crib.mdb"
-                              << "SELECT * FROM Nothing" << int(EngineError::unknownTable);
-    QTest::newRow("no column") << "crib.mdb"
-                               << "SELECT Nothing FROM Types" << int(EngineError::unknownColumn);
-    QTest::newRow("second statement") << "crib.mdb"
-                                      << "DELETE FROM Types; DELETE FROM Tools" << int(EngineError::textAfterStatement);
-}
-
-void TestAdmin::errorsBearTheirNumber()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, statement);
-    QFETCH(int, number);
-    const AdminRun run({"sql", path(file), statement});
-    QCOMPARE(run.status, 1);
-    QCOMPARE(run.out, "");
-    QVERIFY2(run.errors.startsWith(QString("error %1: ").arg(number)) && run.errors.endsWith(".\n"),
-             qPrintable(run.errors));
-}
-
-void TestAdmin::backupIsConsistentWhileAnotherWrites()
-{
-    const auto writer = Workspace::first().openDatabase(path("crib.mdb"));
-    writer->execute("INSERT INTO Types (Description) VALUES ('Drills')");
-    {
-        Transaction transaction(*writer);
-        writer->execute("INSERT INTO Types (Description) VALUES ('Taps')");
-        const AdminRun run({"backup", path("crib.mdb"), path("copy.mdb")});
-        QCOMPARE(run.errors, "");
-        QCOMPARE(run.status, 0);
-        transaction.commit();
-    }
-    QCOMPARE(AdminRun({"sql", path("copy.mdb"), "SELECT Description FROM Types"}).out, "Description\r\nDrills\r\n");
-    QCOMPARE(writer->openRecordset("SELECT * FROM Types").recordCount(), 2);
-    QCOMPARE(AdminRun({"check", path("copy.mdb")}).out, "No faults found.\n");
-}
-
-void TestAdmin::programRunsByItself()
-{
-    QProcess program;
-    program.start(QString(PROGRAM_BIN) + "/vorlane-admin",
-                  {"sql", path("crib.mdb"), "SELECT Code FROM LineItemType ORDER BY Code"});
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.readAllStandardOutput(), "Code\r\nJob\r\nOverhead\r\n");
-    QCOMPARE(program.readAllStandardError(), "");
-    QCOMPARE(program.exitCode(), 0);
-
-    program.start(QString(PROGRAM_BIN) + "/vorlane-admin", {"sql", path("none.mdb"), "SELECT 1"});
-    QVERIFY(program.waitForFinished());
-    QVERIFY(program.readAllStandardError().startsWith("error 3024: "));
-    QCOMPARE(program.exitCode(), 1);
-}
 
 QTEST_GUILESS_MAIN(TestAdmin)
 #include "tst_admin.moc"

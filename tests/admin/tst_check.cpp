@@ -1,6 +1,8 @@
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"
 #include "tests/support/AdminRun.h"
+#include "tests/support/DataRows.h"
+#include "tests/support/Files.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -11,254 +13,232 @@ class TestCheck : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void soundCribHasNoFaults();
-    void ordinaryDeletionsLeaveNoFault();
-    void findsAndMends_data();
-    void findsAndMends();
-    void mendsWhatHangsTogetherInOneRun();
-    void missingPartsOfTheSchemaAreNamed();
-    void damagedFileIsReportedNotMended();
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_file = m_folder->filePath("crib.mdb");
+        Schema::create(*Workspace::first().createDatabase(m_file));
+        for (const char *sql : {
+                 "INSERT INTO Types VALUES (1, 'Drills', 0), (2, 'Jobber Drills', 1), (3, 'Spare', 0), (4, 'Oddments', "
+                 "3)",
+                 "INSERT INTO Locations VALUES (1, 'Hall', 0), (2, 'Room', 1)",
+                 "INSERT INTO Tools VALUES (1, 2, 2, 'Corvane', 'C-1', 'Drill 5 mm', 2.5, -1), (2, 2, 1, '', '', "
+                 "'Drill 6 mm', 3, 0)",
+                 "INSERT INTO Employee VALUES (7, 'O''Brien', 'Zoë', 'Active')",
+                 "INSERT INTO Job VALUES (100, 0)",
+                 "INSERT INTO JobVorlane VALUES (1, 101)",
+                 "INSERT INTO Operation VALUES (900, 'Training', 'O'), (901, '555', 'O')",
+                 "INSERT INTO ScrapReasons VALUES (1, 'Lost')",
+                 "INSERT INTO CheckOutIn VALUES (1, 1, '7', 100, 4, '2026-01-05 08:00:00', NULL, -1, 'Drill 5 mm', "
+                 "'C-1')",
+                 "INSERT INTO CheckOutIn VALUES (2, 2, '7', 555, 5, '2026-01-01 08:00:00', '2026-01-02 08:00:00', 0, "
+                 "'Drill 6 mm', '')",
+                 "INSERT INTO CheckOutIn VALUES (3, 3, '7', 101, 4, '2026-01-02 08:00:00', '2026-01-03 08:00:00', 0, "
+                 "'Tap', '')",
+                 "INSERT INTO Scrap VALUES (16384, 3, 3, 'Spare', '', '', 'Tap', 4, 2, 7, '2026-01-03 08:00:00', 1, 4, "
+                 "1, '', NULL, NULL)",
+             })
+            change(sql);
+    }
+
+    void soundCribHasNoFaults()
+    {
+        const AdminRun run({"check", m_file});
+        QCOMPARE(run.out, "No faults found.\n");
+        QCOMPARE(run.status, 0);
+    }
+
+    void ordinaryDeletionsLeaveNoFault()
+    {
+        change("DELETE FROM ScrapReasons");
+        change("DELETE FROM Types WHERE ID IN (3, 4)");
+        QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
+    }
+
+    void findsAndMends_data()
+    {
+        columns<QString, QString>("fault", "finding");
+        QTest::addColumn<QString>("mended"); // empty where a person must decide
+        columns<QString, QString>("proof", "expected");
+        const auto mended = [](const char *name, const char *fault, const char *finding, const char *mended,
+                               const char *proof,
+                               const char *expected) { row(name, fault, finding, mended, proof, expected); };
+        const auto left = [](const char *name, const char *fault, const char *finding) {
+            row(name, fault, finding, "", "", "");
+        };
+
+        mended("type below a missing one", "UPDATE Types SET Parent = 99 WHERE ID = 2",
+               "Type 2 \"Jobber Drills\" lies below type 99, which does not exist; the tree does not show it.",
+               "Moved to the top level.", "SELECT Parent FROM Types WHERE ID = 2", "0");
+        mended("location below a missing one", "DELETE FROM Locations WHERE ID = 1; UPDATE Tools SET Location = 2",
+               "Location 2 \"Room\" lies below location 1, which does not exist; the tree does not show it.",
+               "Moved to the top level.", "SELECT Parent FROM Locations WHERE ID = 2", "0");
+        mended("types in a circle", "UPDATE Types SET Parent = 4 WHERE ID = 3",
+               "Types lie below one another in a circle; the tree does not show them: 3 \"Spare\", 4 \"Oddments\".",
+               "Moved 3 to the top level.", "SELECT group_concat(Parent) FROM Types WHERE ID IN (3, 4)", "0,3");
+        mended("location in itself", "UPDATE Locations SET Parent = 1 WHERE ID = 1",
+               "Locations lie below one another in a circle; the tree does not show them: 1 \"Hall\".",
+               "Moved 1 to the top level.", "SELECT Parent FROM Locations WHERE ID = 1", "0");
+        mended("out without a loan", "UPDATE Tools SET Out = -1 WHERE ID = 2",
+               "Tool 2 \"Drill 6 mm\" is marked as out, but has no open loan.", "Marked as in the crib.",
+               "SELECT Out FROM Tools WHERE ID = 2", "0");
+        mended("loan without the flag", "UPDATE Tools SET Out = 0 WHERE ID = 1",
+               "Tool 1 \"Drill 5 mm\" has an open loan, but is not marked as out.", "Marked as out.",
+               "SELECT Out FROM Tools WHERE ID = 1", "-1");
+        mended(
+            "two open loans",
+            "INSERT INTO CheckOutIn VALUES (4, 1, '7', 100, 4, '2026-01-06 09:00:00', NULL, -1, 'Drill 5 mm', 'C-1')",
+            "Loan 1 of tool 1 \"Drill 5 mm\" is still open, but the tool has gone out again since.",
+            "Closed as of the next loan.", "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 1",
+            "02026-01-06 09:00:00");
+        mended("open loan of a scrapped tool", "UPDATE CheckOutIn SET Active = -1, DateIn = NULL WHERE ID = 3",
+               "Loan 3 of tool 3 \"Tap\" is still open, but the tool is scrapped.",
+               "Closed as of the day it was scrapped.", "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 3",
+               "02026-01-03 08:00:00");
+        mended("scrap record with a live tool's number", "UPDATE Scrap SET ID = 2",
+               "Scrap record 2 \"Tap\" has the number of a tool in the crib; purging the record would delete that tool "
+               "as well.",
+               "Given a number that no tool has.", "SELECT ID FROM Scrap", "16386");
+
+        left("loans of a tool that a purge took along", "DELETE FROM Tools WHERE ID = 1",
+             "Tool 1 \"Drill 5 mm\" has 1 loans (1 open), but is neither in the crib nor scrapped; purging a scrap "
+             "record deletes the tool of the record's own number as well.");
+        left("scrap record of a tool that is back", "UPDATE Scrap SET ToolID = 2; DELETE FROM CheckOutIn WHERE ID = 3",
+             "Scrap record 16384 \"Tap\" is of tool 2, which is in the crib; it cannot be restored, and purging it "
+             "would delete that tool's loans.");
+        left("tool of a missing type", "UPDATE Tools SET Type = 77 WHERE ID = 2",
+             "Tool 2 \"Drill 6 mm\" is of type 77, which does not exist.");
+        left("tool in a missing location", "UPDATE Tools SET Location = 77 WHERE ID = 2",
+             "Tool 2 \"Drill 6 mm\" is in location 77, which does not exist.");
+        left("loan to a missing employee", "UPDATE CheckOutIn SET Employee = '8' WHERE ID = 2",
+             "Employee \"8\" does not exist, but has loans: 1.");
+        left("loan to nobody", "UPDATE CheckOutIn SET Employee = NULL WHERE ID = 2",
+             "Employee \"\" does not exist, but has loans: 1.");
+        left("scrapped by a missing employee", "UPDATE Scrap SET Employee = 8",
+             "Employee \"8\" does not exist, but has scrapped tools: 1.");
+        left("loan on a missing job", "UPDATE CheckOutIn SET JobOrOH = 102 WHERE ID = 3",
+             "There is no job 102, but loans are charged to it: 1.");
+        left("loan on a missing operation", "UPDATE CheckOutIn SET JobOrOH = 556 WHERE ID = 2",
+             "There is no operation 556, but loans are charged to it: 1.");
+        left("loan on an unknown kind of charge", "UPDATE CheckOutIn SET LineItemTypeId = NULL WHERE ID = 2",
+             "There is no kind of charge 0, but loans have it: 1.");
+        left("scrapped on a missing job", "UPDATE Scrap SET JobOrOH = 2",
+             "There is no job 2, but scrapped tools are charged to it: 1.");
+        left("scrapped on a missing operation", "UPDATE Scrap SET LineItemTypeId = 5, JobOrOH = 555",
+             "There is no operation 555, but scrapped tools are charged to it: 1; the tree of scrapped tools cannot be "
+             "shown.");
+        left(
+            "scrapped on an unknown kind of charge", "UPDATE Scrap SET LineItemTypeId = 6",
+            "There is no kind of charge 6, but scrapped tools have it: 1; the tree of scrapped tools cannot be shown.");
+        left("scrapped on a job and an operation of one number",
+             "INSERT INTO Operation VALUES (1, 'Rework', 'O');"
+             "INSERT INTO Scrap SELECT 16385, 4, Type, '', '', '', 'Die', 4, 2, 7, ScrapDate, 1, 5, 1, '', NULL, NULL "
+             "FROM Scrap",
+             "Tools were scrapped on a job and on an operation of the same number 1; the tree of scrapped tools cannot "
+             "be shown.");
+        left("tool number too large", "UPDATE Tools SET ID = 32768 WHERE ID = 2; DELETE FROM CheckOutIn WHERE ID = 2",
+             "Tool 32768 \"Drill 6 mm\" has a number outside 1 to 32767; it cannot be lent or scrapped.");
+        left("scrapped tool's number too large", "UPDATE Scrap SET ToolID = 32768; DELETE FROM CheckOutIn WHERE ID = 3",
+             "Scrap record 16384 \"Tap\" is of tool 32768, a number outside 1 to 32767; restored, it could not be "
+             "lent.");
+        left("type with a quote", "UPDATE Types SET Description = 'Neil''s' WHERE ID = 2",
+             "Type 2 (Neil's) has a quote in its name; queries by that name may fail.");
+        left("location with a quote", "UPDATE Locations SET Description = '6\" shelf' WHERE ID = 2",
+             "Location 2 (6\" shelf) has a quote in its name; queries by that name may fail.");
+        left("tool with a quote", "UPDATE Tools SET PartNumber = 'a''b' WHERE ID = 2",
+             "Tool 2 (Drill 6 mm, , a'b) has a quote in its description, manufacturer or part number; lists and "
+             "queries by it may fail.");
+        left("reason with a quote", "UPDATE ScrapReasons SET Description = 'can''t'",
+             "Scrap reason 1 (can't) has a quote in it; tools cannot be scrapped for it.");
+    }
+
+    void findsAndMends()
+    {
+        QFETCH(QString, fault);
+        QFETCH(QString, finding);
+        QFETCH(QString, mended);
+        QFETCH(QString, proof);
+        change(fault);
+        const QByteArray before = contentOf(m_file);
+
+        const AdminRun looked({"check", m_file});
+        QCOMPARE(looked.out, finding + "\nFaults found: 1.\n");
+        QCOMPARE(looked.status, 1);
+        QCOMPARE(contentOf(m_file), before);
+
+        const AdminRun fixed({"check", m_file, "--fix"});
+        if (mended.isEmpty()) {
+            QCOMPARE(fixed.out, finding + "\nFaults found: 1. Mended: 0. Left: 1.\n");
+            QCOMPARE(fixed.status, 1);
+            QCOMPARE(contentOf(m_file), before);
+            return;
+        }
+        QCOMPARE(fixed.out, finding + ' ' + mended + "\nFaults found: 1. Mended: 1. Left: 0.\n");
+        QCOMPARE(fixed.status, 0);
+        QTEST(value(proof), "expected");
+        QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
+    }
+
+    void mendsWhatHangsTogetherInOneRun()
+    {
+        // Three open loans, the flag off; a circle of three with a branch below it; two scrap records that purge live
+        // tools.
+        change("INSERT INTO CheckOutIn SELECT ID + 10, 1, '7', 100, 4, '2026-01-1' || ID || ' 09:00:00', NULL, -1, '', "
+               "'' FROM CheckOutIn WHERE ID < 3");
+        change("UPDATE Tools SET Out = 0");
+        change("INSERT INTO Types VALUES (5, 'Taps', 7), (6, 'Dies', 5), (7, 'Mills', 6), (8, 'Ball mills', 7)");
+        change("INSERT INTO Scrap SELECT ID - 16383, 10, Type, '', '', '', 'Die', 4, 2, 7, ScrapDate, 1, 4, 1, '', "
+               "NULL, NULL FROM Scrap; UPDATE Scrap SET ID = 2 WHERE ID > 2");
+        const AdminRun fixed({"check", m_file, "--fix"});
+        QVERIFY2(fixed.out.endsWith("Faults found: 6. Mended: 6. Left: 0.\n"), qPrintable(fixed.out));
+        QCOMPARE(value("SELECT group_concat(DateIn) FROM CheckOutIn WHERE Tool_Id = 1"),
+                 "2026-01-11 09:00:00,2026-01-12 09:00:00");
+        QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
+    }
+
+    void missingPartsOfTheSchemaAreNamed()
+    {
+        change("DROP TABLE JobVorlane; ALTER TABLE Scrap DROP COLUMN Notes");
+        const AdminRun run({"check", m_file});
+        QCOMPARE(
+            run.out,
+            "The column Notes of the table Scrap is missing.\nThe table JobVorlane is missing.\nFaults found: 2.\n");
+        QCOMPARE(run.status, 1);
+    }
+
+    void damagedFileIsReportedNotMended()
+    {
+        // Wipes the page on which the tools' index by type stands.
+        const qint64 page = value("SELECT rootpage FROM sqlite_schema WHERE name = 'Tools_Type'").toLongLong();
+        const qint64 pageSize = value("PRAGMA page_size").toLongLong();
+        QFile file(m_file);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        file.seek((page - 1) * pageSize);
+        file.write(QByteArray(pageSize, '\0'));
+        file.close();
+
+        const AdminRun run({"check", m_file, "--fix"});
+        QCOMPARE(run.status, 1);
+        QVERIFY2((run.out + run.errors).contains("damaged") || run.errors.startsWith("error 3049: "),
+                 qPrintable(run.out + run.errors));
+    }
 
 private:
-    void change(const QString &sql);
-    QString value(const QString &sql);
-    QByteArray content();
+    void change(const QString &sql)
+    {
+        const auto database = Workspace::first().openDatabase(m_file);
+        database->executeNative("PRAGMA foreign_keys = OFF");
+        database->executeNative(sql);
+    }
+
+    QString value(const QString &sql)
+    {
+        return Workspace::first().openDatabase(m_file)->openNative(sql).at(0, 0).toText();
+    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_file;
 };
-
-void TestCheck::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_file = m_folder->filePath("crib.mdb");
-    Schema::create(*Workspace::first().createDatabase(m_file));
-    for (const char *sql : {
-             "INSERT INTO Types VALUES (1, 'Drills', 0), (2, 'Jobber Drills', 1), (3, 'Spare', 0), (4, 'Oddments', 3)",
-             "INSERT INTO Locations VALUES (1, 'Hall', 0), (2, 'Room', 1)",
-             "INSERT INTO Tools VALUES (1, 2, 2, 'Corvane', 'C-1', 'Drill 5 mm', 2.5, -1), (2, 2, 1, '', '', 'Drill 6 "
-             "mm', 3, 0)",
-             "INSERT INTO Employee VALUES (7, 'O''Brien', 'Zoë', 'Active')",
-             "INSERT INTO Job VALUES (100, 0)",
-             "INSERT INTO JobVorlane VALUES (1, 101)",
-             "INSERT INTO Operation VALUES (900, 'Training', 'O'), (901, '555', 'O')",
-             "INSERT INTO ScrapReasons VALUES (1, 'Lost')",
-             "INSERT INTO CheckOutIn VALUES (1, 1, '7', 100, 4, '2026-01-05 08:00:00', NULL, -1, 'Drill 5 mm', 'C-1')",
-             "INSERT INTO CheckOutIn VALUES (2, 2, '7', 555, 5, '2026-01-01 08:00:00', '2026-01-02 08:00:00', 0, "
-             "'Drill 6 mm', '')",
-             "INSERT INTO CheckOutIn VALUES (3, 3, '7', 101, 4, '2026-01-02 08:00:00', '2026-01-03 08:00:00', 0, "
-             "'Tap', '')",
-             "INSERT INTO Scrap VALUES (16384, 3, 3, 'Spare', '', '', 'Tap', 4, 2, 7, '2026-01-03 08:00:00', 1, 4, 1, "
-             "'', NULL, NULL)",
-         })
-        change(sql);
-}
-
-void TestCheck::change(const QString &sql)
-{
-    const auto database = Workspace::first().openDatabase(m_file);
-    database->executeNative("PRAGMA foreign_keys = OFF");
-    database->executeNative(sql);
-}
-
-QString TestCheck::value(const QString &sql)
-{
-    return Workspace::first().openDatabase(m_file)->openNative(sql).at(0, 0).toText();
-}
-
-QByteArray TestCheck::content()
-{
-    QFile file(m_file);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void TestCheck::soundCribHasNoFaults()
-{
-    const AdminRun run({"check", m_file});
-    QCOMPARE(run.out, "No faults found.\n");
-    QCOMPARE(run.status, 0);
-}
-
-void TestCheck::ordinaryDeletionsLeaveNoFault()
-{
-    change("DELETE FROM ScrapReasons");
-    change("DELETE FROM Types WHERE ID IN (3, 4)");
-    QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
-}
-
-void TestCheck::findsAndMends_data()
-{
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("finding");
-    QTest::addColumn<QString>("mended"); // empty where a person must decide
-    QTest::addColumn<QString>("proof");
-    QTest::addColumn<QString>("expected");
-    const auto mended = [](const char *name, const char *fault, const char *finding, const char *mended,
-                           const char *proof, const char *expected) {
-        QTest::newRow(name) << fault << finding << mended << proof << expected;
-    };
-    const auto left = [](const char *name, const char *fault, const char *finding) {
-        QTest::newRow(name) << fault << finding << ""
-                            << ""
-                            << "";
-    };
-
-    mended("type below a missing one", "UPDATE Types SET Parent = 99 WHERE ID = 2",
-           "Type 2 \"Jobber Drills\" lies below type 99, which does not exist; the tree does not show it.",
-           "Moved to the top level.", "SELECT Parent FROM Types WHERE ID = 2", "0");
-    mended("location below a missing one", "DELETE FROM Locations WHERE ID = 1; UPDATE Tools SET Location = 2",
-           "Location 2 \"Room\" lies below location 1, which does not exist; the tree does not show it.",
-           "Moved to the top level.", "SELECT Parent FROM Locations WHERE ID = 2", "0");
-    mended("types in a circle", "UPDATE Types SET Parent = 4 WHERE ID = 3",
-           "Types lie below one another in a circle; the tree does not show them: 3 \"Spare\", 4 \"Oddments\".",
-           "Moved 3 to the top level.", "SELECT group_concat(Parent) FROM Types WHERE ID IN (3, 4)", "0,3");
-    mended("location in itself", "UPDATE Locations SET Parent = 1 WHERE ID = 1",
-           "Locations lie below one another in a circle; the tree does not show them: 1 \"Hall\".",
-           "Moved 1 to the top level.", "SELECT Parent FROM Locations WHERE ID = 1", "0");
-    mended("out without a loan", "UPDATE Tools SET Out = -1 WHERE ID = 2",
-           "Tool 2 \"Drill 6 mm\" is marked as out, but has no open loan.", "Marked as in the crib.",
-           "SELECT Out FROM Tools WHERE ID = 2", "0");
-    mended("loan without the flag", "UPDATE Tools SET Out = 0 WHERE ID = 1",
-           "Tool 1 \"Drill 5 mm\" has an open loan, but is not marked as out.", "Marked as out.",
-           "SELECT Out FROM Tools WHERE ID = 1", "-1");
-    mended("two open loans",
-           "INSERT INTO CheckOutIn VALUES (4, 1, '7', 100, 4, '2026-01-06 09:00:00', NULL, -1, 'Drill 5 mm', 'C-1')",
-           "Loan 1 of tool 1 \"Drill 5 mm\" is still open, but the tool has gone out again since.",
-           "Closed as of the next loan.", "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 1",
-           "02026-01-06 09:00:00");
-    mended("open loan of a scrapped tool", "UPDATE CheckOutIn SET Active = -1, DateIn = NULL WHERE ID = 3",
-           "Loan 3 of tool 3 \"Tap\" is still open, but the tool is scrapped.", "Closed as of the day it was scrapped.",
-           "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 3", "02026-01-03 08:00:00");
-    mended("scrap record with a live tool's number", "UPDATE Scrap SET ID = 2",
-           "Scrap record 2 \"Tap\" has the number of a tool in the crib; purging the record would delete that tool as "
-           "well.",
-           "Given a number that no tool has.", "SELECT ID FROM Scrap", "16386");
-
-    left("loans of a tool that a purge took along", "DELETE FROM Tools WHERE ID = 1",
-         "Tool 1 \"Drill 5 mm\" has 1 loans (1 open), but is neither in the crib nor scrapped; purging a scrap record "
-         "deletes "
-         "the tool of the record's own number as well.");
-    left("scrap record of a tool that is back", "UPDATE Scrap SET ToolID = 2; DELETE FROM CheckOutIn WHERE ID = 3",
-         "Scrap record 16384 \"Tap\" is of tool 2, which is in the crib; it cannot be restored, and purging it would "
-         "delete "
-         "that tool's loans.");
-    left("tool of a missing type", "UPDATE Tools SET Type = 77 WHERE ID = 2",
-         "Tool 2 \"Drill 6 mm\" is of type 77, which does not exist.");
-    left("tool in a missing location", "UPDATE Tools SET Location = 77 WHERE ID = 2",
-         "Tool 2 \"Drill 6 mm\" is in location 77, which does not exist.");
-    left("loan to a missing employee", "UPDATE CheckOutIn SET Employee = '8' WHERE ID = 2",
-         "Employee \"8\" does not exist, but has loans: 1.");
-    left("loan to nobody", "UPDATE CheckOutIn SET Employee = NULL WHERE ID = 2",
-         "Employee \"\" does not exist, but has loans: 1.");
-    left("scrapped by a missing employee", "UPDATE Scrap SET Employee = 8",
-         "Employee \"8\" does not exist, but has scrapped tools: 1.");
-    left("loan on a missing job", "UPDATE CheckOutIn SET JobOrOH = 102 WHERE ID = 3",
-         "There is no job 102, but loans are charged to it: 1.");
-    left("loan on a missing operation", "UPDATE CheckOutIn SET JobOrOH = 556 WHERE ID = 2",
-         "There is no operation 556, but loans are charged to it: 1.");
-    left("loan on an unknown kind of charge", "UPDATE CheckOutIn SET LineItemTypeId = NULL WHERE ID = 2",
-         "There is no kind of charge 0, but loans have it: 1.");
-    left("scrapped on a missing job", "UPDATE Scrap SET JobOrOH = 2",
-         "There is no job 2, but scrapped tools are charged to it: 1.");
-    left("scrapped on a missing operation", "UPDATE Scrap SET LineItemTypeId = 5, JobOrOH = 555",
-         "There is no operation 555, but scrapped tools are charged to it: 1; the tree of scrapped tools cannot be "
-         "shown.");
-    left("scrapped on an unknown kind of charge", "UPDATE Scrap SET LineItemTypeId = 6",
-         "There is no kind of charge 6, but scrapped tools have it: 1; the tree of scrapped tools cannot be shown.");
-    left("scrapped on a job and an operation of one number",
-         "INSERT INTO Operation VALUES (1, 'Rework', 'O');"
-         "INSERT INTO Scrap SELECT 16385, 4, Type, '', '', '', 'Die', 4, 2, 7, ScrapDate, 1, 5, 1, '', NULL, NULL FROM "
-         "Scrap",
-         "Tools were scrapped on a job and on an operation of the same number 1; the tree of scrapped tools cannot be "
-         "shown.");
-    left("tool number too large", "UPDATE Tools SET ID = 32768 WHERE ID = 2; DELETE FROM CheckOutIn WHERE ID = 2",
-         "Tool 32768 \"Drill 6 mm\" has a number outside 1 to 32767; it cannot be lent or scrapped.");
-    left("scrapped tool's number too large", "UPDATE Scrap SET ToolID = 32768; DELETE FROM CheckOutIn WHERE ID = 3",
-         "Scrap record 16384 \"Tap\" is of tool 32768, a number outside 1 to 32767; restored, it could not be lent.");
-    left("type with a quote", "UPDATE Types SET Description = 'Neil''s' WHERE ID = 2",
-         "Type 2 (Neil's) has a quote in its name; queries by that name may fail.");
-    left("location with a quote", "UPDATE Locations SET Description = '6\" shelf' WHERE ID = 2",
-         "Location 2 (6\" shelf) has a quote in its name; queries by that name may fail.");
-    left("tool with a quote", "UPDATE Tools SET PartNumber = 'a''b' WHERE ID = 2",
-         "Tool 2 (Drill 6 mm, , a'b) has a quote in its description, manufacturer or part number; lists and queries by "
-         "it may "
-         "fail.");
-    left("reason with a quote", "UPDATE ScrapReasons SET Description = 'can''t'",
-         "Scrap reason 1 (can't) has a quote in it; tools cannot be scrapped for it.");
-}
-
-void TestCheck::findsAndMends()
-{
-    QFETCH(QString, fault);
-    QFETCH(QString, finding);
-    QFETCH(QString, mended);
-    QFETCH(QString, proof);
-    change(fault);
-    const QByteArray before = content();
-
-    const AdminRun looked({"check", m_file});
-    QCOMPARE(looked.out, finding + "\nFaults found: 1.\n");
-    QCOMPARE(looked.status, 1);
-    QCOMPARE(content(), before);
-
-    const AdminRun fixed({"check", m_file, "--fix"});
-    if (mended.isEmpty()) {
-        QCOMPARE(fixed.out, finding + "\nFaults found: 1. Mended: 0. Left: 1.\n");
-        QCOMPARE(fixed.status, 1);
-        QCOMPARE(content(), before);
-        return;
-    }
-    QCOMPARE(fixed.out, finding + ' ' + mended + "\nFaults found: 1. Mended: 1. Left: 0.\n");
-    QCOMPARE(fixed.status, 0);
-    QTEST(value(proof), "expected");
-    QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
-}
-
-void TestCheck::mendsWhatHangsTogetherInOneRun()
-{
-    // Three open loans, the flag off; a circle of three with a branch below it; two scrap records that purge live
-    // tools.
-    change("INSERT INTO CheckOutIn SELECT ID + 10, 1, '7', 100, 4, '2026-01-1' || ID || ' 09:00:00', NULL, -1, '', '' "
-           "FROM "
-           "CheckOutIn WHERE ID < 3");
-    change("UPDATE Tools SET Out = 0");
-    change("INSERT INTO Types VALUES (5, 'Taps', 7), (6, 'Dies', 5), (7, 'Mills', 6), (8, 'Ball mills', 7)");
-    change("INSERT INTO Scrap SELECT ID - 16383, 10, Type, '', '', '', 'Die', 4, 2, 7, ScrapDate, 1, 4, 1, '', NULL, "
-           "NULL FROM "
-           "Scrap; UPDATE Scrap SET ID = 2 WHERE ID > 2");
-    const AdminRun fixed({"check", m_file, "--fix"});
-    QVERIFY2(fixed.out.endsWith("Faults found: 6. Mended: 6. Left: 0.\n"), qPrintable(fixed.out));
-    QCOMPARE(value("SELECT group_concat(DateIn) FROM CheckOutIn WHERE Tool_Id = 1"),
-             "2026-01-11 09:00:00,2026-01-12 09:00:00");
-    QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
-}
-
-void TestCheck::missingPartsOfTheSchemaAreNamed()
-{
-    change("DROP TABLE JobVorlane; ALTER TABLE Scrap DROP COLUMN Notes");
-    const AdminRun run({"check", m_file});
-    QCOMPARE(run.out,
-             "The column Notes of the table Scrap is missing.\nThe table JobVorlane is missing.\nFaults found: 2.\n");
-    QCOMPARE(run.status, 1);
-}
-
-void TestCheck::damagedFileIsReportedNotMended()
-{
-    // Wipes the page on which the tools' index by type stands.
-    const qint64 page = value("SELECT rootpage FROM sqlite_schema WHERE name = 'Tools_Type'").toLongLong();
-    const qint64 pageSize = value("PRAGMA page_size").toLongLong();
-    QFile file(m_file);
-    QVERIFY(file.open(QIODevice::ReadWrite));
-    file.seek((page - 1) * pageSize);
-    file.write(QByteArray(pageSize, '\0'));
-    file.close();
-
-    const AdminRun run({"check", m_file, "--fix"});
-    QCOMPARE(run.status, 1);
-    QVERIFY2((run.out + run.errors).contains("damaged") || run.errors.startsWith("error 3049: "),
-             qPrintable(run.out + run.errors));
-}
 
 QTEST_GUILESS_MAIN(TestCheck)
 #include "tst_check.moc"

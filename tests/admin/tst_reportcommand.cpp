@@ -1,5 +1,7 @@
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/AdminRun.h"
+#include "tests/support/DataRows.h"
+#include "tests/support/Files.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -11,170 +13,145 @@ class TestReportCommand : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void csvHoldsTheRowsOfTheStatement_data();
-    void csvHoldsTheRowsOfTheStatement();
-    void pdfHasItsPages();
-    void failuresBearTheirNumber_data();
-    void failuresBearTheirNumber();
-    void exampleOfTheManualWorks();
-    void needsNoDisplay();
+    void initTestCase()
+    {
+        ProgramFolder::setPath(m_folder.path());
+        for (const char *name : {"ToolsByType.rpt", "LoanSheet.rpt", "ToolsScrapped.rpt"})
+            QVERIFY(QFile::copy(QString(PROGRAM_DATA "/templates/") + name, path(name)));
+        writeFile(path("Odd.rpt"), "<report version=\"1\">\n<picture/></report>");
+        writeFile(path("text.mdb"), QByteArray(5000, 'x'));
+        writeFile(path("kept.pdf"), "kept");
+        QCOMPARE(AdminRun({"sample", path("crib.mdb"), "--scale", "small"}).errors, "");
+    }
+
+    void csvHoldsTheRowsOfTheStatement_data()
+    {
+        columns<QString, QString, QString, QString>("templateFile", "formula", "tables", "condition");
+        const QString tools = "(Tools INNER JOIN Types ON Tools.Type = Types.ID)"
+                              " INNER JOIN Locations ON Tools.Location = Locations.ID";
+        row("all", "ToolsByType.rpt", QString(), tools, "1 = 1");
+        row("some", "ToolsByType.rpt",
+            "{Tools.Manufacturer} = 'QUENBY' and {Tools.PricePer} >= 20 or {Tools.Out} = true", tools,
+            "Tools.Manufacturer = 'Quenby' and Tools.PricePer >= 20 or Tools.Out = true");
+        row("none", "ToolsByType.rpt", "{Tools.ID} = -1", tools, "Tools.ID = -1");
+        row("rows without a partner", "LoanSheet.rpt", "{CheckOutIn.LineItemTypeId} = 4",
+            "(CheckOutIn LEFT JOIN Employee ON CheckOutIn.Employee = Employee.EmpID)"
+            " LEFT JOIN Operation ON CheckOutIn.JobOrOH = Operation.OperNo",
+            "CheckOutIn.LineItemTypeId = 4");
+    }
+
+    void csvHoldsTheRowsOfTheStatement()
+    {
+        QFETCH(QString, templateFile);
+        QFETCH(QString, formula);
+        QFETCH(QString, tables);
+        QFETCH(QString, condition);
+        QFile::remove(path("out.csv"));
+        const AdminRun run({"report", path("crib.mdb"), templateFile, formula, path("out.csv")});
+        QCOMPARE(run.errors, "");
+        QCOMPARE(run.status, 0);
+        QStringList printed = QString::fromUtf8(content("out.csv").sliced(3)).split("\r\n", Qt::SkipEmptyParts);
+        const QString headings = printed.takeFirst();
+        QStringList rows =
+            AdminRun({"sql", path("crib.mdb"), QString("SELECT %1 FROM %2 WHERE %3").arg(headings, tables, condition)})
+                .out.split("\r\n", Qt::SkipEmptyParts);
+        rows.removeFirst();
+        printed.sort();
+        rows.sort();
+        QCOMPARE(printed, rows);
+        QCOMPARE(run.out, QString("%1 records\n").arg(rows.size()));
+        QCOMPARE(rows.isEmpty(), condition == "Tools.ID = -1");
+    }
+
+    void pdfHasItsPages()
+    {
+        const auto pages = [this](const QString &formula) {
+            QFile::remove(path("out.PDF"));
+            AdminRun({"report", path("crib.mdb"), "LoanSheet.rpt", formula, path("out.PDF")});
+            return content("out.PDF").startsWith("%PDF") ? content("out.PDF").count("/Type /Page\n") : 0;
+        };
+        const QString employees = "SELECT DISTINCT Employee FROM CheckOutIn WHERE ID <= 12"; // a page each
+        QCOMPARE(pages("{CheckOutIn.ID} <= 12"), AdminRun({"sql", path("crib.mdb"), employees}).out.count("\r\n") - 1);
+        QCOMPARE(pages("{CheckOutIn.ID} < 0"), 1); // which says that there is nothing
+    }
+
+    void failuresBearTheirNumber_data()
+    {
+        columns<QStringList, QString>("operands", "error");
+        const QString all;
+        row("no template", QStringList{"crib.mdb", "Nothing.rpt", all, "new.pdf"}, "20504: there is no file");
+        row("no name", QStringList{"crib.mdb", "../Odd.rpt", all, "new.pdf"}, "20507: \"../Odd.rpt\"");
+        row("template", QStringList{"crib.mdb", "Odd.rpt", all, "new.pdf"},
+            "20525: Odd.rpt, line 2: unknown element <picture>");
+        row("formula", QStringList{"crib.mdb", "ToolsByType.rpt", "{Tools.ID} = ", "new.csv"}, "20515: ");
+        row("field", QStringList{"crib.mdb", "ToolsByType.rpt", "{Tools.Colour} = 1", "new.csv"},
+            "20509: {Tools.Colour}");
+        row("no database but a text", QStringList{"text.mdb", "ToolsByType.rpt", all, "new.pdf"}, "3343: ");
+        row("no database", QStringList{"none.mdb", "ToolsByType.rpt", all, "new.pdf"}, "3024: ");
+        row("no folder", QStringList{"crib.mdb", "ToolsByType.rpt", all, "absent/new.pdf"}, "20530: ");
+        row("target exists", QStringList{"crib.mdb", "ToolsByType.rpt", all, "kept.pdf"}, "20514: ");
+    }
+
+    void failuresBearTheirNumber()
+    {
+        QFETCH(QStringList, operands);
+        QFETCH(QString, error);
+        const QStringList before = QDir(m_folder.path()).entryList();
+        operands[0] = path(operands[0]);
+        operands[3] = path(operands[3]);
+        const AdminRun run(QStringList("report") + operands);
+        QCOMPARE(run.status, 1);
+        QCOMPARE(run.out, "");
+        QVERIFY2(run.errors.startsWith("error " + error) && run.errors.count('\n') == 1, qPrintable(run.errors));
+        QCOMPARE(QDir(m_folder.path()).entryList(), before);
+        QCOMPARE(content("kept.pdf"), "kept");
+    }
+
+    void exampleOfTheManualWorks()
+    {
+        QFile page(PROGRAM_BIN "/manual/report-templates.html");
+        QVERIFY(page.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(page.readAll());
+        const auto example = [&text](const QString &id) {
+            const QString begin = "<pre id=\"" + id + "\">";
+            const QString shown = text.section(begin, 1).section("</pre>", 0, 0);
+            return QTextDocumentFragment::fromHtml("<pre>" + shown + "</pre>").toPlainText();
+        };
+        writeFile(path("DearTools.rpt"), example("DearTools").toUtf8());
+        const AdminRun run({"report", path("crib.mdb"), "DearTools.rpt", "", path("dear.pdf")});
+        QCOMPARE(run.errors, "");
+        const QString dear = "SELECT ID FROM Tools WHERE PricePer >= 500";
+        const auto tools = AdminRun({"sql", path("crib.mdb"), dear}).out.count("\r\n") - 1;
+        QVERIFY(tools > 0);
+        QCOMPARE(run.out, QString("%1 records\n").arg(tools));
+        const QString offer = example("offer").section('"', 1, 1);
+        QCOMPARE(AdminRun({"sql", path("crib.mdb"), offer}).out, "1 rows affected\n");
+    }
+
+    void needsNoDisplay()
+    {
+        QProcess program;
+        program.setProcessEnvironment({});
+        program.start(PROGRAM_BIN "/vorlane-admin",
+                      {"report", path("crib.mdb"), "ToolsScrapped.rpt", "{Scrap.ID} < 0", path("alone.pdf")});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.readAllStandardOutput(), "0 records\n");
+        QCOMPARE(program.readAllStandardError(), "");
+        QCOMPARE(program.exitCode(), 0);
+
+        program.start(PROGRAM_BIN "/vorlane-admin", {"report", path("crib.mdb"), "Nothing.rpt", "", path("alone.csv")});
+        QVERIFY(program.waitForFinished());
+        const QByteArray error = program.readAllStandardError();
+        QVERIFY2(error.startsWith("error 20504: ") && error.count('\n') == 1, error.constData());
+        QCOMPARE(program.exitCode(), 1);
+    }
 
 private:
     QString path(const QString &name) const { return m_folder.filePath(name); }
-    QByteArray content(const QString &name) const
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    void write(const QString &name, const QByteArray &content) const
-    {
-        QFile file(path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
+    QByteArray content(const QString &name) const { return contentOf(path(name)); }
 
     QTemporaryDir m_folder;
 };
-
-void TestReportCommand::initTestCase()
-{
-    ProgramFolder::setPath(m_folder.path());
-    for (const char *name : {"ToolsByType.rpt", "LoanSheet.rpt", "ToolsScrapped.rpt"})
-        QVERIFY(QFile::copy(QString(PROGRAM_DATA "/templates/") + name, path(name)));
-    write("Odd.rpt", "<report version=\"1\">\n<picture/></report>");
-    write("text.mdb", QByteArray(5000, 'x'));
-    write("kept.pdf", "kept");
-    QCOMPARE(AdminRun({"sample", path("crib.mdb"), "--scale", "small"}).errors, "");
-}
-
-void TestReportCommand::csvHoldsTheRowsOfTheStatement_data()
-{
-    QTest::addColumn<QString>("templateFile");
-    QTest::addColumn<QString>("formula");
-    QTest::addColumn<QString>("tables");
-    QTest::addColumn<QString>("condition");
-    const QString tools = "(Tools INNER JOIN Types ON Tools.Type = Types.ID)"
-                          " INNER JOIN Locations ON Tools.Location = Locations.ID";
-    QTest::newRow("all") << "ToolsByType.rpt" << QString() << tools << "1 = 1";
-    QTest::newRow("some") << "ToolsByType.rpt"
-                          << "{Tools.Manufacturer} = 'QUENBY' and {Tools.PricePer} >= 20 or {Tools.Out} = true" << tools
-                          << "Tools.Manufacturer = 'Quenby' and Tools.PricePer >= 20 or Tools.Out = true";
-    QTest::newRow("none") << "ToolsByType.rpt"
-                          << "{Tools.ID} = -1" << tools << "Tools.ID = -1";
-    QTest::newRow("rows without a partner") << "LoanSheet.rpt"
-                                            << "{CheckOutIn.LineItemTypeId} = 4"
-                                            << "(CheckOutIn LEFT JOIN Employee ON CheckOutIn.Employee = Employee.EmpID)"
-                                               " LEFT JOIN Operation ON CheckOutIn.JobOrOH = Operation.OperNo"
-                                            << "CheckOutIn.LineItemTypeId = 4";
-}
-
-void TestReportCommand::csvHoldsTheRowsOfTheStatement()
-{
-    QFETCH(QString, templateFile);
-    QFETCH(QString, formula);
-    QFETCH(QString, tables);
-    QFETCH(QString, condition);
-    QFile::remove(path("out.csv"));
-    const AdminRun run({"report", path("crib.mdb"), templateFile, formula, path("out.csv")});
-    QCOMPARE(run.errors, "");
-    QCOMPARE(run.status, 0);
-    QStringList printed = QString::fromUtf8(content("out.csv").sliced(3)).split("\r\n", Qt::SkipEmptyParts);
-    const QString headings = printed.takeFirst();
-    QStringList rows =
-        AdminRun({"sql", path("crib.mdb"), QString("SELECT %1 FROM %2 WHERE %3").arg(headings, tables, condition)})
-            .out.split("\r\n", Qt::SkipEmptyParts);
-    rows.removeFirst();
-    printed.sort();
-    rows.sort();
-    QCOMPARE(printed, rows);
-    QCOMPARE(run.out, QString("%1 records\n").arg(rows.size()));
-    QCOMPARE(rows.isEmpty(), condition == "Tools.ID = -1");
-}
-
-void TestReportCommand::pdfHasItsPages()
-{
-    const auto pages = [this](const QString &formula) {
-        QFile::remove(path("out.PDF"));
-        AdminRun({"report", path("crib.mdb"), "LoanSheet.rpt", formula, path("out.PDF")});
-        return content("out.PDF").startsWith("%PDF") ? content("out.PDF").count("/Type /Page\n") : 0;
-    };
-    const QString employees = "SELECT DISTINCT Employee FROM CheckOutIn WHERE ID <= 12"; // a page each
-    QCOMPARE(pages("{CheckOutIn.ID} <= 12"), AdminRun({"sql", path("crib.mdb"), employees}).out.count("\r\n") - 1);
-    QCOMPARE(pages("{CheckOutIn.ID} < 0"), 1); // which says that there is nothing
-}
-
-void TestReportCommand::failuresBearTheirNumber_data()
-{
-    QTest::addColumn<QStringList>("operands");
-    QTest::addColumn<QString>("error");
-    const QString all;
-    QTest::newRow("no template") << QStringList{"crib.mdb", "Nothing.rpt", all, "new.pdf"} << "20504: there is no file";
-    QTest::newRow("no name") << QStringList{"crib.mdb", "../Odd.rpt", all, "new.pdf"} << "20507: \"../Odd.rpt\"";
-    QTest::newRow("template") << QStringList{"crib.mdb", "Odd.rpt", all, "new.pdf"}
-                              << "20525: Odd.rpt, line 2: unknown element <picture>";
-    QTest::newRow("formula") << QStringList{"crib.mdb", "ToolsByType.rpt", "{Tools.ID} = ", "new.csv"} << "20515: ";
-    QTest::newRow("field") << QStringList{"crib.mdb", "ToolsByType.rpt", "{Tools.Colour} = 1", "new.csv"}
-                           << "20509: {Tools.Colour}";
-    QTest::newRow("no database but a text") << QStringList{"text.mdb", "ToolsByType.rpt", all, "new.pdf"} << "3343: ";
-    QTest::newRow("no database") << QStringList{"none.mdb", "ToolsByType.rpt", all, "new.pdf"} << "3024: ";
-    QTest::newRow("no folder") << QStringList{"crib.mdb", "ToolsByType.rpt", all, "absent/new.pdf"} << "20530: ";
-    QTest::newRow("target exists") << QStringList{"crib.mdb", "ToolsByType.rpt", all, "kept.pdf"} << "20514: ";
-}
-
-void TestReportCommand::failuresBearTheirNumber()
-{
-    QFETCH(QStringList, operands);
-    QFETCH(QString, error);
-    const QStringList before = QDir(m_folder.path()).entryList();
-    operands[0] = path(operands[0]);
-    operands[3] = path(operands[3]);
-    const AdminRun run(QStringList("report") + operands);
-    QCOMPARE(run.status, 1);
-    QCOMPARE(run.out, "");
-    QVERIFY2(run.errors.startsWith("error " + error) && run.errors.count('\n') == 1, qPrintable(run.errors));
-    QCOMPARE(QDir(m_folder.path()).entryList(), before);
-    QCOMPARE(content("kept.pdf"), "kept");
-}
-
-void TestReportCommand::exampleOfTheManualWorks()
-{
-    QFile page(PROGRAM_BIN "/manual/report-templates.html");
-    QVERIFY(page.open(QIODevice::ReadOnly));
-    const QString text = QString::fromUtf8(page.readAll());
-    const auto example = [&text](const QString &id) {
-        const QString begin = "<pre id=\"" + id + "\">";
-        const QString shown = text.section(begin, 1).section("</pre>", 0, 0);
-        return QTextDocumentFragment::fromHtml("<pre>" + shown + "</pre>").toPlainText();
-    };
-    write("DearTools.rpt", example("DearTools").toUtf8());
-    const AdminRun run({"report", path("crib.mdb"), "DearTools.rpt", "", path("dear.pdf")});
-    QCOMPARE(run.errors, "");
-    const QString dear = "SELECT ID FROM Tools WHERE PricePer >= 500";
-    const auto tools = AdminRun({"sql", path("crib.mdb"), dear}).out.count("\r\n") - 1;
-    QVERIFY(tools > 0);
-    QCOMPARE(run.out, QString("%1 records\n").arg(tools));
-    const QString offer = example("offer").section('"', 1, 1);
-    QCOMPARE(AdminRun({"sql", path("crib.mdb"), offer}).out, "1 rows affected\n");
-}
-
-void TestReportCommand::needsNoDisplay()
-{
-    QProcess program;
-    program.setProcessEnvironment({});
-    program.start(PROGRAM_BIN "/vorlane-admin",
-                  {"report", path("crib.mdb"), "ToolsScrapped.rpt", "{Scrap.ID} < 0", path("alone.pdf")});
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.readAllStandardOutput(), "0 records\n");
-    QCOMPARE(program.readAllStandardError(), "");
-    QCOMPARE(program.exitCode(), 0);
-
-    program.start(PROGRAM_BIN "/vorlane-admin", {"report", path("crib.mdb"), "Nothing.rpt", "", path("alone.csv")});
-    QVERIFY(program.waitForFinished());
-    const QByteArray error = program.readAllStandardError();
-    QVERIFY2(error.startsWith("error 20504: ") && error.count('\n') == 1, error.constData());
-    QCOMPARE(program.exitCode(), 1);
-}
 
 QTEST_MAIN(TestReportCommand)
 #include "tst_reportcommand.moc"

@@ -1,8 +1,7 @@
 #include "platform/gui/Handler.h"
 #include "tests/app/CribLife.h"
-#include "tests/support/CribDatabase.h"
+#include "tests/support/CribExplorer.h"
 #include "tests/support/DataRows.h"
-#include "tests/support/FakeFrame.h"
 #include "tests/support/ScriptedUser.h"
 
 #include <QProcess>
@@ -16,15 +15,15 @@ constexpr int toolCount = 60;
 
 void fill(CribDatabase &crib)
 {
-    QStringList tools{"INSERT INTO Types (Description,Parent) VALUES('Drills',0)"};
+    crib.insert("Types (Description,Parent)", {"'Drills',0"});
+    QStringList tools;
     for (int tool = 0; tool < toolCount; ++tool)
-        tools.append(QStringLiteral("INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer,Out)"
-                                    " VALUES(%1,%2,'Fenwick','P-%3','Tool %4',12.5,0)")
+        tools.append(QStringLiteral("%1,%2,'Fenwick','P-%3','Tool %4',12.5,0")
                          .arg(tool % 3 + 1)
                          .arg(tool % 2 + 1)
                          .arg(tool)
                          .arg(tool % 7));
-    crib.run(tools);
+    crib.insert("Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer,Out)", tools);
     ProgramState::SuiteInstalled = true;
 }
 
@@ -73,16 +72,13 @@ class TestCribLife : public QObject
 private slots:
     void init()
     {
-        m_crib = std::make_unique<CribDatabase>();
+        m_crib.emplace();
         fill(*m_crib);
-        m_frame = std::make_unique<FakeFrame>();
-        frmTree::instance().Startup(false);
+        explorer().Startup(false);
     }
 
     void cleanup()
     {
-        frmTree::unload();
-        m_frame.reset();
         m_crib.reset();
         ProgramState::SuiteInstalled = false;
     }
@@ -106,7 +102,6 @@ private slots:
     void nothingIsLostWhenTheFileCannotBeWritten_data()
     {
         columns<bool, int>("locked", "operation");
-
         const std::pair<const char *, CribLife::Operation> operations[] = {
             {"lending", CribLife::lend},      {"taking back", CribLife::take}, {"scrapping", CribLife::scrap},
             {"restoring", CribLife::restore}, {"moving", CribLife::move},
@@ -148,7 +143,7 @@ private slots:
 
         frmCheckOut::unload();
         user.said.clear();
-        frmTree::instance().rebuildView();
+        explorer().rebuildView();
         QVERIFY(life.act(CribLife::Operation(operation))); // and the day goes on
     }
 
@@ -209,8 +204,7 @@ private:
         return all;
     }
 
-    std::unique_ptr<CribDatabase> m_crib;
-    std::unique_ptr<FakeFrame> m_frame;
+    std::optional<CribExplorer> m_crib;
 };
 
 static int workOn(const QString &path, unsigned seed)
@@ -218,7 +212,7 @@ static int workOn(const QString &path, unsigned seed)
     Session::open(path);
     ProgramState::SuiteInstalled = true;
     FakeFrame frame;
-    frmTree::instance().Startup(false);
+    explorer().Startup(false);
     AgreeableUser user;
     CribLife life(seed);
     const CribLife::Operation operations[] = {CribLife::lend, CribLife::take, CribLife::scrap, CribLife::restore};

@@ -2,6 +2,7 @@
 #include "catalogue/FolderList.h"
 #include "tests/support/CribWithTool.h"
 #include "tests/support/DataRows.h"
+#include "tests/support/ModelTexts.h"
 #include "tests/support/ScriptedUser.h"
 
 #include <QClipboard>
@@ -25,7 +26,6 @@ private slots:
     {
         columns<bool, QString, QString, QString, QString, QString>("isLocation", "mode", "window", "caption", "box",
                                                                    "text");
-
         row("new location", true, "New", "frmLocationNewEdit", "New Tool Location in Tools\\Hall 3", "txtLocation", "");
         row("location", true, "Edit", "frmLocationNewEdit", "Edit Tool Location", "txtLocation", "Cabinet B");
         row("new type", false, "New", "frmTypeNewEdit", "New Tool Type in Tools\\Hall 3", "txtType", "");
@@ -52,7 +52,6 @@ private slots:
     void editorRefuses_data()
     {
         columns<bool, QString, QString>("isLocation", "text", "message");
-
         row("a number", true, "123", "You may not use a number for a Location!");
         row("a number in scientific form", false, "1e3", "You may not use a number for a Type!");
         row("nothing", true, "", "Please enter a description.");
@@ -154,7 +153,7 @@ private slots:
         whenModal<FolderList>([](FolderList &form) {
             QCOMPARE(form.objectName(), "frmLocation");
             QCOMPARE(form.windowTitle(), "Tool Locations");
-            QCOMPARE(listed(form), QStringList({"Attic", "Cabinet A", "Cabinet B"}));
+            QCOMPARE(textsOf(form.ui.dblLocation->model()), QStringList({"Attic", "Cabinet A", "Cabinet B"}));
             QVERIFY(ProgramState::LocationListOpen && !ProgramState::TypeListOpen);
             QTest::mouseClick(form.ui.Command2, Qt::LeftButton);
             QVERIFY(!form.isVisible());
@@ -165,7 +164,7 @@ private slots:
         whenModal<FolderList>([](FolderList &form) {
             QCOMPARE(form.objectName(), "frmType");
             QCOMPARE(form.windowTitle(), "Tool Types (Groups)");
-            QCOMPARE(listed(form), QStringList({"drills", "Torque wrenches", "Wrenches"}));
+            QCOMPARE(textsOf(form.ui.dblLocation->model()), QStringList({"drills", "Torque wrenches", "Wrenches"}));
             QVERIFY(!ProgramState::LocationListOpen && ProgramState::TypeListOpen);
             QTest::keyClick(&form, Qt::Key_Escape);
         });
@@ -176,7 +175,6 @@ private slots:
     void deletes_data()
     {
         columns<bool, int, QMessageBox::StandardButton, QString>("isLocation", "place", "answer", "refusal");
-
         row("a location without tools", true, 2, QMessageBox::Ok, "");
         row("Cancel", true, 2, QMessageBox::Cancel, "");
         row("a location with tools", true, 1, QMessageBox::Ok,
@@ -207,11 +205,10 @@ private slots:
         whenModal<FolderList>([&](FolderList &form) {
             form.ui.dblLocation->setCurrentRow(place);
             QTest::mouseClick(form.ui.cmdDelete, Qt::LeftButton);
-            QCOMPARE(listed(form), left);
+            QCOMPARE(textsOf(form.ui.dblLocation->model()), left);
             QCOMPARE(form.ui.dblLocation->currentRow(), qMin(place, int(left.size()) - 1));
         });
         FolderList::showModal(kind(isLocation));
-
         QCOMPARE(user.boxes(), boxes);
         QCOMPARE(crib->rows(isLocation ? "Select Description from Locations order by Description"
                                        : "Select Description from Types order by Description"),
@@ -246,7 +243,8 @@ private slots:
                 QTest::keyClick(editor.ui.txtDescription, Qt::Key_Return);
             });
             QTest::mouseClick(form.ui.cmdNew, Qt::LeftButton);
-            QCOMPARE(listed(form), QStringList({"Attic", "Basement", "Cabinet A", "Cabinet B"}));
+            QCOMPARE(textsOf(form.ui.dblLocation->model()),
+                     QStringList({"Attic", "Basement", "Cabinet A", "Cabinet B"}));
         });
         FolderList::showModal(FolderKind::location);
         QCOMPARE(crib->rows("Select Parent from Locations where Description='Basement'"), QStringList("0"));
@@ -278,7 +276,7 @@ private slots:
             } else {
                 QTest::mouseClick(form.ui.cmdEdit, Qt::LeftButton);
             }
-            QCOMPARE(listed(form), QStringList({"Bits ", "drills", "Wrenches"}));
+            QCOMPARE(textsOf(form.ui.dblLocation->model()), QStringList({"Bits ", "drills", "Wrenches"}));
         });
         FolderList::showModal(FolderKind::type);
         QCOMPARE(crib->rows("Select Description,Parent from Types order by ID"),
@@ -299,14 +297,6 @@ private slots:
 
 private:
     static const FolderKind &kind(bool isLocation) { return isLocation ? FolderKind::location : FolderKind::type; }
-
-    static QStringList listed(const FolderList &form)
-    {
-        QStringList texts;
-        for (int row = 0; row < form.ui.dblLocation->count(); ++row)
-            texts.append(form.ui.dblLocation->item(row)->text());
-        return texts;
-    }
 
     std::optional<CribWithTool> crib;
 };

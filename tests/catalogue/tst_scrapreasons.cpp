@@ -2,22 +2,8 @@
 #include "catalogue/frmScrapReasonsAddEdit.h"
 #include "tests/support/CribDatabase.h"
 #include "tests/support/DataRows.h"
+#include "tests/support/ModelTexts.h"
 #include "tests/support/ScriptedUser.h"
-
-namespace {
-
-QStringList listed(const frmScrapReasons &form)
-{
-    QStringList texts;
-    const QAbstractItemModel *model = form.ui.lvwMI->model();
-    for (int row = 0; row < model->rowCount(); ++row)
-        texts.append(model->index(row, 0).data().toString());
-    return texts;
-}
-
-void select(frmScrapReasons &form, int row) { form.ui.lvwMI->setCurrentIndex(form.ui.lvwMI->model()->index(row, 0)); }
-
-}
 
 class TestScrapReasons : public QObject
 {
@@ -35,23 +21,9 @@ private slots:
 
     void cleanup() { crib.reset(); }
 
-    void listsByDescription()
-    {
-        whenModal<frmScrapReasons>([](frmScrapReasons &form) {
-            QCOMPARE(form.windowTitle(), "Scrap Reasons");
-            QCOMPARE(form.ui.lvwMI->model()->columnCount(), 1);
-            QCOMPARE(form.ui.lvwMI->model()->headerData(0, Qt::Horizontal).toString(), "Description");
-            QCOMPARE(listed(form), QStringList({"bent", "Broken", "Lost"}));
-            QTest::mouseClick(form.ui.cmdClose, Qt::LeftButton);
-            QVERIFY(!form.isVisible());
-        });
-        frmScrapReasons::showModal();
-    }
-
     void deleteAsksFirst_data()
     {
         columns<QMessageBox::StandardButton, QStringList>("answer", "left");
-
         row("No", QMessageBox::No, QStringList({"1|Broken", "2|Lost", "3|bent"}));
         row("Yes, though scrap records have it", QMessageBox::Yes, QStringList({"2|Lost", "3|bent"}));
     }
@@ -61,13 +33,11 @@ private slots:
         QFETCH(QMessageBox::StandardButton, answer);
         ScriptedUser user(answer);
         whenModal<frmScrapReasons>([&](frmScrapReasons &form) {
-            select(form, 1);
+            form.ui.lvwMI->setCurrentIndex(form.ui.lvwMI->model()->index(1, 0));
             QTest::mouseClick(form.ui.cmdDelete, Qt::LeftButton);
-            QCOMPARE(listed(form).contains("Broken"), answer == QMessageBox::No);
+            QCOMPARE(textsOf(form.ui.lvwMI->model()).contains("Broken"), answer == QMessageBox::No);
         });
-
         frmScrapReasons::showModal();
-
         QCOMPARE(user.boxes(), QStringList("Delete (question): Delete this item? [Yes] [No]*"));
         QTEST(reasons(), "left");
         QCOMPARE(crib->rows("Select Reason from Scrap"), QStringList("1"));
@@ -76,7 +46,6 @@ private slots:
     void editorRefuses_data()
     {
         columns<QString, QString, QString>("mode", "text", "message");
-
         row("nothing", "New", "", "Description may not be blank!");
         row("a new one that is there", "New", "Broken", "Broken already exists!");
         row("in other case", "New", "LOST", "LOST already exists!");
@@ -95,9 +64,7 @@ private slots:
             QVERIFY(form.isVisible());
             QCOMPARE(form.focusWidget(), form.ui.txtDescription);
         });
-
         QVERIFY(!frmScrapReasonsAddEdit::Startup(mode, 1));
-
         QFETCH(QString, message);
         QCOMPARE(user.boxes(), QStringList("Vorlane Manager (warning): " + message + " [OK]"));
         QCOMPARE(reasons(), QStringList({"1|Broken", "2|Lost", "3|bent"}));
@@ -106,6 +73,9 @@ private slots:
     void addsOneAfterAnother()
     {
         whenModal<frmScrapReasons>([](frmScrapReasons &form) {
+            QCOMPARE(form.windowTitle(), "Scrap Reasons");
+            QCOMPARE(form.ui.lvwMI->model()->headerData(0, Qt::Horizontal).toString(), "Description");
+            QCOMPARE(textsOf(form.ui.lvwMI->model()), QStringList({"bent", "Broken", "Lost"}));
             whenModal<frmScrapReasonsAddEdit>([](frmScrapReasonsAddEdit &editor) {
                 QCOMPARE(editor.windowTitle(), "New Scrap Reason");
                 QTest::keyClicks(editor.ui.txtDescription, "Worn out");
@@ -116,7 +86,9 @@ private slots:
                 QTest::keyClick(editor.ui.txtDescription, Qt::Key_Return);
             });
             QTest::mouseClick(form.ui.cmdNew, Qt::LeftButton);
-            QCOMPARE(listed(form), QStringList({"bent", "Broken", "Lost", "Nobody's", "Worn out"}));
+            QCOMPARE(textsOf(form.ui.lvwMI->model()), QStringList({"bent", "Broken", "Lost", "Nobody's", "Worn out"}));
+            QTest::mouseClick(form.ui.cmdClose, Qt::LeftButton);
+            QVERIFY(!form.isVisible());
         });
         frmScrapReasons::showModal();
         QCOMPARE(reasons().mid(3), QStringList({"4|Worn out", "5|Nobody's"}));
@@ -141,9 +113,9 @@ private slots:
                 editor.ui.txtDescription->setText(text);
                 QTest::mouseClick(editor.ui.cmdOK, Qt::LeftButton);
             });
-            select(form, 1);
+            form.ui.lvwMI->setCurrentIndex(form.ui.lvwMI->model()->index(1, 0));
             QTest::keyClick(form.ui.lvwMI, Qt::Key_Return);
-            QVERIFY(listed(form).contains(text));
+            QVERIFY(textsOf(form.ui.lvwMI->model()).contains(text));
         });
         frmScrapReasons::showModal();
         QCOMPARE(reasons().first(), "1|" + text);

@@ -41,10 +41,9 @@ private slots:
 
     void presetsTheFolderOfTheTree_data()
     {
-        columns<bool, bool, QStringList>("fromType", "fromLocation", "preset");
-
-        row("from the types", true, false, QStringList({"Wrenches", "1", "", ""}));
-        row("from the locations", false, true, QStringList({"", "", "Cabinet B", "2"}));
+        columns<bool, bool, QString>("fromType", "fromLocation", "preset");
+        row("from the types", true, false, "Wrenches|1||");
+        row("from the locations", false, true, "||Cabinet B|2");
     }
 
     void presetsTheFolderOfTheTree()
@@ -53,16 +52,14 @@ private slots:
         QFETCH(bool, fromLocation);
         whenModal<frmToolNewEdit>([&](frmToolNewEdit &form) {
             QCOMPARE(form.windowTitle(), "New Tool");
-            QTEST(QStringList({form.ui.txtType->text(), form.ui.txtTypeId->text(), form.ui.txtLocation->text(),
-                               form.ui.txtLocationId->text()}),
-                  "preset");
+            QTEST(folders(form), "preset");
             QCOMPARE(form.focusWidget(), fromType ? form.ui.cmdTreeLoc : form.ui.cmdTreeType);
             QTest::keyClick(form.focusWidget(), Qt::Key_Space);
-            QCOMPARE(fromType ? form.ui.txtLocation->text() : form.ui.txtType->text(), "Vorlane\\Cabinet A");
-            QCOMPARE(fromType ? form.ui.txtLocationId->text() : form.ui.txtTypeId->text(), "1");
+            const QString picked = fromType ? "Wrenches|1|Vorlane\\Cabinet A|1" : "Vorlane\\Cabinet A|1|Cabinet B|2";
+            QCOMPARE(folders(form), picked);
             explorer->picked.reset(); // the picker is cancelled
             QTest::keyClick(form.focusWidget(), Qt::Key_Space);
-            QCOMPARE(fromType ? form.ui.txtLocation->text() : form.ui.txtType->text(), "Vorlane\\Cabinet A");
+            QCOMPARE(folders(form), picked);
         });
         QVERIFY(!frmToolNewEdit::Startup("New", fromType, fromLocation, 0, 1, 2, "Wrenches", "Cabinet B"));
         QCOMPARE(explorer->calls, QStringList(2, fromType ? "pick location" : "pick type"));
@@ -71,7 +68,6 @@ private slots:
     void refusesInThisOrder_data()
     {
         columns<QString, QString, int, QString>("location", "type", "manufacturerLength", "message");
-
         row("no location", "", "", 256, "Location may not be blank!");
         row("no type", "Cabinet A", "", 256, "Tool Type may not be blank!");
         row("long manufacturer", "Cabinet A", "Wrenches", 256, "Manufacturer may not be longer than 255 characters!");
@@ -92,9 +88,7 @@ private slots:
             QTest::keyClick(form.ui.txtPartNumber, Qt::Key_Return);
             QVERIFY(form.isVisible());
         });
-
         QVERIFY(!frmToolNewEdit::Startup("New", false, false, 0, 0, 0, {}, {}));
-
         QFETCH(QString, message);
         QCOMPARE(user.boxes(), QStringList(remark(message)));
         QCOMPARE(tools(), QStringList());
@@ -103,7 +97,6 @@ private slots:
     void addsAsManyToolsAsAsked_data()
     {
         columns<int, QMessageBox::StandardButton, int>("quantity", "answer", "added");
-
         const QMessageBox::StandardButton unasked = QMessageBox::NoButton;
         row("one", 1, unasked, 1);
         row("three", 3, unasked, 3);
@@ -164,10 +157,9 @@ private slots:
 
     void okAndNewKeepsTheFolderOfTheTree_data()
     {
-        columns<QString, QStringList>("tree", "left");
-
-        row("type", "type", QStringList({"Tools\\Torque wrenches", "2", "", ""}));
-        row("location", "location", QStringList({"", "", "Vorlane\\Cabinet A", "1"}));
+        columns<QString, QString>("tree", "left");
+        row("type", "type", "Tools\\Torque wrenches|2||");
+        row("location", "location", "||Vorlane\\Cabinet A|1");
     }
 
     void okAndNewKeepsTheFolderOfTheTree()
@@ -185,9 +177,7 @@ private slots:
                      "");
             QCOMPARE(form.ui.fpQuantity->value(), 1);
             QCOMPARE(form.ui.fpCost->value(), 0);
-            QTEST(QStringList({form.ui.txtType->text(), form.ui.txtTypeId->text(), form.ui.txtLocation->text(),
-                               form.ui.txtLocationId->text()}),
-                  "left");
+            QTEST(folders(form), "left");
             QTest::keyClick(&form, Qt::Key_Escape);
         });
         QVERIFY(startNew());
@@ -212,9 +202,7 @@ private slots:
             form.ui.fpCost->setValue(99.95);
             QTest::keyClick(form.ui.txtDescription, Qt::Key_Return);
         });
-
         QVERIFY(frmToolNewEdit::Startup("Edit", true, false, 1, 2, 1, {}, {}));
-
         QCOMPARE(tools(), QStringList({"2|ACME||O'Brien's wrench|99.95|-1|1", "1|Acme||Wrench||0|2"}));
         QCOMPARE(explorer->calls, QStringList("list node"));
     }
@@ -308,6 +296,11 @@ private slots:
     }
 
 private:
+    static QString folders(const frmToolNewEdit &form)
+    {
+        return form.ui.txtType->text() + '|' + form.ui.txtTypeId->text() + '|' + form.ui.txtLocation->text() + '|'
+            + form.ui.txtLocationId->text();
+    }
     static bool startNew()
     {
         return frmToolNewEdit::Startup("New", true, false, 0, 2, 0, "Tools\\Torque wrenches", {});

@@ -35,7 +35,6 @@ private slots:
     void relationsAreEnforced_data()
     {
         columns<QString, int>("statement", "number");
-
         row("a type in use stays", "DELETE FROM Types WHERE ID=1", int(EngineError::relatedRecords));
         row("a location in use stays", "DELETE FROM Locations WHERE ID=1", int(EngineError::relatedRecords));
         row("no tool without its type", "INSERT INTO Tools (Type,Location,Description) VALUES (9,1,'Tap')",

@@ -1,11 +1,9 @@
 #include "db/Literals.h"
 #include "db/Schema.h"
 #include "db/Session.h"
-#include "platform/engine/Workspace.h"
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/EngineFile.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 class TestSession : public QObject

@@ -1,6 +1,5 @@
 #include "catalogue/FolderEditor.h"
 #include "catalogue/frmToolNewEdit.h"
-#include "common/ProgramState.h"
 #include "tests/support/CribExplorer.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
@@ -34,7 +33,6 @@ private slots:
     void refusals_data()
     {
         columns<QString, int, QString, QString, QString>("button", "option", "node", "item", "message");
-
         const auto row = [](const char *button, int option, const char *node, const char *item, const char *message) {
             QTest::addRow("%s %d %s %s", button, option, node, item) << button << option << node << item << message;
         };
@@ -92,7 +90,6 @@ private slots:
     void newToolLandsWhereItShould_data()
     {
         columns<int, QString, QString, QString>("option", "node", "item", "preset");
-
         row("the tree's type", 0, "l2", "", "Tools\\Wrenches\\Torque wrenches|2||");
         row("the tree's location", 1, "l1", "", "||Tools\\Cabinet A|1");
         row("a tool's type", 0, "l2", "r1", "Torque wrenches|2||");

@@ -54,7 +54,6 @@ private slots:
     void indexesAreUsed_data()
     {
         columns<QStringList>("statements");
-
         row("a list of tools of a type", QStringList());
         row("lending and taking back",
             QStringList({"Update tools set out=-1 where id=1",

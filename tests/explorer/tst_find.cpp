@@ -33,7 +33,6 @@ private slots:
     void findsInEachView_data()
     {
         columns<QString, QString, QStringList>("mode", "text", "hits");
-
         row("whole descriptions only", "type", "torque", QStringList());
         row("folders before tools, in any case", "type", "*TORQUE*",
             QStringList({"t2 Tools\\Wrenches\\Torque wrenches",
@@ -124,7 +123,6 @@ private slots:
     void goToLeadsToTheHit_data()
     {
         columns<int, QString, QString, QString>("option", "text", "node", "item");
-
         row("a folder", 0, "Small torque wrenches", "l3", "");
         row("a tool in stock", 0, "Torque wrench", "l2", "r1");
         row("a tool that is out", 1, "Miller's wrench", "l3", "co2");

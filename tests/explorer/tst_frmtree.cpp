@@ -58,7 +58,6 @@ private slots:
     void treesOfTheFourViews_data()
     {
         columns<int, QString, QStringList>("option", "title", "nodes");
-
         row("types, an orphan left out", 0, "Tool Types",
             QStringList({"x0 Tools", ".l4 \u00c4xte", ".l3 Drills", ".l1 Wrenches", "..l2 Torque wrenches"}));
         row("locations", 1, "Tool Locations",
@@ -81,7 +80,6 @@ private slots:
     void listsOfTheFourViews_data()
     {
         columns<int, QString, QString, QStringList>("option", "node", "heading", "items");
-
         row("sub-types, in stock, out", 0, "l1", "Contents of 'Tools\\Wrenches'",
             QStringList({"t2|3|Torque wrenches", "r1|6|Open wrench 10|W-10|..\\Wrenches|..\\Cabinet A|Fenwick|",
                          "co2|1|Open wrench 13||..\\Wrenches|..\\Cabinet B||17"}));
@@ -155,7 +153,6 @@ private slots:
     void popUps_data()
     {
         columns<int, QString, QString, QStringList>("option", "node", "item", "menus");
-
         row("type node", 0, "l1", "", QStringList("mnuTreePopType"));
         row("location node", 1, "l1", "", QStringList("mnuTreePopLoc"));
         row("scrap group", 3, "l4", "", QStringList("mnuTreePopScrap"));
@@ -191,7 +188,6 @@ private slots:
     void doubleClickFollows_data()
     {
         columns<int, QString, QString, QString>("option", "from", "item", "to");
-
         row("type", 0, "x0", "t1", "l1");
         row("location", 1, "l1", "l3", "l3");
         row("description", 2, "x0", "co2", "l2");
@@ -284,7 +280,6 @@ private slots:
     void nodeMoves_data()
     {
         columns<QString, QString, QStringList, QString>("dragged", "target", "messages", "parentAfter");
-
         row("under another node", "l2", "l3", QStringList("Move the items to Drills?"), "3");
         row("to the top", "l2", "x0", QStringList("Move the items to Tools?"), "0");
         row("below itself", "l1", "l2", QStringList("A node can't be made a child of its own children."), "0");

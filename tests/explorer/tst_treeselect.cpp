@@ -43,7 +43,6 @@ private slots:
     void picks_data()
     {
         columns<QString, QString, QList<int>, bool, QString, int>("mode", "caption", "keys", "refused", "path", "id");
-
         const int enter = Qt::Key_Return;
         const int escape = Qt::Key_Escape;
         row("Enter takes the folder", "type", "Tool Types", QList<int>{Qt::Key_Down, enter}, false, "Vorlane\\Drills",

@@ -1,8 +1,6 @@
-#include "db/Session.h"
 #include "reports/QueryKind.h"
 #include "tests/support/CribDatabase.h"
-
-#include <QTest>
+#include "tests/support/DataRows.h"
 
 Q_DECLARE_METATYPE(Entry)
 
@@ -12,10 +10,97 @@ class TestCriterion : public QObject
     Q_OBJECT
 
 private slots:
-    void condition_data();
-    void condition();
-    void refused_data();
-    void refused();
+    void condition_data()
+    {
+        m_crib.run({
+            "INSERT INTO Locations (Description,Parent) VALUES('Shelf 1',1)",
+            "INSERT INTO Locations (Description,Parent) VALUES('Shelf 2',1)",
+            "INSERT INTO Locations (Description,Parent) VALUES('Box',3)",
+        });
+        columns<const QueryKind *, QString, Entry, QString, QString>("form", "caption", "entry", "statement",
+                                                                     "formula");
+        const QueryKind *loans = &QueryKind::frmQueryCheckedOut;
+        row("a text", loans, "Description", Entry{.shown = {" Drill "}}, " and CheckOutIn.CheckOutDesc = 'Drill'",
+            " and {CheckOutIn.CheckOutDesc} = 'Drill'");
+        row("from a text to a text", loans, "Part #", Entry{.isRange = true, .shown = {"%2", "B 1"}},
+            " and CheckOutIn.CheckOutPartNo between '%2' and 'B 1'",
+            " and {CheckOutIn.CheckOutPartNo} in '%2' to 'B 1'");
+        row("an employee by number", loans, "Employee", Entry{.shown = {"MILLER ANNA"}, .bound = {"17"}},
+            " and Employee.EmpId = 17", " and {Employee.EmpId} = 17");
+        row("employees by last name, none in a name without a blank", loans, "Employee",
+            Entry{.isRange = true, .shown = {"CHER", " MILLER ANNA"}, .bound = {"1", "17"}},
+            " and Employee.LastName between '' and 'MILLE'", " and {Employee.LastName} in '' to 'MILLE'");
+        row("a job", loans, "Job #", Entry{.shown = {"1234"}},
+            " and CheckOutIn.JobOrOh = 1234 and CheckOutIn.LineItemTypeId=4",
+            " and {CheckOutIn.JobOrOh} = 1234 and {CheckOutIn.LineItemTypeId} = 4");
+        row("jobs", loans, "Job #", Entry{.isRange = true, .shown = {"1", "9"}},
+            " and CheckOutIn.JobOrOh between 1 and 9 and CheckOutIn.LineItemTypeId=4",
+            " and {CheckOutIn.JobOrOh} in 1 to 9 and {CheckOutIn.LineItemTypeId} = 4");
+        row("the day it came back", loans, "Check In", Entry{.shown = {"1999-03-04"}},
+            " and format(CheckOutIn.DateIn,'short date') = #1999-03-04#",
+            " and {CheckOutIn.DateIn} = date(1999,03,04)");
+        row("the day it went out, another blank less", loans, "Check Out", Entry{.shown = {"3/4/1999"}},
+            " and format(CheckOutIn.DateOut,'short date') = #3/4/1999#", " and {CheckOutIn.DateOut}= date(1999,03,04)");
+        row("days", loans, "Check Out", Entry{.isRange = true, .shown = {"1999-03-04", "2026-12-31"}},
+            " and format(CheckOutIn.DateOut,'short date') between #1999-03-04# and #2026-12-31#",
+            " and {CheckOutIn.DateOut} in date(1999,03,04) to date(2026,12,31)");
+
+        const QueryKind *tools = &QueryKind::frmQueryTypeLoc;
+        row("a location with those right below it, as the database gives them", tools, "Location",
+            Entry{.shown = {"Cabinet A"}},
+            " and locations.description = 'Cabinet A' OR  locations.description = 'Shelf 1'"
+            " OR  locations.description = 'Shelf 2'",
+            " and {locations.description} = 'Cabinet A' OR  {locations.description} = 'Shelf 1'"
+            " OR  {locations.description} = 'Shelf 2'");
+        row("a location without any", tools, "Location", Entry{.shown = {"cabinet b"}},
+            " and locations.description = 'cabinet b'", " and {locations.description} = 'cabinet b'");
+        row("a type with the one below it", tools, "Type", Entry{.shown = {"Wrenches"}},
+            " and types.description = 'Wrenches' OR  types.description = 'Torque wrenches'",
+            " and {types.description} = 'Wrenches' OR  {types.description} = 'Torque wrenches'");
+        row("locations from one to another, as they are called", tools, "Location",
+            Entry{.isRange = true, .shown = {"Cabinet A", "Shelf"}},
+            " and locations.description between 'Cabinet A' and 'Shelf'",
+            " and {locations.description} in 'Cabinet A' to 'Shelf'");
+
+        const QueryKind *prices = &QueryKind::frmReportAllTools;
+        row("prices as typed", prices, "Price", Entry{.isRange = true, .shown = {"10", "$1,225.50"}},
+            " and PricePer between 10 and 1225.5", " and {tools.PricePer} in 10 to 1225.5");
+        row("a price chosen, to its last place", prices, "Price", Entry{.shown = {"$0.13"}, .bound = {"0.125"}},
+            " and PricePer = 0.125", " and {tools.PricePer} = 0.125");
+
+        row("the day of scrapping", &QueryKind::frmQueryScrap, "Scrap Date", Entry{.shown = {"2026-03-04"}},
+            " and format(Scrap.ScrapDate,'short date') = #2026-03-04#", " and {Scrap.ScrapDate}= date(2026,03,04)");
+        row("the day of a junk tool", &QueryKind::frmReportJunkTools, "Date In",
+            Entry{.isRange = true, .shown = {"2026-03-04", "2026-03-05"}},
+            " and Date between #2026-03-04# and #2026-03-05#",
+            " and {Scrap.Date} in date(2026,03,04) to date(2026,03,05)");
+    }
+
+    void condition()
+    {
+        QFETCH(const QueryKind *, form);
+        QFETCH(QString, caption);
+        QFETCH(Entry, entry);
+        const Condition built = conditionOf(criterion(*form, caption), entry);
+        QTEST(built.statement, "statement");
+        QTEST(built.formula, "formula");
+    }
+
+    void refused_data()
+    {
+        columns<const QueryKind *, QString, QString>("form", "caption", "shown");
+        row("a date that is none", &QueryKind::frmQueryCheckedOut, "Check In", "soon");
+        row("a location that is none", &QueryKind::frmQueryTypeLoc, "Location", "Cellar");
+        row("a name that ends the text", &QueryKind::frmQueryTypeLoc, "Type", "O'Brien");
+    }
+
+    void refused()
+    {
+        QFETCH(const QueryKind *, form);
+        QFETCH(QString, caption);
+        QFETCH(QString, shown);
+        QVERIFY_EXCEPTION_THROWN(conditionOf(criterion(*form, caption), {.shown = {shown}}), std::exception);
+    }
 
 private:
     static const Criterion &criterion(const QueryKind &form, const QString &caption)
@@ -28,118 +113,6 @@ private:
 
     CribDatabase m_crib;
 };
-
-void TestCriterion::condition_data()
-{
-    m_crib.run({
-        "INSERT INTO Locations (Description,Parent) VALUES('Shelf 1',1)",
-        "INSERT INTO Locations (Description,Parent) VALUES('Shelf 2',1)",
-        "INSERT INTO Locations (Description,Parent) VALUES('Box',3)",
-    });
-    QTest::addColumn<const QueryKind *>("form");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<Entry>("entry");
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<QString>("formula");
-
-    const QueryKind *loans = &QueryKind::frmQueryCheckedOut;
-    QTest::newRow("a text") << loans << "Description" << Entry{.shown = {" Drill "}}
-                            << " and CheckOutIn.CheckOutDesc = 'Drill'"
-                            << " and {CheckOutIn.CheckOutDesc} = 'Drill'";
-    QTest::newRow("from a text to a text") << loans << "Part #" << Entry{.isRange = true, .shown = {"%2", "B 1"}}
-                                           << " and CheckOutIn.CheckOutPartNo between '%2' and 'B 1'"
-                                           << " and {CheckOutIn.CheckOutPartNo} in '%2' to 'B 1'";
-    QTest::newRow("an employee by number")
-        << loans << "Employee" << Entry{.shown = {"MILLER ANNA"}, .bound = {"17"}} << " and Employee.EmpId = 17"
-        << " and {Employee.EmpId} = 17";
-    QTest::newRow("employees by last name, none in a name without a blank")
-        << loans << "Employee" << Entry{.isRange = true, .shown = {"CHER", " MILLER ANNA"}, .bound = {"1", "17"}}
-        << " and Employee.LastName between '' and 'MILLE'"
-        << " and {Employee.LastName} in '' to 'MILLE'";
-    QTest::newRow("a job") << loans << "Job #" << Entry{.shown = {"1234"}}
-                           << " and CheckOutIn.JobOrOh = 1234 and CheckOutIn.LineItemTypeId=4"
-                           << " and {CheckOutIn.JobOrOh} = 1234 and {CheckOutIn.LineItemTypeId} = 4";
-    QTest::newRow("jobs") << loans << "Job #" << Entry{.isRange = true, .shown = {"1", "9"}}
-                          << " and CheckOutIn.JobOrOh between 1 and 9 and CheckOutIn.LineItemTypeId=4"
-                          << " and {CheckOutIn.JobOrOh} in 1 to 9 and {CheckOutIn.LineItemTypeId} = 4";
-    QTest::newRow("the day it came back") << loans << "Check In" << Entry{.shown = {"1999-03-04"}}
-                                          << " and format(CheckOutIn.DateIn,'short date') = #1999-03-04#"
-                                          << " and {CheckOutIn.DateIn} = date(1999,03,04)";
-    QTest::newRow("the day it went out, another blank less")
-        << loans << "Check Out" << Entry{.shown = {"3/4/1999"}}
-        << " and format(CheckOutIn.DateOut,'short date') = #3/4/1999#"
-        << " and {CheckOutIn.DateOut}= date(1999,03,04)";
-    QTest::newRow("days") << loans << "Check Out" << Entry{.isRange = true, .shown = {"1999-03-04", "2026-12-31"}}
-                          << " and format(CheckOutIn.DateOut,'short date') between #1999-03-04# and #2026-12-31#"
-                          << " and {CheckOutIn.DateOut} in date(1999,03,04) to date(2026,12,31)";
-
-    const QueryKind *tools = &QueryKind::frmQueryTypeLoc;
-    QTest::newRow("a location with those right below it, as the database gives them")
-        << tools << "Location" << Entry{.shown = {"Cabinet A"}}
-        << " and locations.description = 'Cabinet A' OR  locations.description = 'Shelf 1'"
-           " OR  locations.description = 'Shelf 2'"
-        << " and {locations.description} = 'Cabinet A' OR  {locations.description} = 'Shelf 1'"
-           " OR  {locations.description} = 'Shelf 2'";
-    QTest::newRow("a location without any")
-        << tools << "Location" << Entry{.shown = {"cabinet b"}} << " and locations.description = 'cabinet b'"
-        << " and {locations.description} = 'cabinet b'";
-    QTest::newRow("a type with the one below it")
-        << tools << "Type" << Entry{.shown = {"Wrenches"}}
-        << " and types.description = 'Wrenches' OR  types.description = 'Torque wrenches'"
-        << " and {types.description} = 'Wrenches' OR  {types.description} = 'Torque wrenches'";
-    QTest::newRow("locations from one to another, as they are called")
-        << tools << "Location" << Entry{.isRange = true, .shown = {"Cabinet A", "Shelf"}}
-        << " and locations.description between 'Cabinet A' and 'Shelf'"
-        << " and {locations.description} in 'Cabinet A' to 'Shelf'";
-
-    const QueryKind *prices = &QueryKind::frmReportAllTools;
-    QTest::newRow("prices as typed") << prices << "Price" << Entry{.isRange = true, .shown = {"10", "$1,225.50"}}
-                                     << " and PricePer between 10 and 1225.5"
-                                     << " and {tools.PricePer} in 10 to 1225.5";
-    QTest::newRow("a price chosen, to its last place")
-        << prices << "Price" << Entry{.shown = {"$0.13"}, .bound = {"0.125"}} << " and PricePer = 0.125"
-        << " and {tools.PricePer} = 0.125";
-
-    QTest::newRow("the day of scrapping") << &QueryKind::frmQueryScrap << "Scrap Date" << Entry{.shown = {"2026-03-04"}}
-                                          << " and format(Scrap.ScrapDate,'short date') = #2026-03-04#"
-                                          << " and {Scrap.ScrapDate}= date(2026,03,04)";
-    QTest::newRow("the day of a junk tool")
-        << &QueryKind::frmReportJunkTools << "Date In" << Entry{.isRange = true, .shown = {"2026-03-04", "2026-03-05"}}
-        << " and Date between #2026-03-04# and #2026-03-05#"
-        << " and {Scrap.Date} in date(2026,03,04) to date(2026,03,05)";
-}
-
-void TestCriterion::condition()
-{
-    QFETCH(const QueryKind *, form);
-    QFETCH(QString, caption);
-    QFETCH(Entry, entry);
-    const Condition built = conditionOf(criterion(*form, caption), entry);
-    QTEST(built.statement, "statement");
-    QTEST(built.formula, "formula");
-}
-
-void TestCriterion::refused_data()
-{
-    QTest::addColumn<const QueryKind *>("form");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("shown");
-
-    QTest::newRow("a date that is none") << &QueryKind::frmQueryCheckedOut << "Check In"
-                                         << "soon";
-    QTest::newRow("a location that is none") << &QueryKind::frmQueryTypeLoc << "Location"
-                                             << "Cellar";
-    QTest::newRow("a name that ends the text") << &QueryKind::frmQueryTypeLoc << "Type"
-                                               << "O'Brien";
-}
-
-void TestCriterion::refused()
-{
-    QFETCH(const QueryKind *, form);
-    QFETCH(QString, caption);
-    QFETCH(QString, shown);
-    QVERIFY_EXCEPTION_THROWN(conditionOf(criterion(*form, caption), {.shown = {shown}}), std::exception);
-}
 
 QTEST_GUILESS_MAIN(TestCriterion)
 #include "tst_criterion.moc"

@@ -1,4 +1,5 @@
 #include "reports/PrintBy.h"
+#include "tests/support/DataRows.h"
 
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/ReportControl.h"
@@ -10,65 +11,52 @@ class TestPrintBy : public QObject
     Q_OBJECT
 
 private slots:
-    void printsWhatIsChosen_data();
-    void printsWhatIsChosen();
-    void failedRunKeepsTheDialog();
+    void printsWhatIsChosen_data()
+    {
+        columns<const PrintByKind *, QString, QString, QString, QString>("kind", "number", "title", "file", "formula");
+        row("job", &PrintByKind::frmPrByJob, "1250", "Junk Tools - Ordered By Job", "ToolsJunkByJob.rpt",
+            "{Scrap.job} = 1250");
+        row("employee", &PrintByKind::frmPrByEmp, "17", "Junk Tools - Ordered By Employee", "ToolsJunkByEmployee.rpt",
+            "{Scrap.employee} = 17");
+    }
+
+    void printsWhatIsChosen()
+    {
+        QFETCH(const PrintByKind *, kind);
+        QFETCH(QString, number);
+        QFETCH(QString, file);
+        ReportsCrib crib;
+        crib.addTemplate(file, "<from table=\"Scrap\"/>", "{Scrap.ID}");
+        whenModal<PrintBy>([&](PrintBy &form) {
+            QCOMPARE(form.windowTitle(), kind->caption);
+            QCOMPARE(form.ui.dbcJob->itemText(0), number);
+            form.ui.dbcJob->setCurrentIndex(0);
+            form.ui.cmdOK->click();
+            QVERIFY(!form.isVisible());
+        });
+        PrintBy::showModal(*kind);
+        const ReportControl &control = crib.frame.CrpMain();
+        QTEST(control.windowTitle, "title");
+        QCOMPARE(control.reportFile, crib.folder.path() + '\\' + file);
+        QTEST(control.selectionFormula, "formula");
+        QCOMPARE(control.windowLeft, 65);
+        QVERIFY(control.preview() && control.preview()->isVisible());
+    }
+
+    void failedRunKeepsTheDialog()
+    {
+        ReportsCrib crib;
+        ScriptedUser user(QMessageBox::Ok);
+        whenModal<PrintBy>([](PrintBy &form) {
+            form.ui.dbcJob->setText("1250");
+            form.ui.cmdOK->click();
+            QVERIFY(form.isVisible());
+            form.ui.cndCancel->click();
+        });
+        PrintBy::showModal(PrintByKind::frmPrByJob);
+        QVERIFY(user.texts().value(0).startsWith("20504:  Report Not Found."));
+    }
 };
-
-void TestPrintBy::printsWhatIsChosen_data()
-{
-    QTest::addColumn<const PrintByKind *>("kind");
-    QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("formula");
-    QTest::newRow("job") << &PrintByKind::frmPrByJob << "1250"
-                         << "Junk Tools - Ordered By Job"
-                         << "ToolsJunkByJob.rpt"
-                         << "{Scrap.job} = 1250";
-    QTest::newRow("employee") << &PrintByKind::frmPrByEmp << "17"
-                              << "Junk Tools - Ordered By Employee"
-                              << "ToolsJunkByEmployee.rpt"
-                              << "{Scrap.employee} = 17";
-}
-
-void TestPrintBy::printsWhatIsChosen()
-{
-    QFETCH(const PrintByKind *, kind);
-    QFETCH(QString, number);
-    QFETCH(QString, file);
-    ReportsCrib crib;
-    crib.addTemplate(file, "<from table=\"Scrap\"/>", "{Scrap.ID}");
-    whenModal<PrintBy>([&](PrintBy &form) {
-        QCOMPARE(form.windowTitle(), kind->caption);
-        QCOMPARE(form.ui.dbcJob->itemText(0), number);
-        form.ui.dbcJob->setCurrentIndex(0);
-        form.ui.cmdOK->click();
-        QVERIFY(!form.isVisible());
-    });
-    PrintBy::showModal(*kind);
-    const ReportControl &control = crib.frame.CrpMain();
-    QTEST(control.windowTitle, "title");
-    QCOMPARE(control.reportFile, crib.folder.path() + '\\' + file);
-    QTEST(control.selectionFormula, "formula");
-    QCOMPARE(control.windowLeft, 65);
-    QVERIFY(control.preview() && control.preview()->isVisible());
-}
-
-void TestPrintBy::failedRunKeepsTheDialog()
-{
-    ReportsCrib crib;
-    ScriptedUser user;
-    user.answers(QMessageBox::Ok);
-    whenModal<PrintBy>([](PrintBy &form) {
-        form.ui.dbcJob->setText("1250");
-        form.ui.cmdOK->click();
-        QVERIFY(form.isVisible());
-        form.ui.cndCancel->click();
-    });
-    PrintBy::showModal(PrintByKind::frmPrByJob);
-    QVERIFY(user.texts().value(0).startsWith("20504:  Report Not Found."));
-}
 
 QTEST_MAIN(TestPrintBy)
 #include "tst_printby.moc"

@@ -1,11 +1,10 @@
-#include "db/Session.h"
 #include "platform/report/DataSource.h"
 #include "platform/report/TemplateReader.h"
 #include "reports/QueryKind.h"
 #include "tests/support/CribDatabase.h"
+#include "tests/support/DataRows.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 /// The statement and the formula of a query pick the same records, whatever is stored and whatever is asked for: what
 /// is shown is what the shipped templates print.
@@ -14,21 +13,165 @@ class TestQueriesAgree : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void statementAndFormula_data();
-    void statementAndFormula();
+    void initTestCase()
+    {
+        const auto text = [this] { return m_random.bounded(8) == 0 ? QString("Null") : '\'' + anyText() + '\''; };
+        const auto number = [this](int bound) {
+            return m_random.bounded(8) == 0 ? QString("Null") : QString::number(m_random.bounded(bound) - 1);
+        };
+        const auto date = [this](bool withTime) {
+            return m_random.bounded(5) == 0 ? QString("Null") : '#' + anyDate(withTime) + '#';
+        };
+        Transaction filling(Session::database());
+        int name = 0;
+        for (const QString &description : m_texts) {
+            ++name;
+            execute(QStringLiteral("INSERT INTO Types (Description,Parent) VALUES('%1',%2)")
+                        .arg(description)
+                        .arg(m_random.bounded(name)));
+            execute(QStringLiteral("INSERT INTO Locations (Description,Parent) VALUES('%1',%2)")
+                        .arg(description)
+                        .arg(m_random.bounded(name)));
+            execute(QStringLiteral("INSERT INTO ScrapReasons (Description) VALUES('%1')").arg(description));
+            execute(QStringLiteral("INSERT INTO Operation (OperNo,Description,OperType) VALUES(%1,%2,'O')")
+                        .arg(100 + name)
+                        .arg(text()));
+            execute(
+                QStringLiteral("INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(%1,%2,%3,'Active')")
+                    .arg(100 + name)
+                    .arg(text(), text()));
+            execute(QStringLiteral("INSERT INTO Job (JobNo,Shipped) VALUES(%1,0)").arg(name));
+        }
+        for (int i = 0; i < 400; ++i) {
+            execute(
+                QStringLiteral("INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer)"
+                               " VALUES(%1,%2,%3,%4,'%5',%6)")
+                    .arg(1 + m_random.bounded(name))
+                    .arg(1 + m_random.bounded(name))
+                    .arg(text(), text(), anyText(), any(QStringList{"Null", "0", "10", "12.5", "0.125", "25.0001"})));
+            execute(
+                QStringLiteral("INSERT INTO CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,DateIn,"
+                               "CheckOutDesc,CheckOutPartNo) VALUES(1,%1,%2,%3,%4,%5,%6,%7)")
+                    .arg(m_random.bounded(6) == 0 ? text() : '\'' + QString::number(99 + m_random.bounded(name)) + '\'')
+                    .arg(m_random.bounded(2) ? number(10) : QString::number(99 + m_random.bounded(name)))
+                    .arg(any(QStringList{"4", "5", "5", "Null"}))
+                    .arg(date(true), date(true), text(), text()));
+            execute(QStringLiteral("INSERT INTO Scrap (Manufacturer,PartNumber,Description,Employee,ScrapDate,JobOrOH,"
+                                   "LineItemTypeId,Reason,Job,Date) VALUES(%1,%2,%3,%4,%5,%6,%7,%8,%9,")
+                        .arg(text(), text(), text(), QString::number(99 + m_random.bounded(name)), date(true))
+                        .arg(m_random.bounded(2) ? number(10) : QString::number(99 + m_random.bounded(name)))
+                        .arg(any(QStringList{"4", "5", "5", "Null"}), number(name), number(name))
+                    // Dates of junk tools have no time.
+                    + date(false) + ")");
+        }
+        filling.commit();
+    }
+
+    void statementAndFormula_data()
+    {
+        columns<const QueryKind *, QStringList, QString>("form", "templates", "id");
+        row("loans", &QueryKind::frmQueryCheckedOut, QStringList{"ToolsCheckedOut.rpt", "LoanSheet.rpt"},
+            "CheckOutIn.ID");
+        const QStringList tools{"ToolsByType.rpt", "ToolsByLocation.rpt", "ToolLabels.rpt", "CountSheet.rpt"};
+        row("tools by type and location", &QueryKind::frmQueryTypeLoc, tools, "Tools.ID");
+        row("all tools", &QueryKind::frmReportAllTools, tools, "Tools.ID");
+        row("scrapped tools", &QueryKind::frmQueryScrap, QStringList{"ToolsScrapped.rpt"}, "Scrap.ID");
+        row("junk tools", &QueryKind::frmReportJunkTools, QStringList{"JunkTools.rpt"}, "Scrap.ID");
+    }
+
+    void statementAndFormula()
+    {
+        QFETCH(const QueryKind *, form);
+        QFETCH(QStringList, templates);
+        QFETCH(QString, id);
+        int found = 0;
+        for (int round = 0; round < 300; ++round) {
+            QString where, formula;
+            for (const Criterion &criterion : form->criteria) {
+                // Rather one or two criteria than all.
+                if (m_random.bounded(int(form->criteria.size())) > 1)
+                    continue;
+                const Condition condition = conditionOf(criterion, anyEntry(criterion));
+                where += condition.statement;
+                formula += condition.formula;
+            }
+            if (where.isEmpty())
+                continue;
+            const Recordset rows = openRecordset(form->statement + (" where " + where.mid(5)));
+            QStringList shown;
+            for (int row = 0; row < rows.recordCount(); ++row)
+                shown.append(rows.at(row, rows.fieldIndex(u"ID")).toText());
+            QStringList onPaper = printed(any(templates), id, formula.mid(5));
+            shown.sort();
+            onPaper.sort();
+            QVERIFY2(shown == onPaper, qPrintable(where + "\n" + formula));
+            found += shown.isEmpty() ? 0 : 1;
+        }
+        // Not because nothing is ever found.
+        QVERIFY2(found > 60, qPrintable(QString::number(found)));
+    }
 
 private:
     template<typename List>
-    auto any(const List &list)
+    typename List::value_type any(const List &list)
     {
         return list[m_random.bounded(int(list.size()))];
     }
     QString anyText() { return any(m_texts); }
-    QString anyDate(bool withTime);
-    QString shownValue(const Criterion &criterion, Entry &entry, int box);
-    Entry anyEntry(const Criterion &criterion);
-    static QStringList printed(const QString &file, const QString &id, const QString &formula);
+
+    QString anyDate(bool withTime)
+    {
+        const QStringList days{"2025-12-31", "2026-01-01", "2026-02-28", "2026-03-01", "1999-03-04"};
+        const QStringList times{"00:00:00", "00:00:01", "12:30:00", "23:59:59"};
+        return any(days) + (withTime ? ' ' + any(times) : QString());
+    }
+
+    // Out of the list, mostly; a text may also be typed in, in other capitals or only its beginning.
+    QString shownValue(const Criterion &criterion, Entry &entry, int box)
+    {
+        if (!criterion.source)
+            return anyDate(false);
+        const Recordset choices = openRecordset(criterion.choices.statement);
+        const int row = m_random.bounded(choices.recordCount());
+        const QString shown = choices.at(row, choices.fieldIndex(QString(criterion.choices.shows))).toText();
+        entry.bound[box] = choices.at(row, choices.fieldIndex(QString(criterion.choices.gives))).toText();
+        const bool isText = QString(criterion.single.statement).contains('\'') && !criterion.subFolders
+            && criterion.value == Criterion::AsShown;
+        if (!isText)
+            return shown;
+        switch (m_random.bounded(4)) {
+        case 0:
+            return shown.toUpper();
+        case 1:
+            return shown.left(2);
+        default:
+            return shown;
+        }
+    }
+
+    Entry anyEntry(const Criterion &criterion)
+    {
+        Entry entry{.isRange = m_random.bounded(2) == 0};
+        // The form switches rows without a value off.
+        for (int box = 0; box < 2; ++box) {
+            do
+                entry.shown[box] = shownValue(criterion, entry, box);
+            while (entry.shown[box].trimmed().isEmpty());
+        }
+        return entry;
+    }
+
+    static QStringList printed(const QString &file, const QString &id, const QString &formula)
+    {
+        Template report = TemplateReader::readFile(PROGRAM_DATA "/templates/" + file);
+        const int field = report.fields.add(Field::fromName(id));
+        Formula selection = Formula::parse(formula, report.fields);
+        const Records records = DataSource(Session::database(), report, selection).read([](double) {});
+        QStringList ids;
+        for (int row = 0; row < records.count(); ++row)
+            ids.append(records.record(row)[field].toText());
+        return ids;
+    }
 
     CribDatabase m_crib;
     QRandomGenerator m_random{20260304};
@@ -37,158 +180,6 @@ private:
                               "ölkanne", "Zange", "strasse",       "straße", "{a}",   "say \"x\"",
                               "-5",      "1E3",   "\u00e9t\u00e9", "Été",    "x",     ""};
 };
-
-QString TestQueriesAgree::anyDate(bool withTime)
-{
-    const QStringList days{"2025-12-31", "2026-01-01", "2026-02-28", "2026-03-01", "1999-03-04"};
-    const QStringList times{"00:00:00", "00:00:01", "12:30:00", "23:59:59"};
-    return any(days) + (withTime ? ' ' + any(times) : QString());
-}
-
-void TestQueriesAgree::initTestCase()
-{
-    const auto text = [this] { return m_random.bounded(8) == 0 ? QString("Null") : '\'' + anyText() + '\''; };
-    const auto number = [this](int bound) {
-        return m_random.bounded(8) == 0 ? QString("Null") : QString::number(m_random.bounded(bound) - 1);
-    };
-    const auto date = [this](bool withTime) {
-        return m_random.bounded(5) == 0 ? QString("Null") : '#' + anyDate(withTime) + '#';
-    };
-    Transaction filling(Session::database());
-    int name = 0;
-    for (const QString &description : m_texts) {
-        ++name;
-        execute(QStringLiteral("INSERT INTO Types (Description,Parent) VALUES('%1',%2)")
-                    .arg(description)
-                    .arg(m_random.bounded(name)));
-        execute(QStringLiteral("INSERT INTO Locations (Description,Parent) VALUES('%1',%2)")
-                    .arg(description)
-                    .arg(m_random.bounded(name)));
-        execute(QStringLiteral("INSERT INTO ScrapReasons (Description) VALUES('%1')").arg(description));
-        execute(QStringLiteral("INSERT INTO Operation (OperNo,Description,OperType) VALUES(%1,%2,'O')")
-                    .arg(100 + name)
-                    .arg(text()));
-        execute(QStringLiteral("INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(%1,%2,%3,'Active')")
-                    .arg(100 + name)
-                    .arg(text(), text()));
-        execute(QStringLiteral("INSERT INTO Job (JobNo,Shipped) VALUES(%1,0)").arg(name));
-    }
-    for (int i = 0; i < 400; ++i) {
-        execute(QStringLiteral("INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer)"
-                               " VALUES(%1,%2,%3,%4,'%5',%6)")
-                    .arg(1 + m_random.bounded(name))
-                    .arg(1 + m_random.bounded(name))
-                    .arg(text(), text(), anyText(), any(QStringList{"Null", "0", "10", "12.5", "0.125", "25.0001"})));
-        execute(QStringLiteral("INSERT INTO CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,DateIn,"
-                               "CheckOutDesc,CheckOutPartNo) VALUES(1,%1,%2,%3,%4,%5,%6,%7)")
-                    .arg(m_random.bounded(6) == 0 ? text() : '\'' + QString::number(99 + m_random.bounded(name)) + '\'')
-                    .arg(m_random.bounded(2) ? number(10) : QString::number(99 + m_random.bounded(name)))
-                    .arg(any(QStringList{"4", "5", "5", "Null"}))
-                    .arg(date(true), date(true), text(), text()));
-        execute(QStringLiteral("INSERT INTO Scrap (Manufacturer,PartNumber,Description,Employee,ScrapDate,JobOrOH,"
-                               "LineItemTypeId,Reason,Job,Date) VALUES(%1,%2,%3,%4,%5,%6,%7,%8,%9,")
-                    .arg(text(), text(), text(), QString::number(99 + m_random.bounded(name)), date(true))
-                    .arg(m_random.bounded(2) ? number(10) : QString::number(99 + m_random.bounded(name)))
-                    .arg(any(QStringList{"4", "5", "5", "Null"}), number(name), number(name))
-                // Dates of junk tools have no time.
-                + date(false) + ")");
-    }
-    filling.commit();
-}
-
-void TestQueriesAgree::statementAndFormula_data()
-{
-    QTest::addColumn<const QueryKind *>("form");
-    QTest::addColumn<QStringList>("templates");
-    QTest::addColumn<QString>("id");
-
-    QTest::newRow("loans") << &QueryKind::frmQueryCheckedOut << QStringList{"ToolsCheckedOut.rpt", "LoanSheet.rpt"}
-                           << "CheckOutIn.ID";
-    const QStringList tools{"ToolsByType.rpt", "ToolsByLocation.rpt", "ToolLabels.rpt", "CountSheet.rpt"};
-    QTest::newRow("tools by type and location") << &QueryKind::frmQueryTypeLoc << tools << "Tools.ID";
-    QTest::newRow("all tools") << &QueryKind::frmReportAllTools << tools << "Tools.ID";
-    QTest::newRow("scrapped tools") << &QueryKind::frmQueryScrap << QStringList{"ToolsScrapped.rpt"} << "Scrap.ID";
-    QTest::newRow("junk tools") << &QueryKind::frmReportJunkTools << QStringList{"JunkTools.rpt"} << "Scrap.ID";
-}
-
-// Out of the list, mostly; a text may also be typed in, in other capitals or only its beginning.
-QString TestQueriesAgree::shownValue(const Criterion &criterion, Entry &entry, int box)
-{
-    if (!criterion.source)
-        return anyDate(false);
-    const Recordset choices = openRecordset(criterion.choices.statement);
-    const int row = m_random.bounded(choices.recordCount());
-    const QString shown = choices.at(row, choices.fieldIndex(QString(criterion.choices.shows))).toText();
-    entry.bound[box] = choices.at(row, choices.fieldIndex(QString(criterion.choices.gives))).toText();
-    const bool isText = QString(criterion.single.statement).contains('\'') && !criterion.subFolders
-        && criterion.value == Criterion::AsShown;
-    if (!isText)
-        return shown;
-    switch (m_random.bounded(4)) {
-    case 0:
-        return shown.toUpper();
-    case 1:
-        return shown.left(2);
-    default:
-        return shown;
-    }
-}
-
-Entry TestQueriesAgree::anyEntry(const Criterion &criterion)
-{
-    Entry entry{.isRange = m_random.bounded(2) == 0};
-    // The form switches rows without a value off.
-    for (int box = 0; box < 2; ++box) {
-        do
-            entry.shown[box] = shownValue(criterion, entry, box);
-        while (entry.shown[box].trimmed().isEmpty());
-    }
-    return entry;
-}
-
-QStringList TestQueriesAgree::printed(const QString &file, const QString &id, const QString &formula)
-{
-    Template report = TemplateReader::readFile(PROGRAM_DATA "/templates/" + file);
-    const int field = report.fields.add(Field::fromName(id));
-    Formula selection = Formula::parse(formula, report.fields);
-    const Records records = DataSource(Session::database(), report, selection).read([](double) {});
-    QStringList ids;
-    for (int row = 0; row < records.count(); ++row)
-        ids.append(records.record(row)[field].toText());
-    return ids;
-}
-
-void TestQueriesAgree::statementAndFormula()
-{
-    QFETCH(const QueryKind *, form);
-    QFETCH(QStringList, templates);
-    QFETCH(QString, id);
-    int found = 0;
-    for (int round = 0; round < 300; ++round) {
-        QString where, formula;
-        for (const Criterion &criterion : form->criteria) {
-            // Rather one or two criteria than all.
-            if (m_random.bounded(int(form->criteria.size())) > 1)
-                continue;
-            const Condition condition = conditionOf(criterion, anyEntry(criterion));
-            where += condition.statement;
-            formula += condition.formula;
-        }
-        if (where.isEmpty())
-            continue;
-        const Recordset rows = openRecordset(form->statement + (" where " + where.mid(5)));
-        QStringList shown;
-        for (int row = 0; row < rows.recordCount(); ++row)
-            shown.append(rows.at(row, rows.fieldIndex(u"ID")).toText());
-        QStringList onPaper = printed(any(templates), id, formula.mid(5));
-        shown.sort();
-        onPaper.sort();
-        QVERIFY2(shown == onPaper, qPrintable(where + "\n" + formula));
-        found += shown.isEmpty() ? 0 : 1;
-    }
-    // Not because nothing is ever found.
-    QVERIFY2(found > 60, qPrintable(QString::number(found)));
-}
 
 QTEST_GUILESS_MAIN(TestQueriesAgree)
 #include "tst_queriesagree.moc"

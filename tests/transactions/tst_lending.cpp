@@ -1,5 +1,6 @@
 #include "tests/support/CribWithTool.h"
 #include "tests/support/DataRows.h"
+#include "tests/support/ModelTexts.h"
 #include "tests/support/ScriptedUser.h"
 #include "transactions/MainSubs.h"
 #include "transactions/frmCheckIn.h"
@@ -22,7 +23,7 @@ private slots:
             QCOMPARE(form.ui.lblTool->text(), "Torque wrench");
             QCOMPARE(form.ui.lblLocation->text(), "Cabinet A");
             QVERIFY(form.ui.dbcEmp->hasFocus());
-            QCOMPARE(choices(form.ui.dbcEmp), QStringList({"BAKER TOM", "MILLER ANNA", "MILLER ANNA"}));
+            QCOMPARE(textsOf(form.ui.dbcEmp->model()), QStringList({"BAKER TOM", "MILLER ANNA", "MILLER ANNA"}));
             QCOMPARE(form.ui.dbcEmp->text(), QString());
 
             // Two employees of the same name stay two.
@@ -36,7 +37,6 @@ private slots:
             QVERIFY(!form.isVisible());
         });
         MainSubs::CheckOutSelectedTool();
-
         QVERIFY(!frmCheckOut::isLoaded());
         QVERIFY(!QApplication::overrideCursor());
         nothingIsLent();
@@ -45,7 +45,6 @@ private slots:
     void jobTypeChoosesTheList_data()
     {
         columns<bool, QString, QString, QString, QStringList>("suite", "before", "jobType", "label", "list");
-
         row("open jobs of the suite, newest first", true, "Overhead", "Job", "Job Number",
             QStringList({"12500", "1250"}));
         row("the own list without the suite", false, "Overhead", "Job", "Job Number", QStringList({"7002", "7001"}));
@@ -68,7 +67,7 @@ private slots:
             QVERIFY(!form.ui.dbcJob->text().isEmpty());
             form.ui.dbcJobType->setText(jobType);
             QTEST(form.ui.Label2->text(), "label");
-            QTEST(choices(form.ui.dbcJob), "list");
+            QTEST(textsOf(form.ui.dbcJob->model()), "list");
             QCOMPARE(form.ui.dbcJob->text(), QString());
         });
         frmCheckOut::showModal();
@@ -95,7 +94,6 @@ private slots:
     void storesLoan_data()
     {
         columns<bool, QString, QString, QString>("suite", "jobType", "job", "charged");
-
         row("job of the suite", true, "Job", "12500", "12500|4");
         row("job of the own list by its number, not its row", false, "Job", "7002", "7002|4");
         row("overhead by the operation's number", true, "Overhead", "Repair", "11|5");
@@ -115,7 +113,6 @@ private slots:
             QVERIFY(!form.isVisible());
         });
         MainSubs::CheckOutSelectedTool();
-
         QCOMPARE(crib->rows("Select Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,DateIn,Active,CheckOutDesc,"
                             "CheckOutPartNo from CheckOutIn"),
                  QStringList("1|21|" + charged + "|2026-03-04 13:05:09||-1|Torque wrench|TW-40"));
@@ -127,7 +124,6 @@ private slots:
     void refusesIncompleteChoice_data()
     {
         columns<QString, QString, QString, QString, QString>("employee", "jobType", "job", "message", "focus");
-
         const QString noEmployee = "You must select an Employee!";
         const QString noJob = "You must select a Job Number or Overhead Description!";
         row("nobody", "", "Job", "1250", noEmployee, "dbcEmp");
@@ -198,7 +194,6 @@ private slots:
     void takesToolBack_data()
     {
         columns<QString, int, QString, QStringList>("mode", "listed", "items", "calls");
-
         row("in the location view the item stays", "location", 2, "r1 r2", QStringList("focus list"));
         row("from among the tools on loan it goes", "checkedOut", 2, "r2", QStringList("focus list"));
         row("after the last one on loan the view is rebuilt", "checkedOut", 1, "co1",
@@ -222,7 +217,6 @@ private slots:
             QVERIFY(!form.isVisible());
         });
         MainSubs::CheckInSelectedTool();
-
         QCOMPARE(crib->rows("Select DateIn,Active from CheckOutIn"), QStringList("2026-03-04 13:05:09|0"));
         QCOMPARE(crib->rows("Select out from Tools"), QStringList("0"));
         QStringList keys;
@@ -279,14 +273,6 @@ private slots:
     }
 
 private:
-    static QStringList choices(const QComboBox *box)
-    {
-        QStringList texts;
-        for (int row = 0; row < box->count(); ++row)
-            texts.append(box->itemText(row));
-        return texts;
-    }
-
     static void fill(frmCheckOut &form, const QString &employee, const QString &jobType, const QString &job)
     {
         form.ui.dbcEmp->setText(employee);

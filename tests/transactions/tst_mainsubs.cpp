@@ -96,7 +96,6 @@ private slots:
     void filterKey_data()
     {
         columns<int, QString, bool, QString, bool>("key", "allowed", "allowBackspace", "disallowed", "kept");
-
         row("star allows everything", int('q'), "*", false, "", true);
         row("but what is disallowed", int('\''), "*", true, "|'\\\"", false);
         row("allowed in either case", int('a'), "XYZA", false, "", true);

@@ -19,7 +19,6 @@ private slots:
     {
         columns<bool, QString, QString, QString, QString, int>("suite", "jobType", "firstJob", "job", "charged",
                                                                "listed");
-
         row("job of the suite, newest first", true, "Job", "12500", "1250", "1250|4", 2);
         row("job of the own list by its row", false, "Job", "7002", "7002", "2|4", 2);
         row("overhead by number, though called by digits", true, "Overhead", "Cleaning", "2024", "12|5", 2);
@@ -54,7 +53,6 @@ private slots:
             QVERIFY(!form.isVisible());
         });
         frmScrap::showModal();
-
         QCOMPARE(crib->rows("Select ToolID,Type,TypeDescription,Manufacturer,PartNumber,Description,PricePer,Employee,"
                             "ScrapDate,Reason,Location,Notes,JobOrOH,LineItemTypeId from Scrap"),
                  QStringList("1|2|Torque wrenches|Acme|TW-40|Torque wrench|129.5|21|2026-03-04 13:05:09|2|1|Fell off|"
@@ -67,7 +65,6 @@ private slots:
     void loanFillsTheDialog_data()
     {
         columns<bool, QString, QString, int, QString>("suite", "employee", "jobOrOH", "lineItemType", "shown");
-
         row("job of the suite", true, "21", "1250", 4, "BAKER TOM 21 Job 1250");
         row("job of the own list, found by its number", false, "21", "7002", 4, "BAKER TOM 21 Job 7002");
         row("overhead", true, "17", "11", 5, "MILLER ANNA 17 Overhead Repair");
@@ -114,7 +111,6 @@ private slots:
     void loanEndsBeforeAnythingIsChecked_data()
     {
         columns<QString, QString>("missing", "message");
-
         row("nobody", "dbcEmp", "You must select an employee!");
         row("no job", "dbcJob", "You must enter a job or overhead number!");
         row("no reason", "dbcScrapReason", "You must select a scrap reason!");
@@ -135,7 +131,6 @@ private slots:
             QVERIFY(!form.isVisible());
         });
         frmScrap::showModal();
-
         QFETCH(QString, message);
         QCOMPARE(user.boxes(), QStringList(remark(message)));
         QCOMPARE(loan(), "0|2026-03-04 13:05:09");
@@ -147,7 +142,6 @@ private slots:
     void reasonsAreReusedOrAdded_data()
     {
         columns<QString, QStringList, QString>("typed", "reasons", "used");
-
         row("an old one in other letters", "BROKEN", QStringList({"Broken", "Lost"}), "1");
         row("a new one", "Bent", QStringList({"Broken", "Lost", "Bent"}), "3");
         row("a new one that another begins with", "Brok", QStringList({"Broken", "Lost", "Brok"}), "3");
@@ -172,7 +166,6 @@ private slots:
     void toolIsNeverLost_data()
     {
         columns<QStringList, QString, QString>("damage", "notes", "message");
-
         row("a pasted apostrophe breaks the statement", QStringList(), "Tom's fault", "yntax error");
         row("the record is refused",
             QStringList("CREATE TRIGGER NoScrap BEFORE INSERT ON Scrap BEGIN SELECT RAISE(ABORT, 'no scrap'); END"), "",
@@ -199,7 +192,6 @@ private slots:
             QVERIFY(!QApplication::overrideCursor());
         });
         frmScrap::showModal();
-
         QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
         QVERIFY(user.seen[0].text.contains(message));
         QCOMPARE(crib->rows("Select ID from Tools"), QStringList("1"));

@@ -1,18 +1,10 @@
 #include "tests/support/DataRows.h"
 #include "tests/support/EngineFile.h"
-
-#include <QFile>
-#include <QTest>
+#include "tests/support/Files.h"
 
 #include <algorithm>
 
 namespace {
-
-QString contents(const QString &name)
-{
-    QFile file(QStringLiteral(TEST_DATA "/") + name);
-    return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
 
 /// What a statement gave: its rows under their field names, the number of rows that it touched, or its error.
 QStringList outcome(Database &database, const QString &statement)
@@ -53,14 +45,15 @@ class TestStatements : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { m_database.emplace(contents("crib.sql")); }
+    void initTestCase() { m_database.emplace(QString::fromUtf8(contentOf(TEST_DATA "/crib.sql"))); }
 
     void cleanupTestCase() { m_database.reset(); }
 
     void outcomes_data()
     {
         columns<QStringList>("block");
-        for (const QString &text : contents("statements.txt").split("\n\n", Qt::SkipEmptyParts)) {
+        for (const QString &text :
+             QString::fromUtf8(contentOf(TEST_DATA "/statements.txt")).split("\n\n", Qt::SkipEmptyParts)) {
             const QStringList lines = text.split('\n', Qt::SkipEmptyParts);
             QVERIFY2(lines.first().startsWith("# "), qPrintable(text));
             row(qPrintable(lines.first().mid(2)), lines.mid(1));

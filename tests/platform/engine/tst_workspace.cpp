@@ -1,9 +1,9 @@
 #include "tests/support/DataRows.h"
 #include "tests/support/EngineFile.h"
+#include "tests/support/Files.h"
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <QTest>
 
 #include <sqlite3.h>
 
@@ -51,7 +51,7 @@ private slots:
         const QString unrecognized = "3343 Unrecognized database format 'FOLDER/crib.mdb'.";
         init();
         create("good.mdb");
-        QByteArray damaged = contents("good.mdb");
+        QByteArray damaged = contentOf(path("good.mdb"));
         cleanup();
         QByteArray cut = damaged.first(5000);
         damaged.replace(100, 400, QByteArray(400, 'x'));
@@ -67,9 +67,9 @@ private slots:
     void filesThatAreNoDatabase()
     {
         QFETCH(QByteArray, contents);
-        write("crib.mdb", contents);
+        writeFile(path("crib.mdb"), contents);
         QTEST(openError("crib.mdb"), "error");
-        QCOMPARE(this->contents("crib.mdb"), contents);
+        QCOMPARE(contentOf(path("crib.mdb")), contents);
     }
 
     void placesWithoutAFile_data()
@@ -215,19 +215,6 @@ private slots:
 
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
-
-    void write(const QString &name, const QByteArray &contents) const
-    {
-        QFile file(path(name));
-        QVERIFY(file.open(QFile::WriteOnly));
-        QCOMPARE(file.write(contents), contents.size());
-    }
-
-    QByteArray contents(const QString &name) const
-    {
-        QFile file(path(name));
-        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
     std::unique_ptr<Database> create(const QString &name = "crib.mdb") const
     {

@@ -7,7 +7,6 @@
 #include <QCompleter>
 #include <QLineEdit>
 #include <QSignalSpy>
-#include <QTest>
 
 class TestBoundCombo : public QObject
 {
@@ -17,7 +16,6 @@ private slots:
     void typing_data()
     {
         columns<bool, QString, QString, QString>("freeText", "typed", "text", "bound");
-
         row("the beginning is completed", false, "wor", "Worn out", "5");
         row("a whole text is not made a longer one", false, "1250", "1250", "2");
         row("what is no row counts as empty", false, "99", QString(), QString());
@@ -79,19 +77,6 @@ private slots:
         QCOMPARE(box.boundValue().toText(), "4");
     }
 
-    void clearedSourceOffersNothing()
-    {
-        BoundCombo box;
-        box.setSource(rows(), "Name", "ID");
-        box.setText("1250");
-        box.clearSource();
-        QCOMPARE(box.count(), 0);
-        QCOMPARE(box.text(), QString());
-        QVERIFY(box.boundValue().isNull());
-        QTest::keyClicks(&box, "1250");
-        QCOMPARE(box.text(), QString());
-    }
-
     void everyRowOfferedBelowCanBeTaken()
     {
         BoundCombo box;
@@ -109,7 +94,6 @@ private slots:
     {
         using Use = std::function<void(BoundCombo &)>;
         columns<Use, int, QString>("use", "fetched", "bound");
-
         row("not when it is entered and left", Use([](BoundCombo &box) {
                 QTest::keyClick(&box, Qt::Key_Return);
                 QTest::keyClick(&box, Qt::Key_Escape);

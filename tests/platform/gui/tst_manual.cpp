@@ -1,6 +1,8 @@
 #include "platform/gui/Manual.h"
 #include "platform/gui/frmManual.h"
 #include "platform/system/ProgramFolder.h"
+#include "tests/support/DataRows.h"
+#include "tests/support/Files.h"
 #include "tests/support/ScriptedUser.h"
 
 #include <QAbstractItemView>
@@ -18,209 +20,182 @@ class TestManual : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void everyWindowHasItsPage();
-    void linksLeadSomewhere_data();
-    void linksLeadSomewhere();
-    void helpKeyAsksForThePageOfTheWindow_data();
-    void helpKeyAsksForThePageOfTheWindow();
-    void helpKeyWorksInAModalDialog();
-    void withoutABrowserAReaderShowsThePage();
-    void readerCanBeUsedWhileADialogIsOpen();
-    void saysThatTheManualIsMissing();
+    void init()
+    {
+        ProgramFolder::setPath(PROGRAM_BIN);
+        m_asked.clear();
+        m_hasBrowser = true;
+        Manual::setBrowser([this](const QUrl &page) {
+            m_asked.append(page.fileName());
+            return m_hasBrowser;
+        });
+    }
+
+    void cleanup()
+    {
+        Manual::setBrowser({});
+        frmManual::unload();
+        ProgramFolder::setPath({});
+    }
+
+    void everyWindowHasItsPage()
+    {
+        for (const auto &[window, page] : Manual::windowPages())
+            QVERIFY2(manual().exists(page), window);
+        for (const QString &page : pages())
+            QVERIFY2(page == "index.html" || contents("index.html").contains("href=\"" + page + '"'), qPrintable(page));
+    }
+
+    void linksLeadSomewhere_data()
+    {
+        columns<QString>("page");
+        for (const QString &page : pages())
+            row(qPrintable(page), page);
+    }
+
+    void linksLeadSomewhere()
+    {
+        QFETCH(QString, page);
+        static const QRegularExpression link("href=\"([^\"#]*)#?([^\"]*)\"");
+        int links = 0;
+        for (auto found = link.globalMatch(contents(page)); found.hasNext(); ++links) {
+            const QRegularExpressionMatch match = found.next();
+            const QString target = match.captured(1).isEmpty() ? page : match.captured(1);
+            const QString anchor = match.captured(2);
+            QVERIFY2(manual().exists(target), qPrintable(match.captured()));
+            QVERIFY2(anchor.isEmpty() || contents(target).contains("id=\"" + anchor + '"'),
+                     qPrintable(match.captured()));
+        }
+        QVERIFY(links > 1); // the style sheet is one
+    }
+
+    void helpKeyAsksForThePageOfTheWindow_data()
+    {
+        columns<QString, QString>("focused", "page");
+        row("the frame", "menuBar", "main-window.html");
+        row("a child window of the frame", "lstToolList", "tool-explorer.html");
+        row("a window of its own", "txtFind", "find.html");
+        row("a menu of the bar", "mnuFile", "main-window.html");
+        row("a pop-up over the child window", "mnuTreePopTool", "tool-explorer.html");
+        row("a box over the child window", "boxButton", "tool-explorer.html");
+        row("choices below a box that is typed into", "choices", "find.html");
+        row("a window that nobody knows", "strange", "index.html");
+    }
+
+    void helpKeyAsksForThePageOfTheWindow()
+    {
+        QFETCH(QString, focused);
+        QFETCH(QString, page);
+        const auto named = [](QWidget *widget, const char *name) {
+            widget->setObjectName(name);
+            return widget;
+        };
+        QWidget frame, strange;
+        named(&frame, "mdiMain");
+        named(new QLineEdit(&frame), "menuBar");
+        QWidget *explorer = named(new QWidget(&frame), "frmTree");
+        QWidget *list = named(new QLineEdit(explorer), "lstToolList");
+        QDialog find(explorer), box(&frame);
+        named(&find, "frmFind");
+        auto *txtFind = new QLineEdit(&find);
+        named(txtFind, "txtFind");
+        QCompleter completer({"Drill", "Die"});
+        completer.setWidget(txtFind);
+        QWidget *choices = named(completer.popup(), "choices");
+        named(new QLineEdit(&box), "boxButton");
+        named(new QMenu(&frame), "mnuFile");
+        named(new QMenu(&frame), "mnuTreePopTool");
+        named(new QLineEdit(&strange), "strange");
+        list->setFocus(); // where the user was last in the frame
+
+        QWidget *in = focused == "choices" ? choices : frame.findChild<QWidget *>(focused);
+        QTest::keyClick(in ? in : strange.findChild<QWidget *>(focused), Qt::Key_F1);
+        QCOMPARE(m_asked, QStringList(page));
+    }
+
+    void helpKeyWorksInAModalDialog()
+    {
+        QDialog dialog;
+        dialog.setObjectName("frmCheckOut");
+        QLineEdit box(&dialog);
+        whenModal<QDialog>([&](QDialog &) {
+            QTest::keyClick(&box, Qt::Key_F1);
+            QTest::keyClick(&box, Qt::Key_F2);
+        });
+        dialog.exec();
+        QCOMPARE(m_asked, QStringList("check-out.html"));
+        QVERIFY(!frmManual::isLoaded());
+    }
+
+    void withoutABrowserAReaderShowsThePage()
+    {
+        m_hasBrowser = false;
+        Manual::show("scrap.html");
+        frmManual &reader = frmManual::instance();
+        QVERIFY(reader.isVisible());
+        QCOMPARE(reader.windowTitle(), "Scrap");
+        QVERIFY(reader.ui.txtPage->toPlainText().startsWith("Manual | Keyboard"));
+        QVERIFY(!reader.ui.cmdBack->isEnabled());
+
+        reader.ui.txtPage->setSource(QUrl("keyboard.html#windows"));
+        QCOMPARE(reader.windowTitle(), "Keyboard");
+        QVERIFY(reader.ui.txtPage->verticalScrollBar()->value() > 0);
+        reader.ui.cmdHome->click();
+        QCOMPARE(reader.windowTitle(), "Vorlane Manager: Manual");
+        reader.ui.cmdBack->click();
+        reader.ui.cmdBack->click();
+        QCOMPARE(reader.windowTitle(), "Scrap");
+
+        QTest::keyClick(reader.ui.txtPage, Qt::Key_Escape);
+        QVERIFY(!reader.isVisible());
+    }
+
+    void readerCanBeUsedWhileADialogIsOpen()
+    {
+        m_hasBrowser = false;
+        Manual::show("index.html");
+        {
+            QDialog dialog;
+            dialog.setObjectName("frmCheckIn");
+            whenModal<QDialog>([&](QDialog &) {
+                QTest::keyClick(&dialog, Qt::Key_F1);
+                frmManual &reader = frmManual::instance();
+                QVERIFY(reader.isVisible());
+                QCOMPARE(reader.windowTitle(), "Check in");
+                // Through the window, as the mouse comes: one that the dialog blocks gets nothing.
+                const QPoint home = reader.ui.cmdHome->mapTo(&reader, reader.ui.cmdHome->rect().center());
+                QTest::mouseClick(reader.windowHandle(), Qt::LeftButton, {}, home);
+                QCOMPARE(reader.windowTitle(), "Vorlane Manager: Manual");
+                // F1 in the reader itself tells of the dialog below it.
+                QTest::keyClick(reader.ui.txtPage, Qt::Key_F1);
+                QCOMPARE(reader.windowTitle(), "Check in");
+            });
+            dialog.exec();
+        }
+        Manual::show("find.html"); // also after the dialog has gone
+        QCOMPARE(frmManual::instance().windowTitle(), "Find");
+    }
+
+    void saysThatTheManualIsMissing()
+    {
+        QTemporaryDir empty;
+        ProgramFolder::setPath(empty.path());
+        ScriptedUser user(QMessageBox::Ok);
+        Manual::show("index.html");
+        QVERIFY(user.texts().value(0).contains(empty.path() + "/manual/index.html"));
+        QVERIFY(m_asked.isEmpty());
+    }
 
 private:
     QDir manual() const { return QDir(PROGRAM_BIN "/manual"); }
-    QString contents(const QString &page) const;
+
+    QString contents(const QString &page) const { return contentOf(manual().filePath(page)); }
     QStringList pages() const { return manual().entryList({"*.html"}); }
 
     HelpKey m_helpKey;
     QStringList m_asked;
     bool m_hasBrowser = true;
 };
-
-void TestManual::init()
-{
-    ProgramFolder::setPath(PROGRAM_BIN);
-    m_asked.clear();
-    m_hasBrowser = true;
-    Manual::setBrowser([this](const QUrl &page) {
-        m_asked.append(page.fileName());
-        return m_hasBrowser;
-    });
-}
-
-void TestManual::cleanup()
-{
-    Manual::setBrowser({});
-    frmManual::unload();
-    ProgramFolder::setPath({});
-}
-
-QString TestManual::contents(const QString &page) const
-{
-    QFile file(manual().filePath(page));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
-
-void TestManual::everyWindowHasItsPage()
-{
-    for (const auto &[window, page] : Manual::windowPages())
-        QVERIFY2(manual().exists(page), window);
-    for (const QString &page : pages())
-        QVERIFY2(page == "index.html" || contents("index.html").contains("href=\"" + page + '"'), qPrintable(page));
-}
-
-void TestManual::linksLeadSomewhere_data()
-{
-    QTest::addColumn<QString>("page");
-    for (const QString &page : pages())
-        QTest::newRow(qPrintable(page)) << page;
-}
-
-void TestManual::linksLeadSomewhere()
-{
-    QFETCH(QString, page);
-    static const QRegularExpression link("href=\"([^\"#]*)#?([^\"]*)\"");
-    int links = 0;
-    for (auto found = link.globalMatch(contents(page)); found.hasNext(); ++links) {
-        const QRegularExpressionMatch match = found.next();
-        const QString target = match.captured(1).isEmpty() ? page : match.captured(1);
-        const QString anchor = match.captured(2);
-        QVERIFY2(manual().exists(target), qPrintable(match.captured()));
-        QVERIFY2(anchor.isEmpty() || contents(target).contains("id=\"" + anchor + '"'), qPrintable(match.captured()));
-    }
-    QVERIFY(links > 1); // the style sheet is one
-}
-
-void TestManual::helpKeyAsksForThePageOfTheWindow_data()
-{
-    QTest::addColumn<QString>("focused");
-    QTest::addColumn<QString>("page");
-    QTest::newRow("the frame") << "menuBar"
-                               << "main-window.html";
-    QTest::newRow("a child window of the frame") << "lstToolList"
-                                                 << "tool-explorer.html";
-    QTest::newRow("a window of its own") << "txtFind"
-                                         << "find.html";
-    QTest::newRow("a menu of the bar") << "mnuFile"
-                                       << "main-window.html";
-    QTest::newRow("a pop-up over the child window") << "mnuTreePopTool"
-                                                    << "tool-explorer.html";
-    QTest::newRow("a box over the child window") << "boxButton"
-                                                 << "tool-explorer.html";
-    QTest::newRow("choices below a box that is typed into") << "choices"
-                                                            << "find.html";
-    QTest::newRow("a window that nobody knows") << "strange"
-                                                << "index.html";
-}
-
-void TestManual::helpKeyAsksForThePageOfTheWindow()
-{
-    QFETCH(QString, focused);
-    QFETCH(QString, page);
-    const auto named = [](QWidget *widget, const char *name) {
-        widget->setObjectName(name);
-        return widget;
-    };
-    QWidget frame, strange;
-    named(&frame, "mdiMain");
-    named(new QLineEdit(&frame), "menuBar");
-    QWidget *explorer = named(new QWidget(&frame), "frmTree");
-    QWidget *list = named(new QLineEdit(explorer), "lstToolList");
-    QDialog find(explorer), box(&frame);
-    named(&find, "frmFind");
-    auto *txtFind = new QLineEdit(&find);
-    named(txtFind, "txtFind");
-    QCompleter completer({"Drill", "Die"});
-    completer.setWidget(txtFind);
-    QWidget *choices = named(completer.popup(), "choices");
-    named(new QLineEdit(&box), "boxButton");
-    named(new QMenu(&frame), "mnuFile");
-    named(new QMenu(&frame), "mnuTreePopTool");
-    named(new QLineEdit(&strange), "strange");
-    list->setFocus(); // where the user was last in the frame
-
-    QWidget *in = focused == "choices" ? choices : frame.findChild<QWidget *>(focused);
-    QTest::keyClick(in ? in : strange.findChild<QWidget *>(focused), Qt::Key_F1);
-    QCOMPARE(m_asked, QStringList(page));
-}
-
-void TestManual::helpKeyWorksInAModalDialog()
-{
-    QDialog dialog;
-    dialog.setObjectName("frmCheckOut");
-    QLineEdit box(&dialog);
-    whenModal<QDialog>([&](QDialog &) {
-        QTest::keyClick(&box, Qt::Key_F1);
-        QTest::keyClick(&box, Qt::Key_F2);
-    });
-    dialog.exec();
-    QCOMPARE(m_asked, QStringList("check-out.html"));
-    QVERIFY(!frmManual::isLoaded());
-}
-
-void TestManual::withoutABrowserAReaderShowsThePage()
-{
-    m_hasBrowser = false;
-    Manual::show("scrap.html");
-    frmManual &reader = frmManual::instance();
-    QVERIFY(reader.isVisible());
-    QCOMPARE(reader.windowTitle(), "Scrap");
-    QVERIFY(reader.ui.txtPage->toPlainText().startsWith("Manual | Keyboard"));
-    QVERIFY(!reader.ui.cmdBack->isEnabled());
-
-    reader.ui.txtPage->setSource(QUrl("keyboard.html#windows"));
-    QCOMPARE(reader.windowTitle(), "Keyboard");
-    QVERIFY(reader.ui.txtPage->verticalScrollBar()->value() > 0);
-    reader.ui.cmdHome->click();
-    QCOMPARE(reader.windowTitle(), "Vorlane Manager: Manual");
-    reader.ui.cmdBack->click();
-    reader.ui.cmdBack->click();
-    QCOMPARE(reader.windowTitle(), "Scrap");
-
-    QTest::keyClick(reader.ui.txtPage, Qt::Key_Escape);
-    QVERIFY(!reader.isVisible());
-}
-
-void TestManual::readerCanBeUsedWhileADialogIsOpen()
-{
-    m_hasBrowser = false;
-    Manual::show("index.html");
-    {
-        QDialog dialog;
-        dialog.setObjectName("frmCheckIn");
-        whenModal<QDialog>([&](QDialog &) {
-            QTest::keyClick(&dialog, Qt::Key_F1);
-            frmManual &reader = frmManual::instance();
-            QVERIFY(reader.isVisible());
-            QCOMPARE(reader.windowTitle(), "Check in");
-            // Through the window, as the mouse comes: one that the dialog blocks gets nothing.
-            const QPoint home = reader.ui.cmdHome->mapTo(&reader, reader.ui.cmdHome->rect().center());
-            QTest::mouseClick(reader.windowHandle(), Qt::LeftButton, {}, home);
-            QCOMPARE(reader.windowTitle(), "Vorlane Manager: Manual");
-            // F1 in the reader itself tells of the dialog below it.
-            QTest::keyClick(reader.ui.txtPage, Qt::Key_F1);
-            QCOMPARE(reader.windowTitle(), "Check in");
-        });
-        dialog.exec();
-    }
-    Manual::show("find.html"); // also after the dialog has gone
-    QCOMPARE(frmManual::instance().windowTitle(), "Find");
-}
-
-void TestManual::saysThatTheManualIsMissing()
-{
-    QTemporaryDir empty;
-    ProgramFolder::setPath(empty.path());
-    ScriptedUser user;
-    user.answers(QMessageBox::Ok);
-    Manual::show("index.html");
-    QVERIFY(user.texts().value(0).contains(empty.path() + "/manual/index.html"));
-    QVERIFY(user.done());
-    QVERIFY(m_asked.isEmpty());
-}
 
 QTEST_MAIN(TestManual)
 #include "tst_manual.moc"

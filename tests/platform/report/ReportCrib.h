@@ -2,8 +2,10 @@
 
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"
+#include "platform/report/ResultCode.h"
 #include "platform/report/TemplateReader.h"
 #include "platform/system/ProgramFolder.h"
+#include "tests/support/Files.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -24,9 +26,7 @@ public:
     void fill(const char *native) { database->executeNative(native); }
     void addTemplate(const QString &name, const QByteArray &content) const
     {
-        QFile file(folder.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("no template");
+        writeFile(folder.filePath(name), content);
     }
 
     QTemporaryDir folder;
@@ -39,4 +39,18 @@ inline QByteArray simpleTemplate(const QByteArray &data, const QByteArray &text,
     return "<report version=\"1\"><data>" + data
         + "</data><columns><column name=\"a\" width=\"1\" wrap=\"yes\"/></columns>" + bands
         + "<detail><line><cell in=\"a\">" + text + "</cell></line></detail></report>";
+}
+
+/// Code of the error that an action ends with, 0 where it ends well; with its detail, where asked for.
+template<typename Action>
+int codeOf(Action action, QString *detail = nullptr)
+{
+    try {
+        action();
+    } catch (const ReportError &error) {
+        if (detail)
+            *detail = error.detail();
+        return error.code();
+    }
+    return ResultCode::ok;
 }

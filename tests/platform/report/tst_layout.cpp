@@ -1,8 +1,8 @@
 #include "platform/report/Layout.h"
-#include "platform/report/TemplateReader.h"
+#include "tests/platform/report/ReportCrib.h"
+#include "tests/support/DataRows.h"
 
 #include <QRandomGenerator>
-#include <QtTest>
 
 namespace {
 
@@ -93,340 +93,321 @@ class TestLayout : public QObject
     Q_OBJECT
 
 private slots:
-    void breaksPagesWell_data();
-    void breaksPagesWell();
-    void hostileHeightsComeToAnEnd();
-    void cutsWhatIsTallerThanAPage();
-    void goesOnInSlices();
-    void noRows();
-    void textsOfAPage();
-    void wrapsAndElides();
-    void wrappedLinesNeedNoEllipsis();
-    void conditionsChooseCellsAndLines();
-    void pageBandsKeepTheirHeight();
-    void refusesPagesWithoutRoom();
-    void tooManyPages();
-};
-
-void TestLayout::breaksPagesWell_data()
-{
-    QTest::addColumn<int>("seed");
-    for (int seed = 0; seed < 60; ++seed)
-        QTest::addRow("seed %d", seed) << seed;
-}
-
-void TestLayout::breaksPagesWell()
-{
-    QFETCH(int, seed);
-    QRandomGenerator random(seed);
-    const int levels = random.bounded(4);
-    QByteArray bands;
-    if (random.bounded(2))
-        bands += "<reportheader>" + lines("title", 1 + random.bounded(3)) + "</reportheader>";
-    bands += "<pageheader>" + lines("{?title}") + "<rule/></pageheader><pagefooter>" + lines("Page {#page} of {#pages}")
-        + "</pagefooter>";
-    for (int level = 0; level < levels; ++level) {
-        bands += QByteArray("<group by=\"{T.") + char('A' + level) + "}\" keep=\""
-            + QByteArray::number(1 + random.bounded(3)) + "\" repeat=\"" + (random.bounded(2) ? "yes" : "no")
-            + "\" newpage=\"" + (random.bounded(8) == 0 ? "yes" : "no") + "\"><header>"
-            + lines("head {#continued}", random.bounded(3)) + "</header><footer>" + lines("foot", random.bounded(3))
-            + "</footer></group>";
+    void breaksPagesWell_data()
+    {
+        columns<int>("seed");
+        for (int seed = 0; seed < 60; ++seed)
+            QTest::addRow("seed %d", seed) << seed;
     }
-    bands += "<detail shade=\"#eeeeee\">" + lines("{T.B}{T.C}") + lines("{T.N}", random.bounded(2)) + "</detail>";
-    bands += "<reportfooter>" + lines("{count()}", random.bounded(3)) + "</reportfooter>";
 
-    const int count = 1 + random.bounded(150);
-    const int spread = 1 + random.bounded(12);
-    std::vector<Row> rows;
-    for (int row = 0; row < count; ++row) {
-        const auto group = [&](int size) { return QStringLiteral("%1").arg(random.bounded(size), 3, 10, QChar('0')); };
-        // The height of a row hangs on its text.
-        const QString lineEnds(random.bounded(4) == 0 ? random.bounded(spread) : 0, '\n');
-        rows.push_back({row, group(3), group(4) + lineEnds, group(3)});
-    }
-    LaidOut laidOut(page(bands, " margin=\"100\""), rows);
-    laidOut.complete();
-    const Layout &layout = *laidOut.layout;
-    const Records &records = laidOut.records;
-    const double bodyHeight = laidOut.bodyBottom() - laidOut.bodyTop();
-
-    std::vector<int> firstPageOf(count, -1), lastPageOf(count, -1), stripsOf(count, 0);
-    QMap<std::pair<int, int>, int> headerPages; // level and first row of the group
-    int nextRow = 0;
-    for (int number = 0; number < layout.pageCount(); ++number) {
-        double y = laidOut.bodyTop();
-        bool hasContent = false;
-        for (const PlacedBand &placed : layout.page(number).bands) {
-            QCOMPARE(placed.top, y);
-            y += placed.height;
-            QVERIFY(y <= laidOut.bodyBottom() + 0.001);
-            hasContent = hasContent || !placed.continued;
-            for (int level = 0; level < levels; ++level) {
-                const Group &group = laidOut.report.groups[level];
-                if (placed.band == &group.header && !placed.continued) {
-                    QCOMPARE(records.run(level, placed.row).first, placed.row);
-                    QCOMPARE(placed.row, nextRow); // its rows follow
-                    headerPages[{level, placed.row}] = number;
-                    if (group.startsPage && placed.row > 0)
-                        QVERIFY(number > lastPageOf[placed.row - 1]);
-                } else if (placed.band == &group.header) {
-                    QVERIFY(group.repeatsHeader);
-                } else if (placed.band == &group.footer) {
-                    QCOMPARE(records.run(level, placed.row).last, placed.row);
-                    QCOMPARE(placed.row, nextRow - 1);
-                    QCOMPARE(number, lastPageOf[placed.row]); // never alone
-                }
-            }
-            if (placed.band == &laidOut.report.reportFooter)
-                QCOMPARE(number, lastPageOf[count - 1]);
-            if (placed.band != &laidOut.report.detail)
-                continue;
-            if (placed.firstStrip == 0) {
-                QCOMPARE(placed.row, nextRow++);
-                firstPageOf[placed.row] = number;
-            }
-            QCOMPARE(placed.firstStrip, stripsOf[placed.row]);
-            stripsOf[placed.row] += placed.stripCount;
-            lastPageOf[placed.row] = number;
-        }
-        QVERIFY(hasContent);
-        QVERIFY(
-            laidOut.texts(number).contains(QStringLiteral("Page %1 of %2").arg(number + 1).arg(layout.pageCount())));
-    }
-    QCOMPARE(nextRow, count);
-
-    for (int row = 0; row < count; ++row) {
-        QCOMPARE(stripsOf[row], int(laidOut.composer->stripHeights(laidOut.report.detail, {row}).size()));
-        // What is above a row at the least, when it begins a page.
-        double above = 0;
+    void breaksPagesWell()
+    {
+        QFETCH(int, seed);
+        QRandomGenerator random(seed);
+        const int levels = random.bounded(4);
+        QByteArray bands;
+        if (random.bounded(2))
+            bands += "<reportheader>" + lines("title", 1 + random.bounded(3)) + "</reportheader>";
+        bands += "<pageheader>" + lines("{?title}") + "<rule/></pageheader><pagefooter>"
+            + lines("Page {#page} of {#pages}") + "</pagefooter>";
         for (int level = 0; level < levels; ++level) {
-            const bool opens = level >= records.firstOpening(row);
-            if (opens || laidOut.report.groups[level].repeatsHeader)
-                above += laidOut.bandHeight(laidOut.report.groups[level].header, row, !opens);
+            bands += QByteArray("<group by=\"{T.") + char('A' + level) + "}\" keep=\""
+                + QByteArray::number(1 + random.bounded(3)) + "\" repeat=\"" + (random.bounded(2) ? "yes" : "no")
+                + "\" newpage=\"" + (random.bounded(8) == 0 ? "yes" : "no") + "\"><header>"
+                + lines("head {#continued}", random.bounded(3)) + "</header><footer>" + lines("foot", random.bounded(3))
+                + "</footer></group>";
         }
-        if (firstPageOf[row] != lastPageOf[row]) {
-            double block = above + laidOut.bandHeight(laidOut.report.detail, row);
-            for (int level = records.firstClosing(row); level < levels; ++level)
-                block += laidOut.bandHeight(laidOut.report.groups[level].footer, row);
-            if (row == count - 1)
-                block += laidOut.bandHeight(laidOut.report.reportFooter, row);
-            QVERIFY(block > bodyHeight);
-        }
-        for (int level = records.firstOpening(row); level < levels; ++level) {
-            const Group &group = laidOut.report.groups[level];
-            if (!group.header.lines.isEmpty())
-                QCOMPARE((headerPages[{level, row}]), firstPageOf[row]);
-            const int lastKept = std::min(row + group.keep - 1, records.run(level, row).last);
-            double kept = above;
-            for (int r = row; r <= lastKept; ++r) {
-                kept += laidOut.bandHeight(laidOut.report.detail, r);
-                for (int inner = 0; inner < levels; ++inner) {
-                    if (r > row && inner >= records.firstOpening(r))
-                        kept += laidOut.bandHeight(laidOut.report.groups[inner].header, r);
-                    if (inner >= records.firstClosing(r))
-                        kept += laidOut.bandHeight(laidOut.report.groups[inner].footer, r);
-                }
-            }
-            // Rows within may ask for further ones; half a page leaves room for those.
-            if (kept < bodyHeight / 2)
-                QCOMPARE(lastPageOf[lastKept], firstPageOf[row]);
-        }
-    }
-}
+        bands += "<detail shade=\"#eeeeee\">" + lines("{T.B}{T.C}") + lines("{T.N}", random.bounded(2)) + "</detail>";
+        bands += "<reportfooter>" + lines("{count()}", random.bounded(3)) + "</reportfooter>";
 
-void TestLayout::hostileHeightsComeToAnEnd()
-{
-    QRandomGenerator random(11);
-    for (int round = 0; round < 60; ++round) {
-        QByteArray bands = "<reportheader>" + lines("x", random.bounded(200)) + "</reportheader>";
-        for (const char *name : {"A", "B"})
-            bands += QByteArray("<group keep=\"100\" repeat=\"yes\" newpage=\"") + (random.bounded(2) ? "yes" : "no")
-                + "\" by=\"{T." + name + "}\"><header>" + lines("head", random.bounded(60), " size=\"24\"")
-                + "</header><footer>" + lines("{sum(T.N)}", random.bounded(60)) + "</footer></group>";
-        bands += "<detail>" + lines("{T.C}", 1 + random.bounded(3)) + lines("x", random.bounded(100)) + "</detail>";
+        const int count = 1 + random.bounded(150);
+        const int spread = 1 + random.bounded(12);
         std::vector<Row> rows;
-        for (int row = 0; row < 20; ++row)
-            rows.push_back({row, QString::number(random.bounded(3)), QString::number(random.bounded(3)),
-                            tall(random.bounded(60))});
-        LaidOut laidOut(page(bands, " margin=\"144\""), rows);
+        for (int row = 0; row < count; ++row) {
+            const auto group = [&](int size) {
+                return QStringLiteral("%1").arg(random.bounded(size), 3, 10, QChar('0'));
+            };
+            // The height of a row hangs on its text.
+            const QString lineEnds(random.bounded(4) == 0 ? random.bounded(spread) : 0, '\n');
+            rows.push_back({row, group(3), group(4) + lineEnds, group(3)});
+        }
+        LaidOut laidOut(page(bands, " margin=\"100\""), rows);
         laidOut.complete();
-        QSet<int> seen;
-        for (int number = 0; number < laidOut.layout->pageCount(); ++number)
-            for (const PlacedBand &placed : laidOut.layout->page(number).bands)
-                if (placed.band == &laidOut.report.detail)
-                    seen.insert(placed.row);
-        QCOMPARE(seen.size(), 20);
+        const Layout &layout = *laidOut.layout;
+        const Records &records = laidOut.records;
+        const double bodyHeight = laidOut.bodyBottom() - laidOut.bodyTop();
+
+        std::vector<int> firstPageOf(count, -1), lastPageOf(count, -1), stripsOf(count, 0);
+        QMap<std::pair<int, int>, int> headerPages; // level and first row of the group
+        int nextRow = 0;
+        for (int number = 0; number < layout.pageCount(); ++number) {
+            double y = laidOut.bodyTop();
+            bool hasContent = false;
+            for (const PlacedBand &placed : layout.page(number).bands) {
+                QCOMPARE(placed.top, y);
+                y += placed.height;
+                QVERIFY(y <= laidOut.bodyBottom() + 0.001);
+                hasContent = hasContent || !placed.continued;
+                for (int level = 0; level < levels; ++level) {
+                    const Group &group = laidOut.report.groups[level];
+                    if (placed.band == &group.header && !placed.continued) {
+                        QCOMPARE(records.run(level, placed.row).first, placed.row);
+                        QCOMPARE(placed.row, nextRow); // its rows follow
+                        headerPages[{level, placed.row}] = number;
+                        if (group.startsPage && placed.row > 0)
+                            QVERIFY(number > lastPageOf[placed.row - 1]);
+                    } else if (placed.band == &group.header) {
+                        QVERIFY(group.repeatsHeader);
+                    } else if (placed.band == &group.footer) {
+                        QCOMPARE(records.run(level, placed.row).last, placed.row);
+                        QCOMPARE(placed.row, nextRow - 1);
+                        QCOMPARE(number, lastPageOf[placed.row]); // never alone
+                    }
+                }
+                if (placed.band == &laidOut.report.reportFooter)
+                    QCOMPARE(number, lastPageOf[count - 1]);
+                if (placed.band != &laidOut.report.detail)
+                    continue;
+                if (placed.firstStrip == 0) {
+                    QCOMPARE(placed.row, nextRow++);
+                    firstPageOf[placed.row] = number;
+                }
+                QCOMPARE(placed.firstStrip, stripsOf[placed.row]);
+                stripsOf[placed.row] += placed.stripCount;
+                lastPageOf[placed.row] = number;
+            }
+            QVERIFY(hasContent);
+            QVERIFY(laidOut.texts(number).contains(
+                QStringLiteral("Page %1 of %2").arg(number + 1).arg(layout.pageCount())));
+        }
+        QCOMPARE(nextRow, count);
+
+        for (int row = 0; row < count; ++row) {
+            QCOMPARE(stripsOf[row], int(laidOut.composer->stripHeights(laidOut.report.detail, {row}).size()));
+            // What is above a row at the least, when it begins a page.
+            double above = 0;
+            for (int level = 0; level < levels; ++level) {
+                const bool opens = level >= records.firstOpening(row);
+                if (opens || laidOut.report.groups[level].repeatsHeader)
+                    above += laidOut.bandHeight(laidOut.report.groups[level].header, row, !opens);
+            }
+            if (firstPageOf[row] != lastPageOf[row]) {
+                double block = above + laidOut.bandHeight(laidOut.report.detail, row);
+                for (int level = records.firstClosing(row); level < levels; ++level)
+                    block += laidOut.bandHeight(laidOut.report.groups[level].footer, row);
+                if (row == count - 1)
+                    block += laidOut.bandHeight(laidOut.report.reportFooter, row);
+                QVERIFY(block > bodyHeight);
+            }
+            for (int level = records.firstOpening(row); level < levels; ++level) {
+                const Group &group = laidOut.report.groups[level];
+                if (!group.header.lines.isEmpty())
+                    QCOMPARE((headerPages[{level, row}]), firstPageOf[row]);
+                const int lastKept = std::min(row + group.keep - 1, records.run(level, row).last);
+                double kept = above;
+                for (int r = row; r <= lastKept; ++r) {
+                    kept += laidOut.bandHeight(laidOut.report.detail, r);
+                    for (int inner = 0; inner < levels; ++inner) {
+                        if (r > row && inner >= records.firstOpening(r))
+                            kept += laidOut.bandHeight(laidOut.report.groups[inner].header, r);
+                        if (inner >= records.firstClosing(r))
+                            kept += laidOut.bandHeight(laidOut.report.groups[inner].footer, r);
+                    }
+                }
+                // Rows within may ask for further ones; half a page leaves room for those.
+                if (kept < bodyHeight / 2)
+                    QCOMPARE(lastPageOf[lastKept], firstPageOf[row]);
+            }
+        }
     }
-}
 
-void TestLayout::cutsWhatIsTallerThanAPage()
-{
-    QStringList numbers;
-    for (int line = 0; line < 200; ++line)
-        numbers.append(QString::number(line));
-    LaidOut laidOut(page("<group by=\"{T.A}\" repeat=\"yes\"><header>" + lines("G{#continued}")
-                         + "</header></group><detail>" + lines("{T.B}") + "</detail>"),
-                    {{1, "a", numbers.join('\n'), ""}, {2, "a", "last", ""}});
-    laidOut.complete();
-    QVERIFY(laidOut.layout->pageCount() > 3);
-    QStringList printed;
-    for (int number = 0; number < laidOut.layout->pageCount(); ++number) {
-        QStringList texts = laidOut.texts(number);
-        QCOMPARE(texts.takeFirst(), number == 0 ? "G" : "G (continued)");
-        printed += texts;
+    void hostileHeightsComeToAnEnd()
+    {
+        QRandomGenerator random(11);
+        for (int round = 0; round < 60; ++round) {
+            QByteArray bands = "<reportheader>" + lines("x", random.bounded(200)) + "</reportheader>";
+            for (const char *name : {"A", "B"})
+                bands += QByteArray("<group keep=\"100\" repeat=\"yes\" newpage=\"")
+                    + (random.bounded(2) ? "yes" : "no") + "\" by=\"{T." + name + "}\"><header>"
+                    + lines("head", random.bounded(60), " size=\"24\"") + "</header><footer>"
+                    + lines("{sum(T.N)}", random.bounded(60)) + "</footer></group>";
+            bands += "<detail>" + lines("{T.C}", 1 + random.bounded(3)) + lines("x", random.bounded(100)) + "</detail>";
+            std::vector<Row> rows;
+            for (int row = 0; row < 20; ++row)
+                rows.push_back({row, QString::number(random.bounded(3)), QString::number(random.bounded(3)),
+                                tall(random.bounded(60))});
+            LaidOut laidOut(page(bands, " margin=\"144\""), rows);
+            laidOut.complete();
+            QSet<int> seen;
+            for (int number = 0; number < laidOut.layout->pageCount(); ++number)
+                for (const PlacedBand &placed : laidOut.layout->page(number).bands)
+                    if (placed.band == &laidOut.report.detail)
+                        seen.insert(placed.row);
+            QCOMPARE(seen.size(), 20);
+        }
     }
-    QCOMPARE(printed, numbers + QStringList("last"));
-}
 
-void TestLayout::goesOnInSlices()
-{
-    std::vector<Row> rows(5000, Row{1, "a", "b", "c"});
-    LaidOut laidOut(
-        page("<pagefooter>" + lines("{#page}/{#pages}") + "</pagefooter><detail>" + lines("{T.A}") + "</detail>"),
-        rows);
-    QVERIFY(!laidOut.layout->advance(QDeadlineTimer(0)));
-    QCOMPARE(laidOut.layout->pageCount(), 1);
-    QVERIFY(!laidOut.layout->isComplete());
-    QVERIFY(laidOut.texts(0).contains(QStringLiteral("1/\u2026")));
-    while (!laidOut.layout->advance(QDeadlineTimer(1)))
-        QVERIFY(laidOut.layout->progress() < 1);
-    QCOMPARE(laidOut.layout->progress(), 1.0);
-    QVERIFY(laidOut.texts(0).contains(QStringLiteral("1/%1").arg(laidOut.layout->pageCount())));
-}
-
-void TestLayout::noRows()
-{
-    LaidOut laidOut(page("<reportheader>" + lines("head") + "</reportheader><pageheader>"
-                         + lines("Page {#page} of {#pages}: {T.A}") + "</pageheader><detail>" + lines("{T.A}")
-                         + "</detail><reportfooter>" + lines("foot") + "</reportfooter><nodata>"
-                         + lines("None of {count()}{sum(T.N)}") + "</nodata>"),
-                    {});
-    laidOut.complete();
-    QCOMPARE(laidOut.layout->pageCount(), 1);
-    QCOMPARE(laidOut.texts(0), QStringList({"Page 1 of 1: ", "None of 0"}));
-}
-
-void TestLayout::textsOfAPage()
-{
-    const QByteArray bands = "<pageheader>" + lines("{#rows} on {#today} at {#now}")
-        + "</pageheader><group by=\"{T.A}\"><header>"
-        + lines("{T.A:upper}: {count(T.B)} of {count()}, {sum(T.N):currency}")
-        + "</header></group><detail shade=\"#eeeeee\"><line><cell in=\"a\">{T.B}</cell>"
-          "<cell in=\"b\">{T.N:number 2}</cell></line></detail><reportfooter>"
-        + lines("{sum(T.N)} {avg(T.N):number 1} {min(T.B)} {max(T.B)} {?title} {{x}") + "</reportfooter>";
-    LaidOut laidOut(
-        page(bands),
-        {{1.5, "a", "drill", ""}, {-2, "a", TestValue(), ""}, {10, "a", "Tap", ""}, {3, "b", "\u00c4xte", ""}},
-        {{"title", "Title"}});
-    laidOut.complete();
-    QCOMPARE(laidOut.texts(0),
-             QStringList({"4 on 2024-05-06 at 2024-05-06 07:08:09", "A: 2 of 3, $9.50", "drill", "1.50", "-2.00", "Tap",
-                          "10.00", "B: 1 of 1, $3.00", "\u00c4xte", "3.00", "12.5 3.1 \u00c4xte Tap Title {x}"}));
-    QList<double> shaded;
-    for (const PageElement &element : laidOut.layout->elements(0))
-        if (element.kind == PageElement::Shade)
-            shaded.append(element.rect.top());
-    QCOMPARE(shaded.size(), 1); // the second row; shading begins anew with the group
-    QCOMPARE(shaded.first(), laidOut.layout->page(0).bands[2].top);
-}
-
-void TestLayout::wrapsAndElides()
-{
-    const QString text = QStringList(60, "calibration").join(' ');
-    LaidOut laidOut(page("<detail><line><cell in=\"a\">{T.A}</cell><cell in=\"b\">{T.A}</cell></line><line><cell "
-                         "in=\"a\" barcode=\"code128\">{T.B}</cell>"
-                         "<cell in=\"b\" barcode=\"code128\">{T.B}</cell></line></detail>"),
-                    {{1, text, "12345678901234567890123456", ""}, {2, "one\ntwo\r\nthree\tfour", "\u00e4", ""}});
-    laidOut.complete();
-    QStringList wrapped, elided, tooWide;
-    int codes = 0;
-    for (const PageElement &element : laidOut.layout->elements(0)) {
-        QVERIFY(element.rect.left() >= laidOut.composer->margin());
-        QVERIFY(element.rect.right() <= laidOut.composer->pageSize().width() - laidOut.composer->margin());
-        codes += element.kind == PageElement::BarCode;
-        if (element.kind != PageElement::Text)
-            continue;
-        if (laidOut.composer->measure().width(element.text, element.size, element.bold) > element.rect.width() + 0.01)
-            tooWide.append(element.text);
-        (element.alignment & Qt::AlignRight ? elided : wrapped).append(element.text);
-    }
-    QCOMPARE(tooWide, QStringList());
-    QVERIFY(wrapped.size() > 6);
-    QCOMPARE(wrapped.mid(wrapped.size() - 4), QStringList({"one", "two", "three four", "\u00e4"}));
-    QCOMPARE(wrapped.mid(0, wrapped.size() - 4).join(' '), text);
-    QVERIFY(elided[0].startsWith("calibration") && elided[0].endsWith(QChar(0x2026)));
-    QCOMPARE(codes, 1); // too narrow, and not to be encoded: printed as text
-}
-
-void TestLayout::wrappedLinesNeedNoEllipsis()
-{
-    TextMeasure measure("Liberation Sans");
-    const QString text = "Two AVAVAVAV Wrenches, To 200 A to 250 A, L Y T V A";
-    for (int width = 300; width < 4000; ++width)
-        for (const QString &line : measure.wrapped(text, width, 9, false))
-            QCOMPARE(measure.elided(line, width, 9, false), line);
-}
-
-void TestLayout::conditionsChooseCellsAndLines()
-{
-    LaidOut laidOut(page("<detail><line><cell in=\"a\" when=\"{T.N} = 4\">job {T.A}</cell><cell from=\"a\" to=\"b\" "
-                         "when=\"{T.N} = 5\">overhead {T.A}</cell>"
-                         "<cell in=\"a\">other</cell><cell in=\"b\">end</cell></line><line when=\"{T.N} = 5\"><cell "
-                         "in=\"a\">more</cell></line></detail>"),
-                    {{4, "x", "", ""}, {5, "y", "", ""}, {TestValue(), "z", "", ""}});
-    laidOut.complete();
-    QCOMPARE(laidOut.texts(0), QStringList({"job x", "end", "overhead y", "more", "other", "end"}));
-    const std::vector<PlacedBand> &bands = laidOut.layout->page(0).bands;
-    QCOMPARE(bands[1].height, 2 * bands[0].height);
-}
-
-void TestLayout::pageBandsKeepTheirHeight()
-{
-    std::vector<Row> rows;
-    for (int row = 0; row < 60; ++row)
-        rows.push_back({row, tall(row % 3), "", ""});
-    LaidOut laidOut(page("<pageheader><line when=\"{T.N} = 0\"><cell in=\"a\">first</cell></line>"
-                         + lines("{T.N}: {T.A}") + "</pageheader><detail>" + lines("{T.N}") + "</detail><pagefooter>"
-                         + lines("to {T.N}") + "</pagefooter>"),
-                    rows);
-    laidOut.complete();
-    QVERIFY(laidOut.layout->pageCount() > 1);
-    QCOMPARE(laidOut.texts(0).first(), "first");
-    for (int number = 0; number < laidOut.layout->pageCount(); ++number) {
-        QCOMPARE(laidOut.layout->page(number).bands.front().top, laidOut.bodyTop());
-        const int first = laidOut.layout->page(number).firstRow;
-        const int last = laidOut.layout->page(number).lastRow;
-        QVERIFY(laidOut.texts(number)[number == 0].startsWith(QStringLiteral("%1:").arg(first)));
-        QCOMPARE(laidOut.texts(number).last(), QStringLiteral("to %1").arg(last));
-    }
-    QCOMPARE(laidOut.layout->page(1).firstRow, laidOut.layout->page(0).lastRow + 1);
-}
-
-void TestLayout::refusesPagesWithoutRoom()
-{
-    const QByteArray bands =
-        "<pageheader>" + lines("x", 12, " size=\"24\"") + "</pageheader><detail>" + lines("{T.A}") + "</detail>";
-    try {
-        LaidOut laidOut(page(bands), {});
-        QFAIL("laid out");
-    } catch (const ReportError &error) {
-        QCOMPARE(error.code(), int(ResultCode::cannotLoadReport));
-    }
-}
-
-void TestLayout::tooManyPages()
-{
-    std::vector<Row> rows;
-    for (int row = 0; row <= Layout::maxPages; ++row)
-        rows.push_back({row, QString::number(row), "", ""});
-    LaidOut laidOut(page("<group by=\"{T.A}\" newpage=\"yes\"/><detail>" + lines("{T.N}") + "</detail>"), rows);
-    try {
+    void cutsWhatIsTallerThanAPage()
+    {
+        QStringList numbers;
+        for (int line = 0; line < 200; ++line)
+            numbers.append(QString::number(line));
+        LaidOut laidOut(page("<group by=\"{T.A}\" repeat=\"yes\"><header>" + lines("G{#continued}")
+                             + "</header></group><detail>" + lines("{T.B}") + "</detail>"),
+                        {{1, "a", numbers.join('\n'), ""}, {2, "a", "last", ""}});
         laidOut.complete();
-        QFAIL("laid out");
-    } catch (const ReportError &error) {
-        QCOMPARE(error.code(), int(ResultCode::outOfMemory));
+        QVERIFY(laidOut.layout->pageCount() > 3);
+        QStringList printed;
+        for (int number = 0; number < laidOut.layout->pageCount(); ++number) {
+            QStringList texts = laidOut.texts(number);
+            QCOMPARE(texts.takeFirst(), number == 0 ? "G" : "G (continued)");
+            printed += texts;
+        }
+        QCOMPARE(printed, numbers + QStringList("last"));
     }
-}
+
+    void goesOnInSlices()
+    {
+        std::vector<Row> rows(5000, Row{1, "a", "b", "c"});
+        LaidOut laidOut(
+            page("<pagefooter>" + lines("{#page}/{#pages}") + "</pagefooter><detail>" + lines("{T.A}") + "</detail>"),
+            rows);
+        QVERIFY(!laidOut.layout->advance(QDeadlineTimer(0)));
+        QCOMPARE(laidOut.layout->pageCount(), 1);
+        QVERIFY(!laidOut.layout->isComplete());
+        QVERIFY(laidOut.texts(0).contains(QStringLiteral("1/\u2026")));
+        while (!laidOut.layout->advance(QDeadlineTimer(1)))
+            QVERIFY(laidOut.layout->progress() < 1);
+        QCOMPARE(laidOut.layout->progress(), 1.0);
+        QVERIFY(laidOut.texts(0).contains(QStringLiteral("1/%1").arg(laidOut.layout->pageCount())));
+    }
+
+    void noRows()
+    {
+        LaidOut laidOut(page("<reportheader>" + lines("head") + "</reportheader><pageheader>"
+                             + lines("Page {#page} of {#pages}: {T.A}") + "</pageheader><detail>" + lines("{T.A}")
+                             + "</detail><reportfooter>" + lines("foot") + "</reportfooter><nodata>"
+                             + lines("None of {count()}{sum(T.N)}") + "</nodata>"),
+                        {});
+        laidOut.complete();
+        QCOMPARE(laidOut.layout->pageCount(), 1);
+        QCOMPARE(laidOut.texts(0), QStringList({"Page 1 of 1: ", "None of 0"}));
+    }
+
+    void textsOfAPage()
+    {
+        const QByteArray bands = "<pageheader>" + lines("{#rows} on {#today} at {#now}")
+            + "</pageheader><group by=\"{T.A}\"><header>"
+            + lines("{T.A:upper}: {count(T.B)} of {count()}, {sum(T.N):currency}")
+            + "</header></group><detail shade=\"#eeeeee\"><line><cell in=\"a\">{T.B}</cell>"
+              "<cell in=\"b\">{T.N:number 2}</cell></line></detail><reportfooter>"
+            + lines("{sum(T.N)} {avg(T.N):number 1} {min(T.B)} {max(T.B)} {?title} {{x}") + "</reportfooter>";
+        LaidOut laidOut(
+            page(bands),
+            {{1.5, "a", "drill", ""}, {-2, "a", TestValue(), ""}, {10, "a", "Tap", ""}, {3, "b", "\u00c4xte", ""}},
+            {{"title", "Title"}});
+        laidOut.complete();
+        QCOMPARE(
+            laidOut.texts(0),
+            QStringList({"4 on 2024-05-06 at 2024-05-06 07:08:09", "A: 2 of 3, $9.50", "drill", "1.50", "-2.00", "Tap",
+                         "10.00", "B: 1 of 1, $3.00", "\u00c4xte", "3.00", "12.5 3.1 \u00c4xte Tap Title {x}"}));
+        QList<double> shaded;
+        for (const PageElement &element : laidOut.layout->elements(0))
+            if (element.kind == PageElement::Shade)
+                shaded.append(element.rect.top());
+        QCOMPARE(shaded.size(), 1); // the second row; shading begins anew with the group
+        QCOMPARE(shaded.first(), laidOut.layout->page(0).bands[2].top);
+    }
+
+    void wrapsAndElides()
+    {
+        const QString text = QStringList(60, "calibration").join(' ');
+        LaidOut laidOut(
+            page("<detail><line><cell in=\"a\">{T.A}</cell><cell in=\"b\">{T.A}</cell></line><line><cell in=\"a\" "
+                 "barcode=\"code128\">{T.B}</cell><cell in=\"b\" barcode=\"code128\">{T.B}</cell></line></detail>"),
+            {{1, text, "12345678901234567890123456", ""}, {2, "one\ntwo\r\nthree\tfour", "\u00e4", ""}});
+        laidOut.complete();
+        QStringList wrapped, elided, tooWide;
+        int codes = 0;
+        for (const PageElement &element : laidOut.layout->elements(0)) {
+            QVERIFY(element.rect.left() >= laidOut.composer->margin());
+            QVERIFY(element.rect.right() <= laidOut.composer->pageSize().width() - laidOut.composer->margin());
+            codes += element.kind == PageElement::BarCode;
+            if (element.kind != PageElement::Text)
+                continue;
+            if (laidOut.composer->measure().width(element.text, element.size, element.bold)
+                > element.rect.width() + 0.01)
+                tooWide.append(element.text);
+            (element.alignment & Qt::AlignRight ? elided : wrapped).append(element.text);
+        }
+        QCOMPARE(tooWide, QStringList());
+        QVERIFY(wrapped.size() > 6);
+        QCOMPARE(wrapped.mid(wrapped.size() - 4), QStringList({"one", "two", "three four", "\u00e4"}));
+        QCOMPARE(wrapped.mid(0, wrapped.size() - 4).join(' '), text);
+        QVERIFY(elided[0].startsWith("calibration") && elided[0].endsWith(QChar(0x2026)));
+        QCOMPARE(codes, 1); // too narrow, and not to be encoded: printed as text
+    }
+
+    void wrappedLinesNeedNoEllipsis()
+    {
+        TextMeasure measure("Liberation Sans");
+        const QString text = "Two AVAVAVAV Wrenches, To 200 A to 250 A, L Y T V A";
+        for (int width = 300; width < 4000; ++width)
+            for (const QString &line : measure.wrapped(text, width, 9, false))
+                QCOMPARE(measure.elided(line, width, 9, false), line);
+    }
+
+    void conditionsChooseCellsAndLines()
+    {
+        LaidOut laidOut(page("<detail><line><cell in=\"a\" when=\"{T.N} = 4\">job {T.A}</cell><cell from=\"a\" "
+                             "to=\"b\" when=\"{T.N} = 5\">overhead {T.A}</cell>"
+                             "<cell in=\"a\">other</cell><cell in=\"b\">end</cell></line><line when=\"{T.N} = "
+                             "5\"><cell in=\"a\">more</cell></line></detail>"),
+                        {{4, "x", "", ""}, {5, "y", "", ""}, {TestValue(), "z", "", ""}});
+        laidOut.complete();
+        QCOMPARE(laidOut.texts(0), QStringList({"job x", "end", "overhead y", "more", "other", "end"}));
+        const std::vector<PlacedBand> &bands = laidOut.layout->page(0).bands;
+        QCOMPARE(bands[1].height, 2 * bands[0].height);
+    }
+
+    void pageBandsKeepTheirHeight()
+    {
+        std::vector<Row> rows;
+        for (int row = 0; row < 60; ++row)
+            rows.push_back({row, tall(row % 3), "", ""});
+        LaidOut laidOut(page("<pageheader><line when=\"{T.N} = 0\"><cell in=\"a\">first</cell></line>"
+                             + lines("{T.N}: {T.A}") + "</pageheader><detail>" + lines("{T.N}")
+                             + "</detail><pagefooter>" + lines("to {T.N}") + "</pagefooter>"),
+                        rows);
+        laidOut.complete();
+        QVERIFY(laidOut.layout->pageCount() > 1);
+        QCOMPARE(laidOut.texts(0).first(), "first");
+        for (int number = 0; number < laidOut.layout->pageCount(); ++number) {
+            QCOMPARE(laidOut.layout->page(number).bands.front().top, laidOut.bodyTop());
+            const int first = laidOut.layout->page(number).firstRow;
+            const int last = laidOut.layout->page(number).lastRow;
+            QVERIFY(laidOut.texts(number)[number == 0].startsWith(QStringLiteral("%1:").arg(first)));
+            QCOMPARE(laidOut.texts(number).last(), QStringLiteral("to %1").arg(last));
+        }
+        QCOMPARE(laidOut.layout->page(1).firstRow, laidOut.layout->page(0).lastRow + 1);
+    }
+
+    void refusesPagesWithoutRoom()
+    {
+        const QByteArray bands =
+            "<pageheader>" + lines("x", 12, " size=\"24\"") + "</pageheader><detail>" + lines("{T.A}") + "</detail>";
+        QCOMPARE(codeOf([&] { LaidOut(page(bands), {}); }), int(ResultCode::cannotLoadReport));
+    }
+
+    void tooManyPages()
+    {
+        std::vector<Row> rows;
+        for (int row = 0; row <= Layout::maxPages; ++row)
+            rows.push_back({row, QString::number(row), "", ""});
+        LaidOut laidOut(page("<group by=\"{T.A}\" newpage=\"yes\"/><detail>" + lines("{T.N}") + "</detail>"), rows);
+        QCOMPARE(codeOf([&] { laidOut.layout->advance(QDeadlineTimer::Forever); }), int(ResultCode::outOfMemory));
+    }
+};
 
 QTEST_MAIN(TestLayout)
 #include "tst_layout.moc"

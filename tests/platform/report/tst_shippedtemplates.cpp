@@ -1,4 +1,6 @@
 #include "tests/platform/report/ReportCrib.h"
+#include "tests/support/DataRows.h"
+#include "tests/support/Files.h"
 
 #include "platform/report/DataSource.h"
 #include "platform/report/Layout.h"
@@ -15,12 +17,10 @@ void copyTemplates(const ReportCrib &crib)
         QVERIFY(QFile::copy(PROGRAM_DATA "/templates/" + name, crib.folder.filePath(name)));
 }
 
-constexpr auto people =
-    "INSERT INTO Employee (EmpID, LastName, FirstName, EmpStatus) VALUES (7, 'Zorn', 'Ada', 'Active'), (8, 'adams', "
-    "NULL, 'Active');"
-    "INSERT INTO Operation (OperNo, Description, OperType) VALUES (10, 'Set-up of machines and fixtures', 'O');"
-    "INSERT INTO Types (ID, Description) VALUES (1, 'Drills'); INSERT INTO Locations (ID, Description) VALUES (1, "
-    "'Cabinet 1');";
+constexpr auto people = "INSERT INTO Employee (EmpID, LastName, FirstName, EmpStatus) VALUES (7, 'Zorn', 'Ada', "
+                        "'Active'), (8, 'adams', NULL, 'Active');INSERT INTO Operation (OperNo, Description, OperType) "
+                        "VALUES (10, 'Set-up of machines and fixtures', 'O');INSERT INTO Types (ID, Description) "
+                        "VALUES (1, 'Drills'); INSERT INTO Locations (ID, Description) VALUES (1, 'Cabinet 1');";
 
 /// What the pages show, line by line; what stands at one height is one line.
 QString listing(Layout &layout)
@@ -51,147 +51,123 @@ class TestShippedTemplates : public QObject
     Q_OBJECT
 
 private slots:
-    void everyListedTemplateIsShipped();
-    void print_data();
-    void print();
-    void takesTheFormulasOfItsQueryForm_data();
-    void takesTheFormulasOfItsQueryForm();
-    void pagesOfTheLoanReport();
-};
-
-void TestShippedTemplates::everyListedTemplateIsShipped()
-{
-    const ReportCrib crib;
-    const Recordset listed = crib.database->openRecordset("Select FileName from Reports");
-    QStringList names;
-    for (int row = 0; row < listed.recordCount(); ++row)
-        names.append(listed.at(row, 0).toText());
-    names += {"ToolsJunkByJob.rpt", "ToolsJunkByEmployee.rpt"}; // printed by name
-    names.removeDuplicates();
-    names.sort();
-    QCOMPARE(names, shippedTemplates());
-    for (const QString &name : names)
-        QVERIFY2(QFile::exists(PROGRAM_BIN "/" + name), qPrintable(name)); // beside the programs
-}
-
-void TestShippedTemplates::print_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const QString &name : shippedTemplates())
-        QTest::newRow(qPrintable(name)) << name;
-}
-
-void TestShippedTemplates::print()
-{
-    QFETCH(QString, name);
-    ReportCrib crib;
-    copyTemplates(crib);
-    Report report(crib.database.get());
-    QCOMPARE(report.open(name, {}), 0);
-    QCOMPARE(report.pageSize().width() * report.pageSize().height(), 8.5 * 11 * 1440 * 1440);
-    QCOMPARE(report.layout(), 0);
-    QCOMPARE(report.pageCount(), 1);
-    QCOMPARE(report.find("No records match the selection.", 0).size(), 1);
-
-    // A record with nothing in it, and one with more than fits
-    crib.fill(people);
-    crib.fill(
-        "INSERT INTO CheckOutIn (Tool_Id, Active) VALUES (1, -1); INSERT INTO Scrap (ID) VALUES (1);"
-        "INSERT INTO Tools (Type, Location, Description) VALUES (1, 1, ''); INSERT INTO Employee (EmpID) VALUES (99)");
-    QCOMPARE(report.open(name, {}), 0);
-    QCOMPARE(report.layout(), 0);
-    QCOMPARE(report.recordCount(), name == "Employees.rpt" ? 3 : 1);
-    const QString many(1000, 'W');
-    for (const char *statement : {"UPDATE CheckOutIn SET CheckOutDesc = '%1', CheckOutPartNo = '%1', Employee = '7'",
-                                  "UPDATE Scrap SET Description = '%1', PartNumber = '%1', Manufacturer = '%1', Notes "
-                                  "= '%1', Employee = 8, Job = 5",
-                                  "UPDATE Tools SET Description = '%1', PartNumber = '%1', Manufacturer = '%1'",
-                                  "UPDATE Employee SET LastName = '%1', FirstName = '%1'"})
-        crib.execute(QString(statement).arg(many));
-    QCOMPARE(report.open(name, {}), 0);
-    QCOMPARE(report.writePdf(crib.folder.filePath("a.pdf")), 0);
-    if (name == "ToolLabels.rpt")
-        return; // a label shows what fits
-    int printed = 0;
-    for (int page = 0; page < report.pageCount(); ++page)
-        printed += report.find("WWWWW", page).size();
-    QVERIFY(printed > 10);
-}
-
-void TestShippedTemplates::takesTheFormulasOfItsQueryForm_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("formula");
-    const auto rows = [](std::initializer_list<const char *> names, std::initializer_list<const char *> formulas) {
-        for (const char *name : names)
-            for (const char *formula : formulas)
-                QTest::addRow("%s: %s", name, formula) << name << formula;
-    };
-    rows({"ToolsCheckedOut.rpt", "LoanSheet.rpt", "LongestOut.rpt"},
-         {"{CheckOutIn.CheckOutDesc} in 'a' to 'b' and {Employee.LastName} in '' to 'z'",
-          "{Employee.EmpId} = 7 and {CheckOutIn.CheckOutPartNo} = 'x'",
-          "{CheckOutIn.JobOrOh} in 1 to 9 and {CheckOutIn.LineItemTypeId} = 4", "{Operation.description} = 'Set-up'",
-          "{CheckOutIn.DateIn} in date(1999,03,04) to date(2024,01,02) and {CheckOutIn.DateOut}= date(1999,03,04)",
-          "{CheckOutIn.id} = 12 or {CheckOutIn.id} = 15"});
-    rows({"ToolsByType.rpt", "ToolsByLocation.rpt", "CountSheet.rpt", "ToolLabels.rpt"},
-         {"{tools.description} = 'a' and {tools.PartNumber} in 'a' to 'b' and {locations.description} = 'a' OR  "
-          "{locations.description} = 'b'",
-          "{types.description} in 'a' to 'b' and {tools.manufacturer} = 'x'", "{tools.PricePer} in 10 to 25",
-          "{Tools.ID} = 1 OR {Tools.ID} = 2"});
-    rows({"ToolsScrapped.rpt"},
-         {"{Scrap.description} = 'a' and {Employee.LastName} in 'a' to 'b' and {Employee.EmpId} = 3 and "
-          "{Scrap.PartNumber} = 'x' and {Scrap.JobOrOh} = 4 and "
-          "{Scrap.LineItemTypeId} = 4 and {Operation.description} = 'x' and {ScrapReasons.Description} = 'x' and "
-          "{Scrap.ScrapDate}= date(2024,1,2) and {Scrap.Manufacturer} = 'm'",
-          "{Scrap.id} = 1 or {Scrap.id} = 2"});
-    rows({"JunkTools.rpt"},
-         {"{Scrap.employee} in 1 to 2 and {Scrap.Job} = 3 and {Scrap.Date} in date(2024,1,2) to date(2024,1,3)",
-          "{Job.JobNo} = 3 or {Job.Jobno} = 4"});
-    rows({"ToolsJunkByJob.rpt"}, {"{Scrap.job} = 1000"});
-    rows({"ToolsJunkByEmployee.rpt"}, {"{Scrap.employee} = 7"});
-    rows({"Employees.rpt"}, {"{Employee.Empid} = 7 or {Employee.Empid} = 8"});
-}
-
-void TestShippedTemplates::takesTheFormulasOfItsQueryForm()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, formula);
-    ReportCrib crib;
-    copyTemplates(crib);
-    QCOMPARE(Report(crib.database.get()).open(name, formula), 0);
-}
-
-void TestShippedTemplates::pagesOfTheLoanReport()
-{
-    ReportCrib crib;
-    crib.fill(people);
-    crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 70)"
-              " INSERT INTO CheckOutIn (Tool_Id, Employee, LineItemTypeId, JobOrOH, DateOut, DateIn, Active, "
-              "CheckOutDesc, CheckOutPartNo)"
-              " SELECT i, CASE WHEN i % 3 = 0 THEN '8' WHEN i = 5 THEN '99' WHEN i = 7 THEN NULL ELSE '7' END, 4 + (i "
-              "% 4 = 0), CASE WHEN i % 4 = 0 THEN 10 ELSE 1000 + i END,"
-              " printf('2024-%02d-%02d 10:00:00', 1 + i % 12, 1 + i % 28), CASE WHEN i % 5 THEN '2025-01-02 08:00:00' "
-              "END, i % 5 = 0,"
-              " CASE i % 6 WHEN 0 THEN 'Drill ' || i WHEN 1 THEN 'Dial indicator with magnetic base, swivel clamp and "
-              "certificate of calibration' ELSE 'Tap M' || i END, 'P-' || i FROM n");
-    Template report = TemplateReader::readFile(PROGRAM_DATA "/templates/ToolsCheckedOut.rpt");
-    Formula all;
-    const Records records = DataSource(*crib.database, report, all).read([](double) {});
-    BandComposer composer(report, records, {{"title", "Query Results"}, {"selection", "All records"}},
-                          QDateTime({2024, 5, 6}, {7, 8}));
-    Layout layout(report, records, composer);
-    QVERIFY(layout.advance(QDeadlineTimer::Forever));
-    const QString path = TEST_DATA "/ToolsCheckedOut.txt";
-    // Set after a wanted change of the layout; the difference then shows in the stored file.
-    if (qEnvironmentVariableIsSet("VORLANE_STORE_LISTINGS")) {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(listing(layout).toUtf8());
+    void everyListedTemplateIsShipped()
+    {
+        const ReportCrib crib;
+        const Recordset listed = crib.database->openRecordset("Select FileName from Reports");
+        QStringList names;
+        for (int row = 0; row < listed.recordCount(); ++row)
+            names.append(listed.at(row, 0).toText());
+        names += {"ToolsJunkByJob.rpt", "ToolsJunkByEmployee.rpt"}; // printed by name
+        names.removeDuplicates();
+        names.sort();
+        QCOMPARE(names, shippedTemplates());
+        for (const QString &name : names)
+            QVERIFY2(QFile::exists(PROGRAM_BIN "/" + name), qPrintable(name)); // beside the programs
     }
-    QFile stored(path);
-    QVERIFY(stored.open(QIODevice::ReadOnly));
-    QCOMPARE(listing(layout).split('\n'), QString::fromUtf8(stored.readAll()).split('\n'));
-}
+
+    void print_data()
+    {
+        columns<QString>("name");
+        for (const QString &name : shippedTemplates())
+            row(qPrintable(name), name);
+    }
+
+    void print()
+    {
+        QFETCH(QString, name);
+        ReportCrib crib;
+        copyTemplates(crib);
+        Report report(crib.database.get());
+        QCOMPARE(report.open(name, {}), 0);
+        QCOMPARE(report.pageSize().width() * report.pageSize().height(), 8.5 * 11 * 1440 * 1440);
+        QCOMPARE(report.layout(), 0);
+        QCOMPARE(report.pageCount(), 1);
+        QCOMPARE(report.find("No records match the selection.", 0).size(), 1);
+
+        // A record with nothing in it, and one with more than fits
+        crib.fill(people);
+        crib.fill("INSERT INTO CheckOutIn (Tool_Id, Active) VALUES (1, -1); INSERT INTO Scrap (ID) VALUES (1);"
+                  "INSERT INTO Tools (Type, Location, Description) VALUES (1, 1, ''); INSERT INTO Employee (EmpID) "
+                  "VALUES (99)");
+        QCOMPARE(report.open(name, {}), 0);
+        QCOMPARE(report.layout(), 0);
+        QCOMPARE(report.recordCount(), name == "Employees.rpt" ? 3 : 1);
+        const QString many(1000, 'W');
+        for (const char *statement :
+             {"UPDATE CheckOutIn SET CheckOutDesc = '%1', CheckOutPartNo = '%1', Employee = '7'",
+              "UPDATE Scrap SET Description = '%1', PartNumber = '%1', Manufacturer = '%1', Notes = '%1', Employee = "
+              "8, Job = 5",
+              "UPDATE Tools SET Description = '%1', PartNumber = '%1', Manufacturer = '%1'",
+              "UPDATE Employee SET LastName = '%1', FirstName = '%1'"})
+            crib.execute(QString(statement).arg(many));
+        QCOMPARE(report.open(name, {}), 0);
+        QCOMPARE(report.writePdf(crib.folder.filePath("a.pdf")), 0);
+        if (name == "ToolLabels.rpt")
+            return; // a label shows what fits
+        int printed = 0;
+        for (int page = 0; page < report.pageCount(); ++page)
+            printed += report.find("WWWWW", page).size();
+        QVERIFY(printed > 10);
+    }
+
+    void takesTheFormulasOfItsQueryForm_data()
+    {
+        columns<QString, QString>("name", "formula");
+        // Conditions of the query forms are tried at random elsewhere; these come from lists of selected rows, from the
+        // dialogs that print by a number, and from forms whose results have a further template.
+        row("LongestOut.rpt", "LongestOut.rpt",
+            "{CheckOutIn.CheckOutDesc} in 'a' to 'b' and {Employee.LastName} in '' to 'z' and {Employee.EmpId} = 7"
+            " and {CheckOutIn.CheckOutPartNo} = 'x' and {CheckOutIn.JobOrOh} in 1 to 9"
+            " and {CheckOutIn.LineItemTypeId} = 4 and {Operation.description} = 'Set-up'"
+            " and {CheckOutIn.DateIn} in date(1999,03,04) to date(2024,01,02) and {CheckOutIn.DateOut}= "
+            "date(1999,03,04)");
+        for (const char *name : {"ToolsCheckedOut.rpt", "LoanSheet.rpt", "LongestOut.rpt"})
+            QTest::addRow("rows of %s", name) << name << "{CheckOutIn.id} = 12 or {CheckOutIn.id} = 15";
+        for (const char *name : {"ToolsByType.rpt", "ToolsByLocation.rpt", "CountSheet.rpt", "ToolLabels.rpt"})
+            QTest::addRow("rows of %s", name) << name << "{Tools.ID} = 1 OR {Tools.ID} = 2";
+        row("rows of ToolsScrapped.rpt", "ToolsScrapped.rpt", "{Scrap.id} = 1 or {Scrap.id} = 2");
+        row("rows of JunkTools.rpt", "JunkTools.rpt", "{Job.JobNo} = 3 or {Job.Jobno} = 4");
+        row("rows of Employees.rpt", "Employees.rpt", "{Employee.Empid} = 7 or {Employee.Empid} = 8");
+        row("ToolsJunkByJob.rpt", "ToolsJunkByJob.rpt", "{Scrap.job} = 1000");
+        row("ToolsJunkByEmployee.rpt", "ToolsJunkByEmployee.rpt", "{Scrap.employee} = 7");
+    }
+
+    void takesTheFormulasOfItsQueryForm()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, formula);
+        ReportCrib crib;
+        copyTemplates(crib);
+        QCOMPARE(Report(crib.database.get()).open(name, formula), 0);
+    }
+
+    void pagesOfTheLoanReport()
+    {
+        ReportCrib crib;
+        crib.fill(people);
+        crib.fill(
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 70)"
+            " INSERT INTO CheckOutIn (Tool_Id, Employee, LineItemTypeId, JobOrOH, DateOut, DateIn, Active, "
+            "CheckOutDesc, CheckOutPartNo) SELECT i, CASE WHEN i % 3 = 0 THEN '8' WHEN i = 5 THEN '99' WHEN i = 7 THEN "
+            "NULL ELSE '7' END, 4 + (i % 4 = 0), CASE WHEN i % 4 = 0 THEN 10 ELSE 1000 + i END, printf('2024-%02d-%02d "
+            "10:00:00', 1 + i % 12, 1 + i % 28), CASE WHEN i % 5 THEN '2025-01-02 08:00:00' END, i % 5 = 0, CASE i % 6 "
+            "WHEN 0 THEN 'Drill ' || i WHEN 1 THEN 'Dial indicator with magnetic base, swivel clamp and certificate of "
+            "calibration' ELSE 'Tap M' || i END, 'P-' || i FROM n");
+        Template report = TemplateReader::readFile(PROGRAM_DATA "/templates/ToolsCheckedOut.rpt");
+        Formula all;
+        const Records records = DataSource(*crib.database, report, all).read([](double) {});
+        BandComposer composer(report, records, {{"title", "Query Results"}, {"selection", "All records"}},
+                              QDateTime({2024, 5, 6}, {7, 8}));
+        Layout layout(report, records, composer);
+        QVERIFY(layout.advance(QDeadlineTimer::Forever));
+        const QString path = TEST_DATA "/ToolsCheckedOut.txt";
+        // Set after a wanted change of the layout; the difference then shows in the stored file.
+        if (qEnvironmentVariableIsSet("VORLANE_STORE_LISTINGS"))
+            writeFile(path, listing(layout).toUtf8());
+        QCOMPARE(listing(layout).split('\n'), QString::fromUtf8(contentOf(path)).split('\n'));
+    }
+};
 
 QTEST_MAIN(TestShippedTemplates)
 #include "tst_shippedtemplates.moc"

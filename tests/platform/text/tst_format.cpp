@@ -1,8 +1,6 @@
 #include "platform/text/Format.h"
 #include "tests/support/DataRows.h"
 
-#include <QTest>
-
 class TestFormat : public QObject
 {
     Q_OBJECT
@@ -24,16 +22,17 @@ private slots:
     void amounts_data()
     {
         columns<double, QString>("amount", "text");
-        const auto add = [](double amount, const char *text) { row(text, amount, text); };
-        add(0, "$0.00");
-        add(0.5, "$0.50");
-        add(12.345, "$12.35");
-        add(1.005, "$1.01"); // its binary fraction lies below
-        add(999.999, "$1,000.00");
-        add(1234.5, "$1,234.50");
-        add(-1234567.8, "($1,234,567.80)");
-        add(-0.001, "$0.00");
-        add(922337203685477.0, "$922,337,203,685,477.00");
+        const std::pair<double, const char *> texts[] = {{0, "$0.00"},
+                                                         {0.5, "$0.50"},
+                                                         {12.345, "$12.35"},
+                                                         {1.005, "$1.01"},
+                                                         {999.999, "$1,000.00"},
+                                                         {1234.5, "$1,234.50"},
+                                                         {-1234567.8, "($1,234,567.80)"},
+                                                         {-0.001, "$0.00"},
+                                                         {922337203685477.0, "$922,337,203,685,477.00"}};
+        for (const auto &[amount, text] : texts)
+            row(text, amount, text);
     }
 
     void amounts()
@@ -45,14 +44,15 @@ private slots:
     void plainNumbers_data()
     {
         columns<double, QString>("number", "text");
-        const auto add = [](double number, const char *text) { row(text, number, text); };
-        add(12.5, "12.5");
-        add(12, "12");
-        add(0.1 + 0.2, "0.3");
-        add(-0.00005, "-0.00005");
-        add(1234567.8901, "1234567.8901");
-        add(1e20, "100000000000000000000");
-        add(1.5e-10, "0.00000000015");
+        const std::pair<double, const char *> texts[] = {{12.5, "12.5"},
+                                                         {12, "12"},
+                                                         {0.1 + 0.2, "0.3"},
+                                                         {-0.00005, "-0.00005"},
+                                                         {1234567.8901, "1234567.8901"},
+                                                         {1e20, "100000000000000000000"},
+                                                         {1.5e-10, "0.00000000015"}};
+        for (const auto &[number, text] : texts)
+            row(text, number, text);
     }
 
     void plainNumbers()

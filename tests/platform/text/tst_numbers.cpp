@@ -1,8 +1,6 @@
 #include "platform/text/Numbers.h"
 #include "tests/support/DataRows.h"
 
-#include <QTest>
-
 template<typename Convert>
 QString outcome(Convert convert, const QString &text)
 {
@@ -21,41 +19,25 @@ private slots:
     void wholeTextIsANumber_data()
     {
         columns<QString, QString>("text", "number");
-        const auto add = [](const char *text, const char *number) { row(text, text, number); };
-        const char *none = "none";
-        add("12", "12");
-        add(" -1.5 ", "-1.5");
-        add("+7", "7");
-        add("1e3", "1000");
-        add("1E-2", "0.01");
-        add(".5", "0.5");
-        add("5.", "5");
-        add("$12.50", "12.5");
-        add("-$3", "-3");
-        add("$-3", "-3");
-        add("(3)", "-3");
-        add("($1,234.50)", "-1234.5");
-        add("1,234,567", "1234567");
-        add("0000000000", "0");
-        add("", none);
-        add("   ", none);
-        add("12 mm", none);
-        add("1 2", none);
-        add("--1", none);
-        add("(-3)", none);
-        add("(3", none);
-        add("3)", none);
-        add("$", none);
-        add("$$3", none);
-        add(".", none);
-        add("e3", none);
-        add("1e", none);
-        add("1e400", none);
-        add("M8", none);
-        add(",5", none);
-        add("nan", none);
-        add("inf", none);
-        add("0x10", none);
+        const std::pair<const char *, const char *> numbers[] = {{"12", "12"},
+                                                                 {" -1.5 ", "-1.5"},
+                                                                 {"+7", "7"},
+                                                                 {"1e3", "1000"},
+                                                                 {"1E-2", "0.01"},
+                                                                 {".5", "0.5"},
+                                                                 {"5.", "5"},
+                                                                 {"$12.50", "12.5"},
+                                                                 {"-$3", "-3"},
+                                                                 {"$-3", "-3"},
+                                                                 {"(3)", "-3"},
+                                                                 {"($1,234.50)", "-1234.5"},
+                                                                 {"1,234,567", "1234567"},
+                                                                 {"0000000000", "0"}};
+        for (const auto &[text, number] : numbers)
+            row(text, text, number);
+        for (const char *text : {"", "   ", "12 mm", "1 2", "--1", "(-3)", "(3", "3)", "$", "$$3", ".", "e3", "1e",
+                                 "1e400", "M8", ",5", "nan", "inf", "0x10"})
+            row(text, text, "none");
     }
 
     void wholeTextIsANumber()
@@ -69,18 +51,11 @@ private slots:
     void leadingNumberIsRead_data()
     {
         columns<QString, double>("text", "number");
-        const auto add = [](const char *text, double number) { row(text, text, number); };
-        add("12.5", 12.5);
-        add("12.5 each", 12.5);
-        add("  -3x", -3);
-        add("1 2 3", 123);
-        add("1,234", 1);
-        add("$12.50", 0);
-        add("1.2.3", 1.2);
-        add("2e3x", 2000);
-        add("2e", 2);
-        add("", 0);
-        add("none", 0);
+        const std::pair<const char *, double> numbers[] = {
+            {"12.5", 12.5}, {"12.5 each", 12.5}, {"  -3x", -3}, {"1 2 3", 123}, {"1,234", 1}, {"$12.50", 0},
+            {"1.2.3", 1.2}, {"2e3x", 2000},      {"2e", 2},     {"", 0},        {"none", 0}};
+        for (const auto &[text, number] : numbers)
+            row(text, text, number);
     }
 
     void leadingNumberIsRead()

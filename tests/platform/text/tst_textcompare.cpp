@@ -1,8 +1,6 @@
 #include "platform/text/TextCompare.h"
 #include "tests/support/DataRows.h"
 
-#include <QTest>
-
 class TestTextCompare : public QObject
 {
     Q_OBJECT
