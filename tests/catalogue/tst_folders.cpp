@@ -22,33 +22,6 @@ private slots:
 
     void cleanup() { crib.reset(); }
 
-    void editorsBearTheirWords_data()
-    {
-        columns<bool, QString, QString, QString, QString, QString>("isLocation", "mode", "window", "caption", "box",
-                                                                   "text");
-        row("new location", true, "New", "frmLocationNewEdit", "New Tool Location in Tools\\Hall 3", "txtLocation", "");
-        row("location", true, "Edit", "frmLocationNewEdit", "Edit Tool Location", "txtLocation", "Cabinet B");
-        row("new type", false, "New", "frmTypeNewEdit", "New Tool Type in Tools\\Hall 3", "txtType", "");
-        row("type", false, "Edit", "frmTypeNewEdit", "Edit Tool Type", "txtType", "Torque wrenches");
-    }
-
-    void editorsBearTheirWords()
-    {
-        QFETCH(bool, isLocation);
-        QFETCH(QString, mode);
-        QFETCH(QString, box);
-        whenModal<FolderEditor>([&](FolderEditor &form) {
-            QTEST(form.objectName(), "window");
-            QTEST(form.windowTitle(), "caption");
-            QCOMPARE(form.ui.Frame1->title(),
-                     isLocation ? "Enter the Location Description" : "Enter the Type Description");
-            QTEST(form.findChild<QLineEdit *>(box)->text(), "text");
-            QCOMPARE(form.focusWidget(), form.ui.txtDescription);
-            QCOMPARE(form.ui.cmdOKNew->isVisible(), mode == "New");
-        });
-        QVERIFY(!FolderEditor::Startup(kind(isLocation), mode, 2, "Tools\\Hall 3", 1));
-    }
-
     void editorRefuses_data()
     {
         columns<bool, QString, QString>("isLocation", "text", "message");
@@ -68,6 +41,7 @@ private slots:
         QFETCH(QString, message);
         ScriptedUser user(QMessageBox::Ok);
         whenModal<FolderEditor>([&](FolderEditor &form) {
+            QCOMPARE(form.focusWidget(), form.ui.txtDescription);
             form.ui.txtDescription->setText(text);
             form.ui.cmdCancel->setFocus();
             QTest::mouseClick(form.ui.cmdOK, Qt::LeftButton);
@@ -238,7 +212,10 @@ private slots:
     {
         whenModal<FolderList>([](FolderList &form) {
             whenModal<FolderEditor>([](FolderEditor &editor) {
+                QCOMPARE(editor.objectName(), "frmLocationNewEdit");
                 QCOMPARE(editor.windowTitle(), "New Tool Location in Tools");
+                QCOMPARE(editor.ui.Frame1->title(), "Enter the Location Description");
+                QVERIFY(editor.ui.cmdOKNew->isVisible());
                 QTest::keyClicks(editor.ui.txtDescription, "Basement");
                 QTest::keyClick(editor.ui.txtDescription, Qt::Key_Return);
             });
@@ -263,7 +240,11 @@ private slots:
         QFETCH(bool, byDoubleClick);
         whenModal<FolderList>([&](FolderList &form) {
             whenModal<FolderEditor>([](FolderEditor &editor) {
-                QCOMPARE(editor.ui.txtDescription->text(), "Torque wrenches");
+                QCOMPARE(editor.objectName(), "frmTypeNewEdit");
+                QCOMPARE(editor.windowTitle(), "Edit Tool Type");
+                QCOMPARE(editor.ui.Frame1->title(), "Enter the Type Description");
+                QCOMPARE(editor.findChild<QLineEdit *>("txtType")->text(), "Torque wrenches");
+                QVERIFY(!editor.ui.cmdOKNew->isVisible());
                 QTest::keyClicks(editor.ui.txtDescription, "Bits "); // over the old name, which stands selected
                 QTest::keyClick(editor.ui.txtDescription, Qt::Key_Return);
             });

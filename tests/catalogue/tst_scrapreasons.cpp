@@ -105,6 +105,7 @@ private slots:
     void renames()
     {
         QFETCH(QString, text);
+        const ScriptedUser user; // nothing is objected to
         whenModal<frmScrapReasons>([&](frmScrapReasons &form) {
             whenModal<frmScrapReasonsAddEdit>([&](frmScrapReasonsAddEdit &editor) {
                 QCOMPARE(editor.windowTitle(), "Edit Scrap Reason");

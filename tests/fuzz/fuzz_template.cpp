@@ -18,13 +18,15 @@ struct Surroundings {
         Schema::create(*database);
         database->executeNative(
             "INSERT INTO Employee VALUES (7, 'Zorn', 'Ada', 'Active'), (8, 'adams', NULL, NULL);"
-            "INSERT INTO Types (Description) VALUES ('Drills'); INSERT INTO Locations (Description) VALUES "
-            "('Cabinet');INSERT INTO ScrapReasons (Description) VALUES ('Broken');WITH RECURSIVE n(i) AS (SELECT 1 "
-            "UNION ALL SELECT i + 1 FROM n WHERE i < 50) INSERT INTO CheckOutIn (Tool_Id, Employee, LineItemTypeId, "
-            "JobOrOH, DateOut, CheckOutDesc) SELECT i, 7 + i % 2, 4, i, '2024-01-02 03:04:05', 'Drill ' || i FROM "
-            "n;INSERT INTO Tools (Type, Location, Description, PricePer) SELECT 1, 1, CheckOutDesc, ID / 4.0 FROM "
-            "CheckOutIn;INSERT INTO Scrap (Description, Employee, Reason, PricePer, Notes) SELECT CheckOutDesc, 8, 1, "
-            "NULL, char(10) || 'x' FROM CheckOutIn");
+            "INSERT INTO Types (Description) VALUES ('Drills'); INSERT INTO Locations (Description) VALUES ('Cabinet');"
+            "INSERT INTO ScrapReasons (Description) VALUES ('Broken');"
+            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 50) INSERT INTO CheckOutIn"
+            " (Tool_Id, Employee, LineItemTypeId, JobOrOH, DateOut, CheckOutDesc) SELECT i, 7 + i % 2, 4, i, "
+            "'2024-01-02 03:04:05', 'Drill ' || i FROM n;"
+            "INSERT INTO Tools (Type, Location, Description, PricePer) SELECT 1, 1, CheckOutDesc, ID / 4.0 FROM "
+            "CheckOutIn;"
+            "INSERT INTO Scrap (Description, Employee, Reason, PricePer, Notes) SELECT CheckOutDesc, 8, 1, NULL, "
+            "char(10) || 'x' FROM CheckOutIn");
     }
 
     int argumentCount = 1;

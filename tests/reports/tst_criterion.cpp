@@ -12,11 +12,7 @@ class TestCriterion : public QObject
 private slots:
     void condition_data()
     {
-        m_crib.run({
-            "INSERT INTO Locations (Description,Parent) VALUES('Shelf 1',1)",
-            "INSERT INTO Locations (Description,Parent) VALUES('Shelf 2',1)",
-            "INSERT INTO Locations (Description,Parent) VALUES('Box',3)",
-        });
+        m_crib.insert("Locations (Description,Parent)", {"'Shelf 1',1", "'Shelf 2',1", "'Box',3"});
         columns<const QueryKind *, QString, Entry, QString, QString>("form", "caption", "entry", "statement",
                                                                      "formula");
         const QueryKind *loans = &QueryKind::frmQueryCheckedOut;
@@ -25,14 +21,9 @@ private slots:
         row("from a text to a text", loans, "Part #", Entry{.isRange = true, .shown = {"%2", "B 1"}},
             " and CheckOutIn.CheckOutPartNo between '%2' and 'B 1'",
             " and {CheckOutIn.CheckOutPartNo} in '%2' to 'B 1'");
-        row("an employee by number", loans, "Employee", Entry{.shown = {"MILLER ANNA"}, .bound = {"17"}},
-            " and Employee.EmpId = 17", " and {Employee.EmpId} = 17");
         row("employees by last name, none in a name without a blank", loans, "Employee",
             Entry{.isRange = true, .shown = {"CHER", " MILLER ANNA"}, .bound = {"1", "17"}},
             " and Employee.LastName between '' and 'MILLE'", " and {Employee.LastName} in '' to 'MILLE'");
-        row("a job", loans, "Job #", Entry{.shown = {"1234"}},
-            " and CheckOutIn.JobOrOh = 1234 and CheckOutIn.LineItemTypeId=4",
-            " and {CheckOutIn.JobOrOh} = 1234 and {CheckOutIn.LineItemTypeId} = 4");
         row("jobs", loans, "Job #", Entry{.isRange = true, .shown = {"1", "9"}},
             " and CheckOutIn.JobOrOh between 1 and 9 and CheckOutIn.LineItemTypeId=4",
             " and {CheckOutIn.JobOrOh} in 1 to 9 and {CheckOutIn.LineItemTypeId} = 4");
@@ -52,8 +43,6 @@ private slots:
             " OR  locations.description = 'Shelf 2'",
             " and {locations.description} = 'Cabinet A' OR  {locations.description} = 'Shelf 1'"
             " OR  {locations.description} = 'Shelf 2'");
-        row("a location without any", tools, "Location", Entry{.shown = {"cabinet b"}},
-            " and locations.description = 'cabinet b'", " and {locations.description} = 'cabinet b'");
         row("a type with the one below it", tools, "Type", Entry{.shown = {"Wrenches"}},
             " and types.description = 'Wrenches' OR  types.description = 'Torque wrenches'",
             " and {types.description} = 'Wrenches' OR  {types.description} = 'Torque wrenches'");

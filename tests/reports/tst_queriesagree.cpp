@@ -22,49 +22,41 @@ private slots:
         const auto date = [this](bool withTime) {
             return m_random.bounded(5) == 0 ? QString("Null") : '#' + anyDate(withTime) + '#';
         };
-        Transaction filling(Session::database());
-        int name = 0;
-        for (const QString &description : m_texts) {
-            ++name;
-            execute(QStringLiteral("INSERT INTO Types (Description,Parent) VALUES('%1',%2)")
-                        .arg(description)
-                        .arg(m_random.bounded(name)));
-            execute(QStringLiteral("INSERT INTO Locations (Description,Parent) VALUES('%1',%2)")
-                        .arg(description)
-                        .arg(m_random.bounded(name)));
-            execute(QStringLiteral("INSERT INTO ScrapReasons (Description) VALUES('%1')").arg(description));
-            execute(QStringLiteral("INSERT INTO Operation (OperNo,Description,OperType) VALUES(%1,%2,'O')")
-                        .arg(100 + name)
-                        .arg(text()));
-            execute(
-                QStringLiteral("INSERT INTO Employee (EmpID,LastName,FirstName,EmpStatus) VALUES(%1,%2,%3,'Active')")
-                    .arg(100 + name)
-                    .arg(text(), text()));
-            execute(QStringLiteral("INSERT INTO Job (JobNo,Shipped) VALUES(%1,0)").arg(name));
+        for (int name = 1; name <= m_texts.size(); ++name) {
+            const QString folder = QStringLiteral("'%1',%2").arg(m_texts[name - 1]).arg(m_random.bounded(name));
+            m_crib.insert("Types (Description,Parent)", {folder});
+            m_crib.insert("Locations (Description,Parent)", {folder});
+            m_crib.insert("ScrapReasons (Description)", {'\'' + m_texts[name - 1] + '\''});
+            m_crib.insert("Operation (OperNo,Description,OperType)",
+                          {QStringLiteral("%1,%2,'O'").arg(100 + name).arg(text())});
+            m_crib.insert("Employee (EmpID,LastName,FirstName,EmpStatus)",
+                          {QStringLiteral("%1,%2,%3,'Active'").arg(100 + name).arg(text(), text())});
+            m_crib.insert("Job (JobNo,Shipped)", {QString::number(name) + ",0"});
         }
+        const int names = int(m_texts.size());
+        const auto employee = [&] { return QString::number(99 + m_random.bounded(names)); };
+        const auto charge = [&] { return m_random.bounded(2) ? number(10) : employee(); };
+        const QStringList kinds{"4", "5", "5", "Null"}, prices{"Null", "0", "10", "12.5", "0.125", "25.0001"};
+        QStringList tools, loans, scrap;
         for (int i = 0; i < 400; ++i) {
-            execute(
-                QStringLiteral("INSERT INTO Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer)"
-                               " VALUES(%1,%2,%3,%4,'%5',%6)")
-                    .arg(1 + m_random.bounded(name))
-                    .arg(1 + m_random.bounded(name))
-                    .arg(text(), text(), anyText(), any(QStringList{"Null", "0", "10", "12.5", "0.125", "25.0001"})));
-            execute(
-                QStringLiteral("INSERT INTO CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,DateIn,"
-                               "CheckOutDesc,CheckOutPartNo) VALUES(1,%1,%2,%3,%4,%5,%6,%7)")
-                    .arg(m_random.bounded(6) == 0 ? text() : '\'' + QString::number(99 + m_random.bounded(name)) + '\'')
-                    .arg(m_random.bounded(2) ? number(10) : QString::number(99 + m_random.bounded(name)))
-                    .arg(any(QStringList{"4", "5", "5", "Null"}))
-                    .arg(date(true), date(true), text(), text()));
-            execute(QStringLiteral("INSERT INTO Scrap (Manufacturer,PartNumber,Description,Employee,ScrapDate,JobOrOH,"
-                                   "LineItemTypeId,Reason,Job,Date) VALUES(%1,%2,%3,%4,%5,%6,%7,%8,%9,")
-                        .arg(text(), text(), text(), QString::number(99 + m_random.bounded(name)), date(true))
-                        .arg(m_random.bounded(2) ? number(10) : QString::number(99 + m_random.bounded(name)))
-                        .arg(any(QStringList{"4", "5", "5", "Null"}), number(name), number(name))
-                    // Dates of junk tools have no time.
-                    + date(false) + ")");
+            tools.append(QStringLiteral("%1,%2,%3,%4,'%5',%6")
+                             .arg(1 + m_random.bounded(names))
+                             .arg(1 + m_random.bounded(names))
+                             .arg(text(), text(), anyText(), any(prices)));
+            loans.append(QStringLiteral("1,%1,%2,%3,%4,%5,%6,%7")
+                             .arg(m_random.bounded(6) == 0 ? text() : '\'' + employee() + '\'', charge(), any(kinds),
+                                  date(true), date(true), text(), text()));
+            scrap.append(QStringLiteral("%1,%2,%3,%4,%5,%6,%7,%8,%9,")
+                             .arg(text(), text(), text(), employee(), date(true), charge(), any(kinds), number(names),
+                                  number(names))
+                         + date(false)); // dates of junk tools have no time
         }
-        filling.commit();
+        m_crib.insert("Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer)", tools);
+        m_crib.insert("CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,DateIn,CheckOutDesc,CheckOutPartNo)",
+                      loans);
+        m_crib.insert("Scrap (Manufacturer,PartNumber,Description,Employee,ScrapDate,JobOrOH,LineItemTypeId,Reason,Job,"
+                      "Date)",
+                      scrap);
     }
 
     void statementAndFormula_data()

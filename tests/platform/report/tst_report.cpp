@@ -44,9 +44,14 @@ private slots:
     {
         m_crib = std::make_unique<ReportCrib>();
         m_crib->addTemplate("Tools.rpt", tools);
+        m_report = std::make_unique<Report>(m_crib->database.get());
     }
 
-    void cleanup() { m_crib.reset(); }
+    void cleanup()
+    {
+        m_report.reset();
+        m_crib.reset();
+    }
 
     void opensByName_data()
     {
@@ -66,8 +71,7 @@ private slots:
     {
         QFETCH(QString, name);
         m_crib->addTemplate("TOOLS2.RPT", tools);
-        Report report(m_crib->database.get());
-        QTEST(report.open(name.replace("FOLDER", m_crib->folder.path()), {}), "code");
+        QTEST(m_report->open(name.replace("FOLDER", m_crib->folder.path()), {}), "code");
     }
 
     void saysWhatIsWrong_data()
@@ -95,29 +99,28 @@ private slots:
         QFETCH(int, code);
         QFETCH(QString, detail);
         m_crib->addTemplate("Test.rpt", content);
-        Report report(m_crib->database.get());
         // The message on standard error, too
         QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("report error %1: %2").arg(code).arg(detail)));
-        QCOMPARE(report.open("Test.rpt", formula), code);
-        QCOMPARE(report.lastDetail(), detail);
-        QCOMPARE(report.pageCount(), 0);
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
-        QCOMPARE(report.lastDetail(), QString());
+        QCOMPARE(m_report->open("Test.rpt", formula), code);
+        QCOMPARE(m_report->lastDetail(), detail);
+        QCOMPARE(m_report->pageCount(), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->lastDetail(), QString());
     }
 
     void databaseFailures()
     {
         QCOMPARE(Report(nullptr).open("Tools.rpt", {}), int(ResultCode::cannotOpenDatabase));
-        Report report(m_crib->database.get());
         m_crib->fill("DROP TABLE Tools");
-        QCOMPARE(report.open("Tools.rpt", {}), int(ResultCode::tableNotFound));
+        QCOMPARE(m_report->open("Tools.rpt", {}), int(ResultCode::tableNotFound));
         QVERIFY(QFile::remove(file("crib.mdb")));
-        QCOMPARE(report.open("Tools.rpt", {}), int(ResultCode::cannotOpenDatabase));
+        QCOMPARE(m_report->open("Tools.rpt", {}), int(ResultCode::cannotOpenDatabase));
     }
 
     void damagedDatabase()
     {
         addTools(5000);
+        m_report.reset();
         m_crib->database.reset();
         const QString path = file("crib.mdb");
         QByteArray content = contentOf(path);
@@ -135,32 +138,30 @@ private slots:
     {
         m_crib->addTemplate("Tools.rpt",
                             QByteArray(tools).replace("version=\"1\"", "version=\"1\" title=\"All tools\""));
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
-        QCOMPARE(report.title(), "All tools");
-        QCOMPARE(report.layout(), 0);
-        QCOMPARE(report.find("All tools, All records", 0).size(), 1);
-        QCOMPARE(report.open("Tools.rpt", " {Tools.ID}\n= 1", {{"title", "Query Results"}}), 0);
-        QCOMPARE(report.layout(), 0);
-        QCOMPARE(report.find("Query Results, {Tools.ID} = 1", 0).size(), 1);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->title(), "All tools");
+        QCOMPARE(m_report->layout(), 0);
+        QCOMPARE(m_report->find("All tools, All records", 0).size(), 1);
+        QCOMPARE(m_report->open("Tools.rpt", " {Tools.ID}\n= 1", {{"title", "Query Results"}}), 0);
+        QCOMPARE(m_report->layout(), 0);
+        QCOMPARE(m_report->find("Query Results, {Tools.ID} = 1", 0).size(), 1);
     }
 
     void oneStepAtATime()
     {
         addTools(100);
-        Report report(m_crib->database.get());
         int busy = 0, painted = -1;
-        report.setProgress([&](double) {
-            busy = report.open("Tools.rpt", {});
+        m_report->setProgress([&](double) {
+            busy = m_report->open("Tools.rpt", {});
             QImage image(10, 10, QImage::Format_RGB32);
             QPainter painter(&image);
-            painted = report.paint(painter, 0);
+            painted = m_report->paint(painter, 0);
         });
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
         QCOMPARE(busy, int(ResultCode::jobBusy));
         QCOMPARE(painted, int(ResultCode::invalidPageNumber));
-        QCOMPARE(report.layout(), 0);
-        QCOMPARE(report.writePdf(file("a.pdf")), 0);
+        QCOMPARE(m_report->layout(), 0);
+        QCOMPARE(m_report->writePdf(file("a.pdf")), 0);
         QCOMPARE(painted, 0); // a preview goes on being shown meanwhile
         QCOMPARE(busy, int(ResultCode::jobBusy));
     }
@@ -170,97 +171,92 @@ private slots:
         addTools(2000);
         const QString pdf = file("a.pdf");
         writeFile(pdf, "before");
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
         const QStringList files = QDir(m_crib->folder.path()).entryList();
         int calls = 0;
-        report.setProgress([&](double) {
+        m_report->setProgress([&](double) {
             if (++calls == 5)
-                report.cancel();
+                m_report->cancel();
         });
-        QCOMPARE(report.writePdf(pdf), int(ResultCode::cancelled));
-        QCOMPARE(report.writeCsv(file("a.csv")), 0);
+        QCOMPARE(m_report->writePdf(pdf), int(ResultCode::cancelled));
+        QCOMPARE(m_report->writeCsv(file("a.csv")), 0);
         calls = 4;
-        QCOMPARE(report.writeCsv(file("b.csv")), int(ResultCode::cancelled));
+        QCOMPARE(m_report->writeCsv(file("b.csv")), int(ResultCode::cancelled));
         QCOMPARE(contentOf(pdf), "before");
         QStringList expected = files + QStringList("a.csv");
         expected.sort();
         QStringList found = QDir(m_crib->folder.path()).entryList();
         found.sort();
         QCOMPARE(found, expected);
-        QCOMPARE(report.writePdf(pdf), 0);
+        QCOMPARE(m_report->writePdf(pdf), 0);
         QVERIFY(contentOf(pdf).startsWith("%PDF"));
     }
 
     void cancelsBetweenSteps()
     {
         addTools(2000);
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
-        report.cancel();
-        QCOMPARE(report.layout(1), int(ResultCode::cancelled));
-        QCOMPARE(report.layout(), 0);
-        QVERIFY(report.isLaidOut());
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
+        m_report->cancel();
+        QCOMPARE(m_report->layout(1), int(ResultCode::cancelled));
+        QCOMPARE(m_report->layout(), 0);
+        QVERIFY(m_report->isLaidOut());
     }
 
     void pagesOutside()
     {
         addTools(200);
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
-        QCOMPARE(report.layout(), 0);
-        QCOMPARE(report.pageSize(), QSizeF(8.5 * 1440, 11 * 1440));
-        const int pages = report.pageCount();
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->layout(), 0);
+        QCOMPARE(m_report->pageSize(), QSizeF(8.5 * 1440, 11 * 1440));
+        const int pages = m_report->pageCount();
         QVERIFY(pages > 1);
         QImage image(10, 10, QImage::Format_RGB32);
         QPainter painter(&image);
-        QCOMPARE(report.paint(painter, -1), int(ResultCode::invalidPageNumber));
-        QCOMPARE(report.paint(painter, pages), int(ResultCode::invalidPageNumber));
-        QCOMPARE(report.paint(painter, pages - 1), 0);
+        QCOMPARE(m_report->paint(painter, -1), int(ResultCode::invalidPageNumber));
+        QCOMPARE(m_report->paint(painter, pages), int(ResultCode::invalidPageNumber));
+        QCOMPARE(m_report->paint(painter, pages - 1), 0);
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
         QPdfWriter printer(&buffer);
-        printer.setPageLayout(report.pageLayout());
+        printer.setPageLayout(m_report->pageLayout());
         for (const auto &[first, last] : {std::pair(-1, 0), {1, 0}, {0, pages}, {pages, pages}})
-            QCOMPARE(report.print(printer, first, last), int(ResultCode::invalidPageNumber));
-        QCOMPARE(report.print(printer, 1, 1), 0);
+            QCOMPARE(m_report->print(printer, first, last), int(ResultCode::invalidPageNumber));
+        QCOMPARE(m_report->print(printer, 1, 1), 0);
         QCOMPARE(buffer.data().count("/Type /Page\n"), 1);
     }
 
     void findsTexts()
     {
         addTools(200);
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
-        QCOMPARE(report.layout(), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->layout(), 0);
         int hits = 0;
-        for (int page = 0; page < report.pageCount(); ++page)
-            for (const QRectF &place : report.find("reamer 19", page)) {
-                QVERIFY(QRectF(QPointF(), report.pageSize()).contains(place));
+        for (int page = 0; page < m_report->pageCount(); ++page)
+            for (const QRectF &place : m_report->find("reamer 19", page)) {
+                QVERIFY(QRectF(QPointF(), m_report->pageSize()).contains(place));
                 ++hits;
             }
         QCOMPARE(hits, 11);
-        QVERIFY(report.find("", 0).isEmpty());
-        QVERIFY(report.find("reamer", 99).isEmpty());
+        QVERIFY(m_report->find("", 0).isEmpty());
+        QVERIFY(m_report->find("reamer", 99).isEmpty());
 
         // Also where it is broken into lines.
         m_crib->execute("Update Tools set Description='" + QString("Hand reamer ").repeated(20) + "'");
-        QCOMPARE(report.open("Tools.rpt", "{Tools.ID} = 1"), 0);
-        QCOMPARE(report.layout(), 0);
-        QCOMPARE(report.find(QString("reamer hand ").repeated(15), 0).size(), 1);
+        QCOMPARE(m_report->open("Tools.rpt", "{Tools.ID} = 1"), 0);
+        QCOMPARE(m_report->layout(), 0);
+        QCOMPARE(m_report->find(QString("reamer hand ").repeated(15), 0).size(), 1);
     }
 
     void writesPdf()
     {
         addTools(500);
         m_crib->execute("UPDATE Tools SET Description = '\u00c4xte & S\u00f6hne' WHERE ID = 1");
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}, {{"title", "My title"}}), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}, {{"title", "My title"}}), 0);
         const QString pdf = file("a.pdf");
-        QCOMPARE(report.writePdf(pdf), 0);
+        QCOMPARE(m_report->writePdf(pdf), 0);
         const QByteArray content = contentOf(pdf);
         QVERIFY(content.startsWith("%PDF"));
-        QCOMPARE(content.count("/Type /Page\n"), report.pageCount());
+        QCOMPARE(content.count("/Type /Page\n"), m_report->pageCount());
         QVERIFY(content.contains("/ToUnicode")); // so that its text can be selected
         if (QStandardPaths::findExecutable("pdftotext").isEmpty())
             QSKIP("pdftotext is not installed");
@@ -275,10 +271,9 @@ private slots:
     {
         addTools(40);
         m_crib->addTemplate("Tools.rpt", QByteArray(tools).replace("<detail>", "<detail shade=\"#8090a0\">"));
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
         const QString pdf = file("a.pdf");
-        QCOMPARE(report.writePdf(pdf), 0);
+        QCOMPARE(m_report->writePdf(pdf), 0);
         const QSize size(425, 550);
         printedBy("pdftoppm",
                   {"-png", "-scale-to-x", QString::number(size.width()), "-scale-to-y", QString::number(size.height()),
@@ -290,8 +285,8 @@ private slots:
         QImage shown(size, QImage::Format_RGB32);
         shown.fill(Qt::white);
         QPainter painter(&shown);
-        painter.scale(size.width() / report.pageSize().width(), size.height() / report.pageSize().height());
-        QCOMPARE(report.paint(painter, 0), 0);
+        painter.scale(size.width() / m_report->pageSize().width(), size.height() / m_report->pageSize().height());
+        QCOMPARE(m_report->paint(painter, 0), 0);
         painter.end();
         // Smoothed, so that only what stands elsewhere or not at all makes a difference.
         const auto coarse = [](const QImage &image) {
@@ -311,39 +306,39 @@ private slots:
     void writesCsv()
     {
         m_crib->fill("INSERT INTO CheckOutIn (Tool_Id, CheckOutDesc, CheckOutPartNo, DateOut, Active, JobOrOH) VALUES"
-                     " (1, 'Bit, \"long\"', '=1+1', '2024-02-03 04:05:06', -1, -7), (2, '\u00c4xte' || char(10) || "
-                     "'two', '@x', NULL, 0, NULL), (3, '', '-12', '', 0, 1.5)");
+                     " (1, 'Bit, \"long\"', '=1+1', '2024-02-03 04:05:06', -1, -7),"
+                     " (2, '\u00c4xte' || char(10) || 'two', '@x', NULL, 0, NULL), (3, '', '-12', '', 0, 1.5)");
         m_crib->addTemplate("Loans.rpt",
                             simpleTemplate("<from table=\"CheckOutIn\"/><sort by=\"{CheckOutIn.Tool_Id}\"/>",
                                            "{CheckOutIn.CheckOutDesc}{CheckOutIn.CheckOutPartNo}{CheckOutIn.DateOut:"
                                            "short date}{CheckOutIn.Active:yes/no}{CheckOutIn.JobOrOH:currency}"));
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Loans.rpt", {}), 0);
+        QCOMPARE(m_report->open("Loans.rpt", {}), 0);
         const QString csv = file("a.csv");
-        QCOMPARE(report.writeCsv(csv), 0);
+        QCOMPARE(m_report->writeCsv(csv), 0);
         QCOMPARE(contentOf(csv),
                  QByteArray("\xEF\xBB\xBF"
                             "CheckOutIn.Tool_Id,CheckOutIn.CheckOutDesc,CheckOutIn.CheckOutPartNo,CheckOutIn.DateOut,"
-                            "CheckOutIn.Active,CheckOutIn.JobOrOH\r\n1,\"Bit, \"\"long\"\"\",'=1+1,2024-02-03 "
-                            "04:05:06,-1,-7\r\n2,\"Äxte\ntwo\",'@x,,0,\r\n3,,'-12,,0,1.5\r\n"));
+                            "CheckOutIn.Active,CheckOutIn.JobOrOH\r\n"
+                            "1,\"Bit, \"\"long\"\"\",'=1+1,2024-02-03 04:05:06,-1,-7\r\n"
+                            "2,\"Äxte\ntwo\",'@x,,0,\r\n"
+                            "3,,'-12,,0,1.5\r\n"));
     }
 
     void refusesTargets()
     {
         addTools(3);
-        Report report(m_crib->database.get());
-        QCOMPARE(report.writePdf(file("a.pdf")), int(ResultCode::reportNotFound)); // nothing is open
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->writePdf(file("a.pdf")), int(ResultCode::reportNotFound)); // nothing is open
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
         const QString existing = file("a.pdf");
         writeFile(existing, "before");
         for (const QString &absent : {file("no/a.pdf"), m_crib->folder.path(), QString()}) {
-            QCOMPARE(report.writePdf(absent), int(ResultCode::fileError));
-            QCOMPARE(report.writeCsv(absent), int(ResultCode::fileError));
+            QCOMPARE(m_report->writePdf(absent), int(ResultCode::fileError));
+            QCOMPARE(m_report->writeCsv(absent), int(ResultCode::fileError));
         }
-        QCOMPARE(report.writePdf(existing, false), int(ResultCode::fileExists));
-        QCOMPARE(report.writeCsv(existing, false), int(ResultCode::fileExists));
+        QCOMPARE(m_report->writePdf(existing, false), int(ResultCode::fileExists));
+        QCOMPARE(m_report->writeCsv(existing, false), int(ResultCode::fileExists));
         QCOMPARE(contentOf(existing), "before");
-        QCOMPARE(report.writePdf(existing), 0);
+        QCOMPARE(m_report->writePdf(existing), 0);
     }
 
     void fullDisk()
@@ -374,10 +369,9 @@ private slots:
     void printerThatDoesNotStart()
     {
         addTools(3);
-        Report report(m_crib->database.get());
-        QCOMPARE(report.open("Tools.rpt", {}), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
         QPdfWriter printer(file("no/such/folder.pdf"));
-        QCOMPARE(report.print(printer, 0, 0), int(ResultCode::invalidPrinter));
+        QCOMPARE(m_report->print(printer, 0, 0), int(ResultCode::invalidPrinter));
     }
 
 private:
@@ -393,6 +387,7 @@ private:
     QString file(const QString &name) const { return m_crib->folder.filePath(name); }
 
     std::unique_ptr<ReportCrib> m_crib;
+    std::unique_ptr<Report> m_report;
 };
 
 QTEST_MAIN(TestReport)

@@ -17,10 +17,12 @@ void copyTemplates(const ReportCrib &crib)
         QVERIFY(QFile::copy(PROGRAM_DATA "/templates/" + name, crib.folder.filePath(name)));
 }
 
-constexpr auto people = "INSERT INTO Employee (EmpID, LastName, FirstName, EmpStatus) VALUES (7, 'Zorn', 'Ada', "
-                        "'Active'), (8, 'adams', NULL, 'Active');INSERT INTO Operation (OperNo, Description, OperType) "
-                        "VALUES (10, 'Set-up of machines and fixtures', 'O');INSERT INTO Types (ID, Description) "
-                        "VALUES (1, 'Drills'); INSERT INTO Locations (ID, Description) VALUES (1, 'Cabinet 1');";
+constexpr auto people =
+    "INSERT INTO Employee (EmpID, LastName, FirstName, EmpStatus)"
+    " VALUES (7, 'Zorn', 'Ada', 'Active'), (8, 'adams', NULL, 'Active');"
+    "INSERT INTO Operation (OperNo, Description, OperType) VALUES (10, 'Set-up of machines and fixtures', 'O');"
+    "INSERT INTO Types (ID, Description) VALUES (1, 'Drills');"
+    "INSERT INTO Locations (ID, Description) VALUES (1, 'Cabinet 1')";
 
 /// What the pages show, line by line; what stands at one height is one line.
 QString listing(Layout &layout)

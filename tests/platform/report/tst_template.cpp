@@ -40,17 +40,18 @@ private slots:
     {
         const Template report = TemplateReader::read(
             "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!-- by hand -->\n"
-            "<report version=\"1\" title=\"R\" paper=\"A5\" orientation=\"landscape\" margin=\"40.5\" font=\"Serif\" "
-            "size=\"12\"><data><from table=\"Tools\"/><join table=\"Types\" kind=\"inner\" on=\"Tools.Type = Types.ID "
-            "and Tools.Out = Types.Parent\"/><join table=\"Locations\" "
-            "on=\"Tools.Location=Locations.ID\"/><where>{Tools.Out} = false</where><sort by=\"{Tools.ID}\" "
-            "order=\"descending\"/><sort by=\"{tools.description}\"/></data><columns><column name=\"a\" "
-            "width=\"1\"/><column name=\"b\" width=\"2\" align=\"right\" wrap=\"yes\"/></columns><group "
-            "by=\"{Types.Description}\"/><group by=\"{Tools.ID}\" sort=\"{Tools.Description}\" per=\"month\" "
-            "keep=\"3\" repeat=\"yes\" newpage=\"yes\"><footer when=\"{Tools.ID} > 1\"><rule/><line bold=\"yes\" "
-            "size=\"8\"><cell from=\"a\" to=\"b\">x</cell><cell in=\"b\" bold=\"no\" "
-            "align=\"center\">y</cell></line></footer></group><detail shade=\"#EEf2f6\"><line><cell in=\"b\" "
-            "barcode=\"code128\">{TOOLS.id}</cell></line></detail></report>",
+            R"(<report version="1" title="R" paper="A5" orientation="landscape" margin="40.5" font="Serif" size="12">
+              <data><from table="Tools"/>
+                <join table="Types" kind="inner" on="Tools.Type = Types.ID and Tools.Out = Types.Parent"/>
+                <join table="Locations" on="Tools.Location=Locations.ID"/><where>{Tools.Out} = false</where>
+                <sort by="{Tools.ID}" order="descending"/><sort by="{tools.description}"/></data>
+              <columns><column name="a" width="1"/><column name="b" width="2" align="right" wrap="yes"/></columns>
+              <group by="{Types.Description}"/>
+              <group by="{Tools.ID}" sort="{Tools.Description}" per="month" keep="3" repeat="yes" newpage="yes">
+                <footer when="{Tools.ID} > 1"><rule/><line bold="yes" size="8"><cell from="a" to="b">x</cell>
+                  <cell in="b" bold="no" align="center">y</cell></line></footer></group>
+              <detail shade="#EEf2f6"><line><cell in="b" barcode="code128">{TOOLS.id}</cell></line></detail>
+            </report>)",
             "R.rpt");
         QCOMPARE(report.paper.id(), QPageSize::A5);
         QVERIFY(report.landscape);
