@@ -50,6 +50,12 @@ private slots:
             user.answers(QMessageBox::Ok);
         explorer.items = {{key, "Item", icon}};
         explorer.selected = key.isEmpty() ? -1 : 0;
+        QTimer look;
+        connect(&look, &QTimer::timeout, qApp, [] {
+            QTest::qFail("a dialog came up", __FILE__, __LINE__);
+            qobject_cast<QDialog *>(QApplication::activeModalWidget())->reject();
+        });
+        look.start(0);
         command();
         QCOMPARE(user.boxes().join('\n'), box);
         // Without a selection the first item is offered, if there is one.
