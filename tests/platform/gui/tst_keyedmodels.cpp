@@ -122,6 +122,14 @@ private slots:
         }
         QCOMPARE(keys(), "ed"); // sorting stays on
     }
+
+    void columnsBeforeALaterOneStayEmpty()
+    {
+        ListItem item{.key = "co1", .text = "tap"};
+        item.setSubItem(3, "21");
+        item.setSubItem(2, "W-10");
+        QCOMPARE(item.subItems, QStringList({"", "W-10", "21"}));
+    }
 };
 
 QTEST_MAIN(TestKeyedModels)
