@@ -22,6 +22,8 @@ public:
     }
     QVariant data(const QModelIndex &index, int role) const override
     {
+        if (!index.isValid())
+            return {};
         if (role == Qt::DisplayRole || role == Qt::EditRole)
             return m_rows->at(index.row(), m_listColumn).toText();
         if (role == Qt::UserRole)

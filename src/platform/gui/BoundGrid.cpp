@@ -27,6 +27,8 @@ public:
     int columnCount(const QModelIndex &parent) const override { return parent.isValid() ? 0 : int(m_columns.size()); }
     QVariant data(const QModelIndex &index, int role) const override
     {
+        if (!index.isValid())
+            return {};
         if (role == Qt::DisplayRole)
             return text(index.row(), index.column());
         if (role == Qt::TextAlignmentRole)

@@ -109,6 +109,8 @@ int KeyedList::columnCount(const QModelIndex &parent) const { return parent.isVa
 
 QVariant KeyedList::data(const QModelIndex &index, int role) const
 {
+    if (!index.isValid()) // a view without a current item asks so when its text is copied
+        return {};
     if (role == Qt::DisplayRole)
         return text(item(index.row()), index.column());
     if (role == Qt::DecorationRole && index.column() == 0)

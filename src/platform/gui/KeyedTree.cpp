@@ -131,6 +131,8 @@ int KeyedTree::columnCount(const QModelIndex &) const { return 1; }
 
 QVariant KeyedTree::data(const QModelIndex &index, int role) const
 {
+    if (!index.isValid()) // a view without a current item asks so when its text is copied
+        return {};
     switch (role) {
     case Qt::DisplayRole:
         return nodeAt(index)->text;

@@ -3,6 +3,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QTest>
+#include <QTreeView>
 
 static QStringList childTexts(const KeyedTree::Node *node)
 {
@@ -34,6 +35,23 @@ private slots:
         QCOMPARE(tree.find("l2"), nullptr);
         tree.add(root, "l2", "Free again", {});
         QCOMPARE(childTexts(root), QStringList({"Drills", "Free again"}));
+    }
+
+    void keysDoNothingInEmptyViews()
+    {
+        KeyedTree tree;
+        KeyedList list([](int) { return QIcon(); });
+        list.setColumns({{"Description", 2000}});
+        for (QAbstractItemModel *model : std::initializer_list<QAbstractItemModel *>{&tree, &list}) {
+            QTreeView view;
+            view.setModel(model);
+            for (const auto key : {QKeySequence::Copy, QKeySequence::SelectAll, QKeySequence::MoveToNextLine,
+                                   QKeySequence::MoveToEndOfDocument})
+                QTest::keySequence(&view, key);
+            for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Right, Qt::Key_Asterisk, Qt::Key_A})
+                QTest::keyClick(&view, key);
+            QVERIFY(!view.currentIndex().isValid());
+        }
     }
 
     void sortedNodesTakeChildrenInTheirPlace()
