@@ -5,6 +5,7 @@
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 #include "platform/text/Numbers.h"
 #include "transactions/KeyFilter.h"
 
@@ -16,7 +17,7 @@ bool FolderEditor::Startup(const FolderKind &kind, const QString &mode, int id, 
 }
 
 FolderEditor::FolderEditor(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId)
-    : QDialog(QApplication::activeWindow()), m_kind(kind), m_isNew(mode == "New"), m_id(id), m_parentId(parentId)
+    : QDialog(windowOwner()), m_kind(kind), m_isNew(mode == "New"), m_id(id), m_parentId(parentId)
 {
     ui.setupUi(this);
     setObjectName(kind.editor);

@@ -5,6 +5,7 @@
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 
 void FolderList::showModal(const FolderKind &kind)
 {
@@ -13,7 +14,7 @@ void FolderList::showModal(const FolderKind &kind)
 }
 
 FolderList::FolderList(const FolderKind &kind)
-    : QDialog(QApplication::activeWindow()), m_kind(kind), m_folders(openRecordset(kind.listStatement))
+    : QDialog(windowOwner()), m_kind(kind), m_folders(openRecordset(kind.listStatement))
 {
     ui.setupUi(this);
     setObjectName(kind.list);

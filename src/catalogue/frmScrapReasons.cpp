@@ -5,10 +5,9 @@
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 
-#include <QApplication>
-
-frmScrapReasons::frmScrapReasons() : QDialog(QApplication::activeWindow()), m_reasons([](int) { return QIcon(); })
+frmScrapReasons::frmScrapReasons() : QDialog(windowOwner()), m_reasons([](int) { return QIcon(); })
 {
     ui.setupUi(this);
     ui.lvwMI->setModel(&m_reasons);

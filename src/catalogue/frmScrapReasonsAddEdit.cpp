@@ -4,6 +4,7 @@
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 
 #include <QApplication>
 
@@ -15,7 +16,7 @@ bool frmScrapReasonsAddEdit::Startup(const QString &mode, int id)
 }
 
 frmScrapReasonsAddEdit::frmScrapReasonsAddEdit(const QString &mode, int id)
-    : QDialog(QApplication::activeWindow()), m_isNew(mode == "New"), m_id(QString::number(id))
+    : QDialog(windowOwner()), m_isNew(mode == "New"), m_id(QString::number(id))
 {
     ui.setupUi(this);
     setWindowTitle(m_isNew ? "New Scrap Reason" : "Edit Scrap Reason");

@@ -6,6 +6,7 @@
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 #include "platform/text/Format.h"
 #include "transactions/KeyFilter.h"
 #include "transactions/MainSubs.h"
@@ -36,7 +37,7 @@ bool frmToolNewEdit::Startup(const QString &mode, bool fromType, bool fromLocati
 }
 
 frmToolNewEdit::frmToolNewEdit(const QString &mode, int toolId)
-    : QDialog(QApplication::activeWindow()), m_isNew(mode == "New"), m_toolId(toolId)
+    : QDialog(windowOwner()), m_isNew(mode == "New"), m_toolId(toolId)
 {
     ui.setupUi(this);
     KeyFilter::watch(ui.txtDescription);

@@ -3,13 +3,14 @@
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 #include "reports/frmNewReport.h"
 
 #include <QHeaderView>
 
 QStringList frmConfigReports::modules() { return {"Tools Out", "All Tools", "Junk Tools"}; }
 
-frmConfigReports::frmConfigReports() : QDialog(QApplication::activeWindow())
+frmConfigReports::frmConfigReports() : QDialog(windowOwner())
 {
     ui.setupUi(this);
     ui.dbgReport->setSelectionMode(QAbstractItemView::SingleSelection);

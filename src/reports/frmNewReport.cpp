@@ -2,12 +2,13 @@
 
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/WindowOwner.h"
 #include "platform/system/ProgramFolder.h"
 #include "reports/frmImportSelected.h"
 
 #include <QDir>
 
-frmNewReport::frmNewReport() : QDialog(QApplication::activeWindow())
+frmNewReport::frmNewReport() : QDialog(windowOwner())
 {
     ui.setupUi(this);
     ui.filReport->addItems(
