@@ -79,7 +79,7 @@ def main():
     programs = chosen.build / "bin"
 
     sample = chosen.build / "bench" / "cribs" / f"{chosen.scale}.mdb"  # shared with vorlane-bench
-    if not sample.exists() or sample.stat().st_mtime < (programs / "vorlane").stat().st_mtime:
+    if not sample.exists() or sample.stat().st_mtime < (programs / "vorlane-admin").stat().st_mtime:
         sample.parent.mkdir(parents=True, exist_ok=True)
         sample.unlink(missing_ok=True)
         subprocess.run([programs / "vorlane-admin", "sample", "--scale", chosen.scale, sample], check=True)

@@ -2,6 +2,7 @@
 
 #include "common/ItemKeys.h"
 #include "db/Literals.h"
+#include "db/Schema.h"
 #include "db/Session.h"
 #include "explorer/frmTree.h"
 
@@ -188,13 +189,12 @@ void clsTools::findScrapped(const QString &pattern)
 
     // The statement crosses every scrap record with the kind 'Job'; an operation's records are no job's.
     if (m_searching) {
-        constexpr int job = 4;
         Recordset jobs = openRecordset("SELECT distinct JoborOH,LineItemTypeID FROM Scrap"
                                        " INNER JOIN LineItemType"
                                        " WHERE LineItemType.Code='Job' and JobOrOh LIKE "
                                        + pattern);
         for (; !jobs.atEnd(); jobs.moveNext())
-            if (jobs.field(u"LineItemTypeID").toInteger() == job
+            if (jobs.field(u"LineItemTypeID").toInteger() == Schema::jobCharge
                 && !report(folder("l" + jobs.text(u"JobOrOH"), jobs.text(u"JobOrOH"), "Tools\\Job\\")))
                 return;
     }
@@ -218,8 +218,7 @@ void clsTools::findScrapped(const QString &pattern)
              " WHERE Scrap.Description LIKE "
                  + pattern,
              [&](const Recordset &row) {
-                 constexpr int overhead = 5;
-                 const bool forOverhead = row.field(u"LineItemTypeId").toInteger() == overhead;
+                 const bool forOverhead = row.field(u"LineItemTypeId").toInteger() == Schema::overheadCharge;
                  ListItem item = scrapItem(row);
                  const QString charge = chargeText(row);
                  item.subItems.append(charge);

@@ -128,6 +128,7 @@ private:
     void lstToolList_DragDrop();
     void tvMain_DragDrop(Node *dragged);
     Node *nodeOfFolder(const ListItem &folder);
+    Node *nodeOfFolder(int id);
     void moveToPicked();
     void showMoved(Node *target);
     void goToNode(const QString &key);

@@ -1,6 +1,7 @@
 // What the explorer's list shows for a tree node, one filler a view.
 #include "common/ItemKeys.h"
 #include "common/ProgramState.h"
+#include "db/Schema.h"
 #include "db/Session.h"
 #include "explorer/frmTree.h"
 #include "platform/gui/Handler.h"
@@ -74,9 +75,8 @@ ListItem toolItem(const Recordset &row, bool out)
 
 QString chargeText(const Recordset &pair)
 {
-    constexpr int overhead = 5;
     const QString jobOrOH = pair.text(u"JobOrOH");
-    if (pair.field(u"LineItemTypeID").toInteger() != overhead)
+    if (pair.field(u"LineItemTypeID").toInteger() != Schema::overheadCharge)
         return jobOrOH;
     return openRecordset("Select Operation.Description from"
                          " Operation Where Operation.OperNo="

@@ -71,6 +71,12 @@ KeyedTree::Node *frmTree::nodeOfFolder(const ListItem &folder)
     return found == descriptions.end() ? nullptr : found->get();
 }
 
+// In the two stored trees, whose root stands for the folder number 0.
+KeyedTree::Node *frmTree::nodeOfFolder(int id)
+{
+    return id == 0 ? nodes().root() : nodes().find(QStringLiteral("l%1").arg(id));
+}
+
 void frmTree::lstToolList_DragDrop()
 {
     Node *target = ui.tvMain->dropHighlight();
@@ -145,7 +151,7 @@ void frmTree::moveToPicked()
     const auto picked = frmTreeSelect::pick(m_mode, this, anyTool ? Root::Refused : Root::Allowed);
     if (!picked)
         return;
-    ui.tvMain->setDropHighlight(picked->id == 0 ? nodes().root() : nodes().find(QStringLiteral("l%1").arg(picked->id)));
+    ui.tvMain->setDropHighlight(nodeOfFolder(picked->id));
     const auto unmark = qScopeGuard([this] { ui.tvMain->setDropHighlight(nullptr); });
     if (tree) {
         tvMain_DragDrop(ui.tvMain->selectedNode());
@@ -166,7 +172,7 @@ void frmTree::addChildNode(const QString &mode, int parentId, int id, const QStr
 {
     if (mode != m_mode)
         return;
-    Node *parent = parentId == 0 ? nodes().root() : nodes().find(QStringLiteral("l%1").arg(parentId));
+    Node *parent = nodeOfFolder(parentId);
     if (!parent)
         return;
     nodes().add(parent, QStringLiteral("l%1").arg(id), text, Icons::folder())->sorted = true;

@@ -92,12 +92,11 @@ void frmTreeSelect::tvMain_Expand(const QModelIndex &index)
 void frmTreeSelect::cmdOK_Click()
 {
     const QModelIndexList selected = ui.tvMain->selectionModel()->selectedIndexes();
-    const bool isRoot = !selected.isEmpty() && m_tree.nodeAt(selected.first()) == m_tree.root();
-    if (selected.isEmpty() || (isRoot && m_root == Root::Refused)) {
+    const KeyedTree::Node *node = selected.isEmpty() ? nullptr : m_tree.nodeAt(selected.first());
+    if (!node || (node == m_tree.root() && m_root == Root::Refused)) {
         inform(QStringLiteral("You must select a Path!"));
         return;
     }
-    const KeyedTree::Node *node = m_tree.nodeAt(selected.first());
     ui.txtDir->setText(KeyedTree::fullPath(node));
     ui.txtId->setText(ItemKeys::numberOf(node->key));
     accept();
