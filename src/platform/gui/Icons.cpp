@@ -1,18 +1,68 @@
 #include "platform/gui/Icons.h"
 
 #include <QHash>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPixmapCache>
 
 namespace {
 
 QString file(const QString &name) { return QStringLiteral(":/icons/%1.svg").arg(name); }
 
-// Selected or not, a picture keeps its colours; tinted, its states could not be told apart.
-QIcon inAllModes(const QString &name)
+QPixmap inWhite(QPixmap picture)
 {
-    QIcon icon(file(name));
-    icon.addFile(file(name), {}, QIcon::Selected);
-    return icon;
+    QPainter painter(&picture);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), Qt::white);
+    return picture;
 }
+
+// The lines are of a middle brightness, at least 3 to 1 against light and dark backgrounds. So is the bar of a
+// selection; there the picture gets a white rim. It keeps its colours: tinted, its states could not be told apart.
+class RimmedEngine : public QIconEngine
+{
+public:
+    explicit RimmedEngine(const QIcon &picture) : m_picture(picture) { }
+    QIconEngine *clone() const override { return new RimmedEngine(*this); }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const qreal ratio = painter->device()->devicePixelRatio();
+        painter->drawPixmap(rect, pixmap(rect.size() * ratio, mode, state));
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        if (mode != QIcon::Selected)
+            return m_picture.pixmap(size, 1, mode, state);
+        const QString key =
+            QStringLiteral("rim %1 %2 %3 %4").arg(m_picture.cacheKey()).arg(size.width()).arg(size.height()).arg(state);
+        QPixmap rimmed;
+        if (!QPixmapCache::find(key, &rimmed)) {
+            rimmed = withRim(m_picture.pixmap(size, 1, QIcon::Normal, state));
+            QPixmapCache::insert(key, rimmed);
+        }
+        return rimmed;
+    }
+
+private:
+    static QPixmap withRim(const QPixmap &picture)
+    {
+        constexpr qreal share = 1.0 / 16; // of the side
+        const qreal rim = picture.width() * share;
+        const QPixmap white = inWhite(picture);
+        QPixmap whole(picture.size());
+        whole.fill(Qt::transparent);
+        QPainter painter(&whole);
+        for (const qreal dx : {-rim, 0.0, rim})
+            for (const qreal dy : {-rim, 0.0, rim})
+                painter.drawPixmap(QPointF(dx, dy), white);
+        painter.drawPixmap(0, 0, picture);
+        return whole;
+    }
+
+    QIcon m_picture;
+};
 
 }
 
@@ -21,17 +71,16 @@ QIcon Icons::icon(const QString &name)
     static QHash<QString, QIcon> made;
     auto found = made.find(name);
     if (found == made.end())
-        found = made.insert(name, inAllModes(name));
+        found = made.insert(name, QIcon(new RimmedEngine(QIcon(file(name)))));
     return *found;
 }
 
 QIcon Icons::folder()
 {
     static const QIcon made = [] {
-        QIcon icon = inAllModes(QStringLiteral("folder"));
-        for (const QIcon::Mode mode : {QIcon::Normal, QIcon::Selected})
-            icon.addFile(file(QStringLiteral("folder-open")), {}, mode, QIcon::On);
-        return icon;
+        QIcon picture(file(QStringLiteral("folder")));
+        picture.addFile(file(QStringLiteral("folder-open")), {}, QIcon::Normal, QIcon::On);
+        return QIcon(new RimmedEngine(picture));
     }();
     return made;
 }
