@@ -83,12 +83,12 @@ constexpr ResultText resultTexts[] = {
 
 }
 
-QString ModMain::ShowReportError(qint16 &resultCode)
+QString ModMain::ShowReportError(qint16 &resultCode, const QString &detail)
 {
     const auto found = std::find_if(std::begin(resultTexts), std::end(resultTexts),
                                     [&](const ResultText &row) { return row.code == resultCode; });
     const char *text = found == std::end(resultTexts) ? ":  Unknown Error!" : found->text;
     const QString message = QString::number(resultCode) + text;
-    msgBox({.text = message, .caption = "Crystal Reports Error", .icon = QMessageBox::Critical});
+    msgBox({.text = message, .caption = "Crystal Reports Error", .icon = QMessageBox::Critical, .detail = detail});
     return message;
 }

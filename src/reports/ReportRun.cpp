@@ -10,10 +10,10 @@
 
 namespace {
 
-void showError(int code)
+void showError(int code, const QString &detail)
 {
     qint16 resultCode = qint16(code);
-    ModMain::ShowReportError(resultCode);
+    ModMain::ShowReportError(resultCode, detail);
 }
 
 }
@@ -34,6 +34,6 @@ bool printReport(ReportControl &control, const ReportRun &run)
     control.errorRoutine = showError;
     const int resultCode = control.print();
     if (resultCode != 0)
-        showError(resultCode);
+        showError(resultCode, control.lastDetail());
     return resultCode == 0;
 }

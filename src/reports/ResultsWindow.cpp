@@ -121,7 +121,8 @@ void ResultsWindow::chooseDefaultTemplate()
 void ResultsWindow::dbcReport_Change()
 {
     ui.lbldesc->setText(ui.dbcReport->boundValue().toText());
-    const bool isChosen = !ui.dbcReport->text().trimmed().isEmpty();
+    // Whatever stands there: printing says when there is no such report.
+    const bool isChosen = !ui.dbcReport->currentText().trimmed().isEmpty();
     ui.cmdPrintSel->setEnabled(isChosen);
     ui.cmdPrintScr->setEnabled(isChosen);
 }
@@ -159,14 +160,22 @@ void ResultsWindow::cmdPrintSel_Click()
     }
     const QString file = templateFile();
     QString formula;
-    for (const int row : selected)
-        formula += (formula.isEmpty() ? m_kind.firstRow : m_kind.furtherRow) + QString::number(recordNumber(row));
+    try {
+        for (const int row : selected)
+            formula += (formula.isEmpty() ? m_kind.firstRow : m_kind.furtherRow) + QString::number(recordNumber(row));
+    } catch (const NumberError &error) {
+        msgBox({.text = error.what(),
+                .icon = QMessageBox::Critical,
+                .detail = "Selected records are printed by their numbers, up to 32767. Report Shown prints all records "
+                          "found."});
+        return;
+    }
     printReport(*crpMain, {"Selected Records", file, formula});
 }
 
 QString ResultsWindow::templateFile()
 {
-    const bool found = datReports->findFirst(m_templates.named + ui.dbcReport->text() + "'");
+    const bool found = datReports->findFirst(m_templates.named + ui.dbcReport->currentText() + "'");
     return found ? datReports->text(u"FileName") : QString();
 }
 

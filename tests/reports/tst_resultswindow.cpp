@@ -90,6 +90,8 @@ private slots:
         window.ui.dbcReport->setText({});
         QVERIFY(!window.ui.cmdPrintScr->isEnabled() && !window.ui.cmdPrintSel->isEnabled());
         QCOMPARE(window.ui.lbldesc->text(), QString());
+        QTest::keyClicks(window.ui.dbcReport, "none");
+        QVERIFY(window.ui.cmdPrintScr->isEnabled() && window.ui.lbldesc->text().isEmpty());
         window.ui.dbcReport->setCurrentIndex(1);
         QVERIFY(window.ui.cmdPrintScr->isEnabled() && window.ui.cmdPrintSel->isEnabled());
         QCOMPARE(window.ui.lbldesc->text(), "Tools that are out, the longest first");
@@ -208,6 +210,7 @@ private slots:
         select(window, {0});
         window.ui.cmdPrintSel->click();
         QCOMPARE(user.texts(), QStringList(message));
+        QVERIFY(user.seen[0].detail.contains("Report Shown"));
         QVERIFY(!control(window)->preview());
     }
 
@@ -259,32 +262,39 @@ private slots:
     void failedRunIsExplained()
     {
         ResultsWindow &window = open(ResultsKind::frmReportToolsOutQresults, loans());
-        ScriptedUser user(QMessageBox::Ok);
+        ScriptedUser user(QMessageBox::Ok, 2);
         window.ui.cmdPrintScr->click();
-        QCOMPARE(user.texts(),
-                 QStringList("20504:  Report Not Found.  You have specified a report that does not exist."));
+        m_crib->addTemplate("ToolsCheckedOut.rpt", "<from table=\"CheckOutIn\"/>\n<sort/>", "x");
+        window.ui.cmdPrintScr->click();
+        QCOMPARE(user.texts()[0], "20504:  Report Not Found.  You have specified a report that does not exist.");
+        QVERIFY(user.seen[1].detail.contains("line 2"));
         QVERIFY(window.isVisible());
     }
 
     void selectedRowsAreCopied()
     {
-        m_crib->run({"Update Tools set Manufacturer='Two\tcells' where ID=3"});
+        m_crib->run({"Update Tools set Manufacturer='Two\t\"cells\"', PartNumber='3/4\"  x' where ID=3"});
         ResultsWindow &window = open(ResultsKind::frmReportAllToolsQresults, "Select * FROM Tools");
         select(window, {2, 0});
         QTest::keyClick(window.ui.dbgCustFound, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QApplication::clipboard()->text(),
                  "Tool Description\tPart Number\tType\tLocation\tManufacturer\n"
                  "Drill\tP-1\tWrenches\tCabinet A\tHilti\n"
-                 "Saw\tP-3\tTorque wrenches\tCabinet A\tTwo cells\n");
+                 "Saw\t3/4\"  x\tTorque wrenches\tCabinet A\t\"Two\t\"\"cells\"\"\"\n");
     }
 
     void redo()
     {
         QPointer<ResultsWindow> window =
             &open(ResultsKind::frmReportToolsOutQresults, loans(), {}, &QueryKind::frmQueryCheckedOut);
+        m_crib->addTemplate("ToolsCheckedOut.rpt", "<from table=\"CheckOutIn\"/>", "{CheckOutIn.ID}");
+        window->ui.cmdPrintScr->click();
+        const QPointer<PreviewWindow> preview = control(*window)->preview();
+        QVERIFY(preview);
         bool asked = false;
         whenModal<QueryForm>([&](QueryForm &form) {
             asked = form.objectName() == "frmQueryCheckedOut";
+            QVERIFY(!preview || !preview->isVisible());
             QVERIFY(!ResultsWindow::opened(ResultsKind::frmReportToolsOutQresults));
         });
         window->ui.cmdRedo->click();

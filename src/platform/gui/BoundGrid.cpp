@@ -12,6 +12,19 @@
 
 #include <algorithm>
 
+namespace {
+
+// As spreadsheets read it back: exactly the text, in one cell.
+QString asCell(const QString &text)
+{
+    const auto parts = [](QChar c) { return c == '\t' || c == '\n' || c == '\r'; };
+    if (!text.startsWith('"') && std::none_of(text.begin(), text.end(), parts))
+        return text;
+    return '"' + QString(text).replace('"', QLatin1String("\"\"")) + '"';
+}
+
+}
+
 class BoundGrid::Rows : public QAbstractTableModel
 {
 public:
@@ -164,9 +177,8 @@ void BoundGrid::copySelectedRows() const
         cells.append(m_rows->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
     QStringList lines{cells.join('\t')};
     for (const int row : fromTop) {
-        // A tab or a line break inside a text would begin another cell.
         for (int column = 0; column < columns; ++column)
-            cells[column] = m_rows->text(row, column).simplified();
+            cells[column] = asCell(m_rows->text(row, column));
         lines.append(cells.join('\t'));
     }
     QApplication::clipboard()->setText(lines.join('\n') + '\n');

@@ -6,7 +6,7 @@
 #include <QTableView>
 
 /// A read-only grid over the rows of a statement. Hundreds of thousands of rows scroll at once: a row becomes text when
-/// it is painted. Ctrl+C copies the selected rows with their headings.
+/// it is painted. Ctrl+C copies the selected rows with their headings, each text as it is shown.
 class BoundGrid : public QTableView
 {
     Q_OBJECT

@@ -3,6 +3,8 @@
 #include "platform/gui/Handler.h"
 #include "platform/gui/WindowOwner.h"
 
+#include <QTextDocument>
+
 #include <utility>
 
 namespace {
@@ -20,6 +22,8 @@ QMessageBox::StandardButton msgBox(const MsgBoxCall &call)
     QMessageBox box(call.icon, call.caption, call.text, call.buttons, windowOwner());
     // Texts may hold what a user typed; nothing in them is markup.
     box.setTextFormat(Qt::PlainText);
+    if (!call.detail.isEmpty())
+        box.setInformativeText(Qt::convertFromPlainText(call.detail));
     box.setDefaultButton(call.defaultButton);
     if (call.buttons == (QMessageBox::Yes | QMessageBox::No))
         box.setEscapeButton(QMessageBox::No);

@@ -11,6 +11,7 @@ struct MsgBoxCall {
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     QMessageBox::StandardButtons buttons = QMessageBox::Ok;
     QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
+    QString detail = {}; ///< below the text: what exactly was at fault, or what to do instead
 };
 
 /// Shows the box over the active window and returns the button pressed; closing it counts as its Cancel, No or only

@@ -98,7 +98,7 @@ void PreviewWindow::layOutFurtherPages()
         m_layoutTimer.stop();
     } else if (const int resultCode = m_report->layout(millisecondsInASlice)) {
         m_layoutTimer.stop();
-        m_errorRoutine(resultCode);
+        m_errorRoutine(resultCode, m_report->lastDetail());
     }
     showPageCount();
 }
@@ -117,7 +117,7 @@ bool PreviewWindow::perform(const QString &title, const std::function<int(RunPro
     if (!m_report->isLaidOut())
         m_layoutTimer.start();
     if (resultCode != ResultCode::ok && resultCode != ResultCode::cancelled)
-        m_errorRoutine(resultCode);
+        m_errorRoutine(resultCode, m_report->lastDetail());
     return resultCode == ResultCode::ok;
 }
 
@@ -234,7 +234,7 @@ int PreviewWindow::firstPlace(int direction) const
 void PreviewWindow::mnuFilePrint_Click()
 {
     if (QPrinterInfo::availablePrinters().isEmpty()) {
-        m_errorRoutine(ResultCode::noDefaultPrinter);
+        m_errorRoutine(ResultCode::noDefaultPrinter, {});
         return;
     }
     if (!layOutAllPages("Preparing the pages"))

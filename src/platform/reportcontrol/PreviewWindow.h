@@ -16,7 +16,7 @@ class PreviewWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    using ErrorRoutine = std::function<void(int resultCode)>;
+    using ErrorRoutine = std::function<void(int resultCode, const QString &detail)>;
 
     /// `report` is open and has its first page. What fails later is handed to `errorRoutine`.
     PreviewWindow(std::unique_ptr<Report> report, ErrorRoutine errorRoutine, QWidget *owner);

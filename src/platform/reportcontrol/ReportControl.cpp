@@ -5,15 +5,18 @@
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
 
+#include <QEvent>
 #include <QPrinterInfo>
 #include <QScopeGuard>
 
 ReportControl::ReportControl(Database &database, QWidget *owner) : QObject(owner), m_database(database), m_owner(owner)
 {
+    owner->installEventFilter(this);
 }
 
 int ReportControl::print()
 {
+    m_lastDetail.clear();
     if (destination < toPreview || destination > toFile)
         return ResultCode::invalidDestination;
     if (m_isBusy)
@@ -23,12 +26,22 @@ int ReportControl::print()
 
     auto report = std::make_unique<Report>(&m_database);
     const int resultCode = run(*report);
+    m_lastDetail = report->lastDetail();
     if (resultCode == ResultCode::ok && destination == toPreview)
         showPreview(std::move(report));
     return resultCode;
 }
 
 PreviewWindow *ReportControl::preview() const { return m_preview; }
+
+bool ReportControl::eventFilter(QObject *watched, QEvent *event)
+{
+    // A window that deletes itself when it is closed lives on for as long as the action that closed it. The screen's
+    // own hiding, of a window that is made an icon, is spontaneous.
+    if (watched == m_owner && event->type() == QEvent::Hide && !event->spontaneous() && m_preview)
+        m_preview->close();
+    return QObject::eventFilter(watched, event);
+}
 
 int ReportControl::run(Report &report) const
 {

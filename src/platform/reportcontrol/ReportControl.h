@@ -17,7 +17,8 @@ class ReportControl : public QObject
 public:
     enum Destination { toPreview = 0, toPrinter = 1, toFile = 2 };
 
-    /// The preview belongs to `owner` and closes with it. `database` is used for as long as the control lives.
+    /// The preview belongs to `owner` and closes as soon as that is closed. `database` is used for as long as the
+    /// control lives.
     ReportControl(Database &database, QWidget *owner);
 
     QString windowTitle;
@@ -32,13 +33,18 @@ public:
     /// For toFile; a name that ends in ".csv" gets the records, any other the pages as PDF. Never replaced.
     QString outputFile;
     /// Shows the failure of what the user does in the preview later on.
-    std::function<void(int resultCode)> errorRoutine = [](int) {};
+    std::function<void(int resultCode, const QString &detail)> errorRoutine = [](int, const QString &) {};
 
     /// @returns a ResultCode: 0 when the preview is up, also without records, or when all is printed or written.
     int print();
+    /// What was at fault when print() last failed: a line of the template, a field, a file. Empty after success.
+    const QString &lastDetail() const { return m_lastDetail; }
 
     /// Null while no preview is up.
     PreviewWindow *preview() const;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     int run(Report &report) const;
@@ -47,5 +53,6 @@ private:
     Database &m_database;
     QWidget *m_owner;
     QPointer<PreviewWindow> m_preview;
+    QString m_lastDetail;
     bool m_isBusy = false;
 };

@@ -233,7 +233,11 @@ private slots:
     void failureInThePreviewIsHandedOver()
     {
         QList<int> codes;
-        m_control->errorRoutine = [&](int code) { codes.append(code); };
+        QStringList details;
+        m_control->errorRoutine = [&](int code, const QString &detail) {
+            codes.append(code);
+            details.append(detail);
+        };
         PreviewWindow *window = preview();
         QVERIFY(QDir(m_folder.path()).mkdir("gone"));
         whenModal<QFileDialog>([&](QFileDialog &dialog) {
@@ -243,6 +247,7 @@ private slots:
         });
         window->ui.mnuFilePdf->trigger();
         QCOMPARE(codes, QList<int>{20530});
+        QVERIFY(details[0].contains("saved.pdf"));
         Report report(m_database.get());
         QCOMPARE(printOn(QPrinterInfo(), report), 20526);
         if (!QPrinterInfo::availablePrinters().isEmpty())
