@@ -2,12 +2,15 @@
 
 #include "common/ExplorerView.h"
 #include "db/Literals.h"
+#include "db/Schema.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/text/Numbers.h"
+#include "transactions/Deed.h"
 #include "transactions/KeyFilter.h"
+#include "transactions/MainSubs.h"
 
 bool FolderEditor::Startup(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId)
 {
@@ -38,18 +41,24 @@ FolderEditor::FolderEditor(const FolderKind &kind, const QString &mode, int id, 
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
+bool FolderEditor::isTaken(const QString &name) const
+{
+    const int rowsAllowed = m_isNew ? 0 : 1;
+    return openRecordset(m_kind.countNamed + quoted(name)).field(u"cnt").toInteger() > rowsAllowed;
+}
+
 bool FolderEditor::ValidData()
 {
+    MainSubs::tidyTexts(this);
     const QString text = ui.txtDescription->text();
-    const int rowsAllowed = m_isNew ? 0 : 1;
     QString problem;
     if (isNumeric(text))
         problem = m_kind.numberMessage;
-    else if (text.trimmed().isEmpty())
+    else if (text.isEmpty())
         problem = "Please enter a description.";
     else if (text.contains('\\'))
         problem = "You may not use a '\\' character for the description.";
-    else if (openRecordset(m_kind.countNamed + quoted(text)).field(u"cnt").toInteger() > rowsAllowed)
+    else if (isTaken(text))
         problem = m_kind.duplicateMessage;
     else
         return true;
@@ -58,37 +67,48 @@ bool FolderEditor::ValidData()
     return false;
 }
 
-void FolderEditor::SaveRecord()
+bool FolderEditor::SaveRecord()
 {
     const QString text = ui.txtDescription->text();
+    int id = m_id;
+    const Deed deed = Deed::attempt([&] {
+        refuseUnless(!isTaken(text), m_kind.duplicateMessage);
+        if (m_isNew) {
+            refuseUnless(m_parentId == 0 || m_kind.exists(m_parentId), m_kind.goneMessage);
+            execute(m_kind.insert + quoted(text) + "," + QString::number(m_parentId) + ")");
+            id = int(openRecordset(m_kind.idNamed + quoted(text)).field(u"ID").toInteger());
+            refuseUnless(id <= Schema::highestFolderNumber, m_kind.noMoreMessage);
+        } else {
+            const qint64 renamed = execute(m_kind.rename + quoted(text) + " WHERE id=" + QString::number(m_id));
+            refuseUnless(renamed > 0, m_kind.goneMessage);
+        }
+    });
     ExplorerView *explorer = explorerIfOpen();
-    if (m_isNew) {
-        execute(m_kind.insert + quoted(text) + "," + QString::number(m_parentId) + ")");
-        m_saved = true;
-        const int id = int(openRecordset(m_kind.idNamed + quoted(text)).field(u"ID").toInteger());
-        if (explorer)
-            explorer->addChildNode(m_kind.mode, m_parentId, id, text);
-    } else {
-        execute(m_kind.rename + quoted(text) + " WHERE id=" + QString::number(m_id));
-        m_saved = true;
-        if (explorer)
-            explorer->renameNode(m_kind.mode, m_id, text);
+    if (deed.outcome != Deed::Done) {
+        msgBox({.text = deed.why,
+                .icon = deed.outcome == Deed::Failed ? QMessageBox::Critical : QMessageBox::Information});
+        if (deed.outcome == Deed::Refused && explorer && explorer->TreeMode() == m_kind.mode)
+            explorer->rebuildView();
+        return false;
     }
+    m_saved = true;
+    if (explorer && m_isNew)
+        explorer->addChildNode(m_kind.mode, m_parentId, id, text);
+    else if (explorer)
+        explorer->renameNode(m_kind.mode, m_id, text);
+    return true;
 }
 
 void FolderEditor::cmdOK_Click()
 {
-    if (!ValidData())
-        return;
-    SaveRecord();
-    accept();
+    if (save())
+        accept();
 }
 
 void FolderEditor::cmdOKNew_Click()
 {
-    if (!ValidData())
+    if (!save())
         return;
-    SaveRecord();
     ui.txtDescription->clear();
     ui.txtDescription->setFocus();
 }

@@ -18,12 +18,15 @@ public:
     /// Whether the text may be saved; if not, says why. Names are unique over the whole table. Only a new folder must
     /// differ from all: a rename onto the name of one other folder passes, as the suite has it.
     bool ValidData();
-    void SaveRecord();
+    /// Writes the folder. False when others were faster or the database refused, which was said.
+    bool SaveRecord();
 
     Ui::FolderEditor ui;
 
 private:
     FolderEditor(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId);
+    bool isTaken(const QString &name) const;
+    bool save() { return ValidData() && SaveRecord(); }
     void cmdOK_Click();
     void cmdOKNew_Click();
 

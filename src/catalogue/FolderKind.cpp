@@ -12,6 +12,8 @@ constinit const FolderKind FolderKind::location = {
     .textBox = "txtLocation",
     .numberMessage = "You may not use a number for a Location!",
     .duplicateMessage = "Locations may not be duplicated.",
+    .noMoreMessage = "No more Locations can be added: their numbers end at 32767.",
+    .goneMessage = "The Location was deleted meanwhile.",
     .descriptionOf = "SELECT Description FROM Locations WHERE ID = ",
     .countNamed = "SELECT Count(*) as cnt FROM locations WHERE description=",
     .idNamed = "Select ID from Locations where description = ",
@@ -34,6 +36,8 @@ constinit const FolderKind FolderKind::type = {
     .textBox = "txtType",
     .numberMessage = "You may not use a number for a Type!",
     .duplicateMessage = "Types may not be duplicated.",
+    .noMoreMessage = "No more Types can be added: their numbers end at 32767.",
+    .goneMessage = "The Type was deleted meanwhile.",
     .descriptionOf = "SELECT Description FROM Types WHERE ID = ",
     .countNamed = "SELECT Count(*) as cnt FROM types WHERE description=",
     .idNamed = "Select ID from Types where description = ",
@@ -51,3 +55,5 @@ QString FolderKind::description(int id) const
 {
     return openRecordset(descriptionOf + QString::number(id)).text(u"Description");
 }
+
+bool FolderKind::exists(int id) const { return !openRecordset(descriptionOf + QString::number(id)).isEmpty(); }

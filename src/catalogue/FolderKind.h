@@ -14,6 +14,8 @@ struct FolderKind {
     const char *textBox;
     const char *numberMessage;
     const char *duplicateMessage;
+    const char *noMoreMessage;
+    const char *goneMessage;
     // Statements up to the value that follows.
     const char *descriptionOf;
     const char *countNamed;
@@ -30,6 +32,7 @@ struct FolderKind {
 
     /// What the folder `id` is called.
     QString description(int id) const;
+    bool exists(int id) const;
 
     static const FolderKind location;
     static const FolderKind type;

@@ -77,6 +77,8 @@ void FolderList::cmdDelete_Click()
         if (error.number() != EngineError::relatedRecords)
             problem = m_kind.otherErrorMessage + QStringLiteral("%1  %2").arg(error.number()).arg(error.text());
         msgBox({.text = problem, .caption = "Error!", .icon = QMessageBox::Warning});
+        if (error.number() == EngineError::recordDeleted)
+            load();
         return;
     }
     load();

@@ -49,9 +49,10 @@ void frmScrapReasons::cmdNew_Click()
 
 void frmScrapReasons::cmdEdit_Click()
 {
-    const auto id = selectedReason();
-    if (id && frmScrapReasonsAddEdit::Startup("Edit", *id))
+    if (const auto id = selectedReason()) {
+        frmScrapReasonsAddEdit::Startup("Edit", *id);
         load();
+    }
 }
 
 void frmScrapReasons::cmdDelete_Click()

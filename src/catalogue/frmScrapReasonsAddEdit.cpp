@@ -5,6 +5,8 @@
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/WindowOwner.h"
+#include "transactions/Deed.h"
+#include "transactions/MainSubs.h"
 
 #include <QApplication>
 
@@ -32,54 +34,66 @@ void frmScrapReasonsAddEdit::loadReason()
     ui.cmdOKNew->hide();
     const Recordset reason = openRecordset("SELECT * FROM ScrapReasons WHERE id =" + m_id);
     if (reason.isEmpty())
-        msgBox({.text = m_id + " not found! Scrap Reasons table may need to be fixed!",
-                .caption = QApplication::applicationName(),
-                .icon = QMessageBox::Critical});
+        say(m_id + " not found! Scrap Reasons table may need to be fixed!", QMessageBox::Critical);
     else
         ui.txtDescription->setText(reason.text(u"description"));
     ui.txtDescription->selectAll();
 }
 
-bool frmScrapReasonsAddEdit::ValidData()
+void frmScrapReasonsAddEdit::say(const QString &problem, QMessageBox::Icon icon)
 {
-    const QString text = ui.txtDescription->text();
+    msgBox({.text = problem, .caption = QApplication::applicationName(), .icon = icon});
+}
+
+QString frmScrapReasonsAddEdit::problemWith(const QString &text) const
+{
+    if (text.isEmpty())
+        return "Description may not be blank!";
     // A reason does not count against itself.
     const QString others = m_isNew ? QString() : " AND id <>" + m_id;
-    QString problem;
-    if (text.isEmpty())
-        problem = "Description may not be blank!";
-    else if (!openRecordset("SELECT * FROM ScrapReasons WHERE description=" + quoted(text) + others).isEmpty())
-        problem = text + " already exists!";
-    else
+    const Recordset same = openRecordset("SELECT * FROM ScrapReasons WHERE description=" + quoted(text) + others);
+    return same.isEmpty() ? QString() : text + " already exists!";
+}
+
+bool frmScrapReasonsAddEdit::ValidData()
+{
+    MainSubs::tidyTexts(this);
+    const QString problem = problemWith(ui.txtDescription->text());
+    if (problem.isEmpty())
         return true;
-    msgBox({.text = problem, .caption = QApplication::applicationName(), .icon = QMessageBox::Warning});
+    say(problem, QMessageBox::Warning);
     ui.txtDescription->setFocus();
     return false;
 }
 
-void frmScrapReasonsAddEdit::SaveRecord()
+bool frmScrapReasonsAddEdit::SaveRecord()
 {
-    const QString text = quoted(ui.txtDescription->text());
-    if (m_isNew)
-        execute("INSERT INTO ScrapReasons (description) VALUES(" + text + ")");
-    else
-        execute("UPDATE ScrapReasons SET description=" + text + " WHERE id=" + m_id);
-    m_saved = true;
+    const QString text = ui.txtDescription->text();
+    const Deed deed = Deed::attempt([&] {
+        const QString problem = problemWith(text);
+        refuseUnless(problem.isEmpty(), problem);
+        if (m_isNew)
+            execute("INSERT INTO ScrapReasons (description) VALUES(" + quoted(text) + ")");
+        else
+            refuseUnless(execute("UPDATE ScrapReasons SET description=" + quoted(text) + " WHERE id=" + m_id) > 0,
+                         "The reason was deleted meanwhile.");
+    });
+    if (deed.outcome == Deed::Done)
+        return m_saved = true;
+    say(deed.why, deed.outcome == Deed::Refused ? QMessageBox::Warning : QMessageBox::Critical);
+    return false;
 }
 
 void frmScrapReasonsAddEdit::cmdOK_Click()
 {
-    if (!ValidData())
-        return;
-    SaveRecord();
-    accept();
+    if (save())
+        accept();
 }
 
 void frmScrapReasonsAddEdit::cmdOKNew_Click()
 {
-    if (!ValidData())
+    if (!save())
         return;
-    SaveRecord();
     ui.txtDescription->clear();
     ui.txtDescription->setFocus();
 }

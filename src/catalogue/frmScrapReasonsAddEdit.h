@@ -2,6 +2,8 @@
 
 #include "ui_frmScrapReasonsAddEdit.h"
 
+#include <QMessageBox>
+
 /// Adds scrap reasons or gives one other words. No two reasons may be alike.
 class frmScrapReasonsAddEdit : public QDialog
 {
@@ -16,8 +18,11 @@ public:
 private:
     frmScrapReasonsAddEdit(const QString &mode, int id);
     void loadReason();
+    QString problemWith(const QString &text) const;
     bool ValidData();
-    void SaveRecord();
+    bool SaveRecord();
+    bool save() { return ValidData() && SaveRecord(); }
+    void say(const QString &problem, QMessageBox::Icon icon);
     void cmdOK_Click();
     void cmdOKNew_Click();
 

@@ -30,6 +30,8 @@ inline constexpr int overheadCharge = 5;
 
 /// Loans carry tool numbers in 16 bits.
 inline constexpr int highestToolNumber = 32767;
+/// So do the trees with the numbers of types and locations.
+inline constexpr int highestFolderNumber = 32767;
 /// Purging a scrap record also deletes the live tool of the record's own number, so scrap records
 /// are numbered where tools seldom get to.
 inline constexpr int firstScrapNumber = 16384;

@@ -2,14 +2,16 @@
 
 #include "common/ExplorerView.h"
 #include "common/ItemKeys.h"
-#include "db/Literals.h"
 #include "db/Session.h"
 #include "platform/gui/BoundCombo.h"
 #include "platform/gui/MsgBox.h"
-#include "platform/system/Clock.h"
+#include "transactions/Deed.h"
 #include "transactions/frmCheckIn.h"
 #include "transactions/frmCheckOut.h"
 #include "transactions/frmScrapRestore.h"
+
+#include <QDialog>
+#include <QLineEdit>
 
 namespace {
 
@@ -71,33 +73,47 @@ bool MainSubs::PurgeScrapped(const QString &kind, qint32 id)
     if (kind != "Tool")
         return false;
     const QString scrapId = QString::number(id);
-    bool succeeded = true;
-    const auto attempt = [&](auto statement) {
-        try {
-            statement();
-        } catch (const EngineError &error) {
-            msgBox({.text = QStringLiteral("%1  %2").arg(error.number()).arg(error.text())});
-            succeeded = false;
-        }
+    QStringList problems;
+    const auto numbered = [](int number, const QString &text) {
+        return QStringLiteral("%1  %2").arg(number).arg(text);
     };
-    attempt([&] {
+    const Deed deed = Deed::attempt([&] {
         const Recordset scrap = openRecordset("Select Scrap.ToolId from Scrap where id=" + scrapId);
-        if (!scrap.isEmpty())
-            execute("Delete from CheckOutIn where tool_id=" + QString::number(scrap.field(u"ToolId").toInteger()));
+        refuseUnless(!scrap.isEmpty(), "The scrapped tool was restored or deleted meanwhile.");
+        for (const QString &statement :
+             {"Delete from CheckOutIn where tool_id=" + QString::number(scrap.field(u"ToolId").toInteger()),
+              "Delete from Scrap where ID=" + scrapId,
+              // The record's own number, not its tool's: where a live tool has that number it goes too. The numbers of
+              // scrap records start high, so that this seldom comes about.
+              "DELETE FROM tools WHERE id=" + scrapId}) {
+            try {
+                execute(statement);
+            } catch (const EngineError &error) {
+                problems.append(numbered(error.number(), error.text()));
+            }
+        }
     });
-    attempt([&] { execute("Delete from Scrap where ID=" + scrapId); });
-    // The record's own number, not its tool's: where a live tool has that number it goes too. The numbers of scrap
-    // records start high, so that this seldom comes about.
-    attempt([&] { execute("DELETE FROM tools WHERE id=" + scrapId); });
-    return succeeded;
+    if (deed.outcome != Deed::Done)
+        problems.append(deed.number == 0 ? deed.why : numbered(deed.number, deed.why));
+    // Not while the file is held.
+    problems.removeDuplicates();
+    for (const QString &problem : std::as_const(problems))
+        msgBox({.text = problem});
+    return problems.isEmpty();
 }
 
-void MainSubs::closeLoans(qint16 toolId)
+bool MainSubs::did(QDialog *dialog, const QString &notDone, const std::function<void()> &steps)
 {
-    const QString id = QString::number(toolId);
-    execute("Update checkOutIn set DateIn =" + dateLiteral(Clock::now()) + ", Active=0 where Tool_Id=" + id
-            + " And Active=-1");
-    execute("Update tools set out=0 where id=" + id);
+    const Deed deed = Deed::attempt(steps);
+    if (deed.outcome == Deed::Failed)
+        msgBox({.text = notDone + '\n' + deed.why, .icon = QMessageBox::Critical});
+    if (deed.outcome == Deed::Refused) {
+        inform(deed.why + '\n' + notDone);
+        dialog->reject();
+        theExplorer().listSelectedNode();
+        theExplorer().focusList();
+    }
+    return deed.outcome == Deed::Done;
 }
 
 void MainSubs::showReturned(qint16 toolId)
@@ -126,6 +142,16 @@ int MainSubs::FilterKey(int keyAscii, const QString &allowed, bool allowBackspac
     if (allowed != "*" && !passing.contains(character, Qt::CaseInsensitive))
         return 0;
     return disallowed.contains(character, Qt::CaseInsensitive) ? 0 : keyAscii;
+}
+
+void MainSubs::tidyTexts(QWidget *form)
+{
+    for (QLineEdit *box : form->findChildren<QLineEdit *>()) {
+        const auto *combo = qobject_cast<BoundCombo *>(box->parent());
+        const QString tidy = box->text().simplified();
+        if (box->text() != tidy && (!combo || combo->isFreeText()))
+            box->setText(tidy);
+    }
 }
 
 bool MainSubs::ValidData(const QString &location, const QString &type, const QString &manufacturer,

@@ -5,6 +5,7 @@
 #include "platform/gui/Handler.h"
 #include "platform/system/Clock.h"
 #include "platform/text/Format.h"
+#include "transactions/Lending.h"
 #include "transactions/MainSubs.h"
 
 frmCheckIn::frmCheckIn()
@@ -13,6 +14,10 @@ frmCheckIn::frmCheckIn()
     const ListItem *item = theExplorer().selectedItem();
     ui.lblDescription->setText(item->text);
     ui.lblPartNo->setText(item->subItem(1));
+    m_toolId = ItemKeys::toolIdOf(item->key, 2);
+    const Lending::OpenLoan loan = Lending::openLoan(m_toolId);
+    m_loanShown = loan.id;
+    ui.lblEmployee->setText(loan.id == 0 ? "nobody; no loan is on record" : loan.employee);
     ui.lblDate->setText(Format::dialogDate(Clock::now()));
 
     onUserAction(ui.cmdOk, &QPushButton::clicked, this, &frmCheckIn::cmdOk_Click);
@@ -22,10 +27,9 @@ frmCheckIn::frmCheckIn()
 void frmCheckIn::cmdOk_Click()
 {
     const HourGlass busy;
-    ExplorerView &explorer = theExplorer();
-    const qint16 toolId = ItemKeys::toolIdOf(explorer.selectedItem()->key, 2);
-    MainSubs::closeLoans(toolId);
+    if (!MainSubs::did(this, "Nothing was changed.", [this] { Lending::takeBack(m_toolId, m_loanShown); }))
+        return;
     accept();
-    MainSubs::showReturned(toolId);
-    explorer.focusList();
+    MainSubs::showReturned(m_toolId);
+    theExplorer().focusList();
 }

@@ -2,12 +2,12 @@
 
 #include "common/ExplorerView.h"
 #include "common/ItemKeys.h"
-#include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/system/Clock.h"
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
 #include "transactions/JobPicker.h"
+#include "transactions/Lending.h"
 #include "transactions/MainSubs.h"
 
 frmCheckOut::frmCheckOut()
@@ -38,26 +38,16 @@ bool frmCheckOut::SaveCheckOut()
 
     ListItem item = *theExplorer().selectedItem();
     const qint16 toolId = ItemKeys::toolIdOf(item.key);
-    const QString id = QString::number(toolId);
     // A job's number is what is shown: where the program's own list is offered, the bound value is only its row there.
     // An overhead operation described by digits alone is taken for a job number as well.
     const QString job = ui.dbcJob->text();
     const qint32 jobOrOH = toLong(isNumeric(job) ? job : ui.dbcJob->boundValue().toText());
-    const qint32 lineItemTypeId = toLong(ui.dbcJobType->boundValue().toText());
-    Recordset loans = openRecordset("Select * from checkoutin");
-    const Recordset tool = openRecordset("Select * from Tools where id =" + id);
-    // The flag goes first: if storing the loan then fails, the tool still shows as out and is not lent twice.
-    execute("Update tools set out=-1 where id=" + id);
-    loans.addNew();
-    loans.setField(u"Tool_Id", toolId);
-    loans.setField(u"jobOrOH", jobOrOH);
-    loans.setField(u"LineItemTypeID", lineItemTypeId);
-    loans.setField(u"employee", ui.dbcEmp->boundValue().toText());
-    loans.setField(u"DateOut", Format::generalDate(Clock::now()));
-    loans.setField(u"active", -1);
-    loans.setField(u"CheckOutDesc", tool.field(u"Description"));
-    loans.setField(u"CheckOutPartNo", tool.field(u"partNumber"));
-    loans.update();
+    const Lending::Loan loan{.toolId = toolId,
+                             .jobOrOH = jobOrOH,
+                             .lineItemTypeId = toLong(ui.dbcJobType->boundValue().toText()),
+                             .employee = ui.dbcEmp->boundValue().toText()};
+    if (!MainSubs::did(this, "The tool was not checked out.", [&] { Lending::lend(loan); }))
+        return false;
 
     item.key = ItemKeys::toolOut(toolId);
     item.setSubItem(5, ui.dbcEmp->text());

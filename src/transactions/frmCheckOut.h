@@ -8,8 +8,8 @@ class frmCheckOut : public QDialog, public SharedForm<frmCheckOut>
 {
     Q_OBJECT
 public:
-    /// Stores the loan and shows the tool as out. False when something was not chosen, which has been said then.
-    /// @throws EngineError when the loan cannot be stored; the tool may be flagged as out by then.
+    /// Stores the loan and shows the tool as out. False when something was not chosen or nothing could be stored, which
+    /// has been said then.
     bool SaveCheckOut();
 
     Ui::frmCheckOut ui;

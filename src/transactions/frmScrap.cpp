@@ -5,10 +5,10 @@
 #include "db/Literals.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
-#include "platform/gui/MsgBox.h"
 #include "platform/system/Clock.h"
 #include "transactions/JobPicker.h"
 #include "transactions/KeyFilter.h"
+#include "transactions/Lending.h"
 #include "transactions/MainSubs.h"
 
 namespace {
@@ -56,8 +56,10 @@ frmScrap::frmScrap()
     const ListItem *item = theExplorer().selectedItem();
     ui.lblTool->setText(item->text);
     ui.lblLocation->setText(item->subItem(3));
+    m_isOut = item->key.startsWith("co");
+    m_toolId = ItemKeys::toolIdOf(item->key, m_isOut ? 2 : 1);
     if (item->icon == ItemIcon::toolOut)
-        GetCheckedOutInfo(ItemKeys::toolIdOf(item->key, 2));
+        GetCheckedOutInfo(m_toolId);
 
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &frmScrap::cmdOK_Click);
     onUserAction(ui.cndCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -65,10 +67,11 @@ frmScrap::frmScrap()
 
 void frmScrap::GetCheckedOutInfo(qint16 toolId)
 {
-    const Recordset loan =
-        openRecordset("Select * from CheckOutIn where Tool_Id= " + QString::number(toolId) + " and active=-1");
+    const Recordset loan = openRecordset("Select * from CheckOutIn where Tool_Id= " + QString::number(toolId)
+                                         + " and active=-1 order by ID desc");
     if (loan.isEmpty())
         return;
+    m_loanShown = loan.field(u"ID").toInteger();
     const QString empId = QString::number(loan.field(u"employee").toInteger());
     const Recordset employee = openRecordset(
         "Select ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee Where empid=" + empId);
@@ -98,24 +101,36 @@ void frmScrap::cmdOK_Click()
     const HourGlass busy;
     // Alt+O leaves the focus in a box that is being typed in; what hangs on its choice comes first.
     ui.cmdOK->setFocus();
-    ExplorerView &explorer = theExplorer();
-    ListItem item = *explorer.selectedItem();
-    const bool isOnLoan = item.key.startsWith("co");
-    const qint16 toolId = ItemKeys::toolIdOf(item.key, isOnLoan ? 2 : 1);
+    MainSubs::tidyTexts(this);
+    const QString notScrapped = "The tool was not scrapped.";
     // Before anything is checked: who wants to scrap a tool holds it in his hand, so the loan is over in any case.
-    if (isOnLoan) {
-        MainSubs::closeLoans(toolId);
+    if (m_isOut) {
+        if (!MainSubs::did(this, notScrapped, [this] { Lending::takeBack(m_toolId, m_loanShown); }))
+            return;
+        m_isOut = false;
+        m_wasReturned = true;
+        ListItem item = *theExplorer().selectedItem();
         item.setSubItem(5, {});
         item.icon = ItemIcon::toolInStock;
-        explorer.patchSelectedItem(item);
-        m_returnedTool = toolId;
+        theExplorer().patchSelectedItem(item);
     }
     if (!MainSubs::isFilled(ui.dbcEmp, "You must select an employee!")
         || !MainSubs::isFilled(ui.dbcJob, "You must enter a job or overhead number!")
-        || !MainSubs::isFilled(ui.dbcScrapReason, "You must select a scrap reason!"))
+        || !MainSubs::isFilled(ui.dbcScrapReason, "You must select a scrap reason!")
+        || !MainSubs::did(this, notScrapped, [this] { scrapTool(); }))
         return;
+    accept();
+    ExplorerView &explorer = theExplorer();
+    explorer.removeSelectedItem();
+    if (explorer.itemCount() == 0)
+        explorer.rebuildView();
+    explorer.focusList();
+}
 
-    const QString id = QString::number(toolId);
+void frmScrap::scrapTool()
+{
+    Lending::requireInCrib(m_toolId);
+    const QString id = QString::number(m_toolId);
     const QString reason = reasonNumber(ui.dbcScrapReason->text());
     const qint64 written = execute(
         "INSERT INTO Scrap (ToolID,Type,TypeDescription,Manufacturer,PartNumber,Description,PricePer,Employee,"
@@ -126,23 +141,15 @@ void frmScrap::cmdOK_Click()
         + "," + reason + "," + ui.dbcJobType->boundValue().toText() + ",Tools.Location,'" + ui.txtNotes->toPlainText()
         + "' From Tools INNER JOIN Types on Tools.Type=Types.id WHERE Tools.ID=" + id);
     // What was not written must not be deleted.
-    if (written == 0) {
-        msgBox({.text = "The tool could not be entered among the scrapped tools and was not deleted.",
-                .icon = QMessageBox::Critical});
-        return;
-    }
+    if (written == 0)
+        throw std::runtime_error("The tool could not be entered among the scrapped tools and was not deleted.");
     execute("DELETE * FROM Tools WHERE ID =" + id);
-    accept();
-    explorer.removeSelectedItem();
-    if (explorer.itemCount() == 0)
-        explorer.rebuildView();
-    explorer.focusList();
 }
 
 // Closed without scrapping after the loan was ended: the list shows the tool as what it is now, back in the crib.
 void frmScrap::reject()
 {
     QDialog::reject();
-    if (m_returnedTool != 0)
-        runUserAction([this] { MainSubs::showReturned(m_returnedTool); });
+    if (m_wasReturned)
+        runUserAction([this] { MainSubs::showReturned(m_toolId); });
 }

@@ -18,6 +18,11 @@ private:
     frmScrap();
     void GetCheckedOutInfo(qint16 toolId);
     void cmdOK_Click();
+    /// Enters the tool among the scrapped ones and deletes it; a step of a deed.
+    void scrapTool();
 
-    qint16 m_returnedTool = 0; ///< whose loan was ended here; 0 for none
+    qint16 m_toolId = 0;
+    bool m_isOut = false;
+    qint64 m_loanShown = 0; ///< the loan that the boxes were filled from
+    bool m_wasReturned = false; ///< the loan was ended here
 };

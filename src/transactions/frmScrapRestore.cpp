@@ -8,6 +8,7 @@
 #include "platform/gui/MsgBox.h"
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
+#include "transactions/Deed.h"
 #include "transactions/MainSubs.h"
 
 frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().selectedItem()->key))
@@ -48,19 +49,23 @@ frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().
 
 QString frmScrapRestore::RestoreTool()
 {
-    try {
+    const Deed deed = Deed::attempt([this] {
         const Recordset scrap = openRecordset("Select ToolId from Scrap Where Id=" + m_scrapId);
-        execute("INSERT INTO tools (Id,type,manufacturer,partnumber, description,priceper,out,location)  VALUES("
-                + scrap.text(u"ToolId") + "," + QString::number(m_typeId) + "," + quoted(ui.cboMfg->text()) + ","
-                + quoted(ui.txtPart->text()) + "," + quoted(ui.txtDesc->text())
+        refuseUnless(!scrap.isEmpty(), "The scrapped tool was restored or deleted meanwhile.");
+        const QString id = scrap.text(u"ToolId");
+        refuseUnless(openRecordset("Select Id from Tools where id=" + id).isEmpty(),
+                     "A tool with the number " + id + " is in the crib already.");
+        execute("INSERT INTO tools (Id,type,manufacturer,partnumber, description,priceper,out,location)  VALUES(" + id
+                + "," + QString::number(m_typeId) + "," + quoted(ui.cboMfg->text()) + "," + quoted(ui.txtPart->text())
+                + "," + quoted(ui.txtDesc->text())
                 + ","
                 // The currency sign that the dialog itself shows makes the price 0: a price is typed anew.
                 + Format::plainNumber(leadingNumber(ui.txtCost->text())) + ",0," + QString::number(m_locationId) + ")");
         execute("Delete from Scrap where id=" + m_scrapId);
-    } catch (const EngineError &error) {
-        return error.text();
-    }
-    return {};
+    });
+    if (deed.outcome == Deed::Refused)
+        theExplorer().listSelectedNode();
+    return deed.why;
 }
 
 void frmScrapRestore::cmdTreeType_Click()
@@ -82,6 +87,7 @@ void frmScrapRestore::cmdTreeLoc_Click()
 void frmScrapRestore::cmdRestore_Click()
 {
     const HourGlass busy;
+    MainSubs::tidyTexts(this);
     if (!MainSubs::ValidData(ui.txtLocation->text(), ui.txtToolType->text(), ui.cboMfg->text(), ui.txtDesc->text()))
         return;
     const QString problem = RestoreTool();

@@ -30,7 +30,8 @@ private slots:
         row("nothing", true, "", "Please enter a description.");
         row("blanks", true, "  ", "Please enter a description.");
         row("a backslash", true, "Hall\\Cabinet", "You may not use a '\\' character for the description.");
-        row("a name that is taken, in other case", true, "cabinet b", "Locations may not be duplicated.");
+        row("a name that is taken, in other case and with other blanks", true, " cabinet\n b ",
+            "Locations may not be duplicated.");
         row("another type's in another branch", false, "drills", "Types may not be duplicated.");
     }
 
@@ -47,7 +48,7 @@ private slots:
             QTest::mouseClick(form.ui.cmdOK, Qt::LeftButton);
             QVERIFY(form.isVisible());
             QCOMPARE(form.focusWidget(), form.ui.txtDescription);
-            QCOMPARE(form.ui.txtDescription->text(), text);
+            QCOMPARE(form.ui.txtDescription->text(), text.simplified());
         });
         QVERIFY(!FolderEditor::Startup(kind(isLocation), "New", 0, "Tools", 1));
         QCOMPARE(user.boxes(), QStringList(remark(message)));
@@ -105,6 +106,36 @@ private slots:
         setTheExplorer(nullptr); // it need not be open
         QVERIFY(FolderEditor::Startup(FolderKind::location, "New", 0, "Tools", 0));
         QCOMPARE(crib->rows("Select Description,Parent from Locations where ID=4"), QStringList("Toms Joe's shelf|0"));
+    }
+
+    void othersWereFaster_data()
+    {
+        columns<QString, QString, QString>("mode", "meanwhile", "message");
+        row("a new one below a folder that is gone", "New", "Delete from Locations where ID=2",
+            "The Location was deleted meanwhile.");
+        row("a rename of a folder that is gone", "Edit", "Delete from Locations where ID=2",
+            "The Location was deleted meanwhile.");
+        row("the numbers have ended", "New", "INSERT INTO Locations (ID,Description,Parent) VALUES(32767,'Last',0)",
+            "No more Locations can be added: their numbers end at 32767.");
+    }
+
+    void othersWereFaster()
+    {
+        QFETCH(QString, mode);
+        QFETCH(QString, meanwhile);
+        crib->explorer.mode = "location";
+        ScriptedUser user(QMessageBox::Ok);
+        QStringList before;
+        whenModal<FolderEditor>([&](FolderEditor &form) {
+            form.ui.txtDescription->setText("Drawer 1");
+            crib->run({meanwhile});
+            before = crib->rows("Select * from Locations");
+            form.ui.cmdOK->click();
+        });
+        QVERIFY(!FolderEditor::Startup(FolderKind::location, mode, 2, "Cabinet B", 2));
+        QTEST(user.texts().value(0), "message");
+        QCOMPARE(crib->rows("Select * from Locations"), before);
+        QCOMPARE(crib->explorer.calls, QStringList("rebuild view"));
     }
 
     void engineErrorKeepsTheText()
@@ -257,12 +288,12 @@ private slots:
             } else {
                 QTest::mouseClick(form.ui.cmdEdit, Qt::LeftButton);
             }
-            QCOMPARE(textsOf(form.ui.dblLocation->model()), QStringList({"Bits ", "drills", "Wrenches"}));
+            QCOMPARE(textsOf(form.ui.dblLocation->model()), QStringList({"Bits", "drills", "Wrenches"}));
         });
         FolderList::showModal(FolderKind::type);
         QCOMPARE(crib->rows("Select Description,Parent from Types order by ID"),
-                 QStringList({"Wrenches|0", "Bits |1", "drills|0"}));
-        QCOMPARE(crib->explorer.calls, QStringList("rename type 2: Bits "));
+                 QStringList({"Wrenches|0", "Bits|1", "drills|0"}));
+        QCOMPARE(crib->explorer.calls, QStringList("rename type 2: Bits"));
     }
 
     void emptyListDoesNothing()

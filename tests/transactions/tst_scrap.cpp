@@ -170,6 +170,9 @@ private slots:
         row("the record is refused",
             QStringList("CREATE TRIGGER NoScrap BEFORE INSERT ON Scrap BEGIN SELECT RAISE(ABORT, 'no scrap'); END"), "",
             "no scrap");
+        row("the tool cannot be deleted",
+            QStringList("CREATE TRIGGER Keep BEFORE DELETE ON Tools BEGIN SELECT RAISE(ABORT, 'kept'); END"), "",
+            "kept");
         row("the tool's type is gone", QStringList({"PRAGMA foreign_keys=OFF", "DELETE FROM Types WHERE ID=2"}), "",
             "The tool could not be entered among the scrapped tools and was not deleted.");
     }

@@ -1,0 +1,23 @@
+#include "transactions/Deed.h"
+
+#include "db/Session.h"
+
+void refuseUnless(bool asShown, const QString &words)
+{
+    if (!asShown)
+        throw Refusal(words);
+}
+
+Deed Deed::attempt(const std::function<void()> &steps)
+{
+    try {
+        Transaction transaction(Session::database());
+        steps();
+        transaction.commit();
+    } catch (const Refusal &refusal) {
+        return {Refused, QString::fromUtf8(refusal.what())};
+    } catch (const EngineError &error) {
+        return {Failed, error.text(), error.number()};
+    }
+    return {};
+}

@@ -1,0 +1,83 @@
+#include "transactions/Lending.h"
+
+#include "db/Literals.h"
+#include "db/Session.h"
+#include "platform/system/Clock.h"
+#include "platform/text/Format.h"
+#include "transactions/Deed.h"
+
+namespace {
+
+Recordset openLoans(const QString &toolId)
+{
+    return openRecordset("Select * from CheckOutIn where Tool_Id= " + toolId + " and active=-1 order by ID desc");
+}
+
+Recordset existingTool(const QString &id)
+{
+    Recordset tool = openRecordset("Select * from Tools where id =" + id);
+    if (tool.isEmpty()) {
+        const bool scrapped = !openRecordset("Select Id from Scrap where ToolId=" + id).isEmpty();
+        throw Refusal(scrapped ? "The tool was scrapped meanwhile." : "The tool was deleted meanwhile.");
+    }
+    return tool;
+}
+
+void requireNotLent(const Recordset &tool)
+{
+    const qint16 id = qint16(tool.field(u"ID").toInteger());
+    if (!tool.field(u"Out").toBool() && openLoans(QString::number(id)).isEmpty())
+        return;
+    const QString who = Lending::openLoan(id).employee;
+    throw Refusal("The tool was checked out meanwhile" + (who.isEmpty() ? "." : ", by " + who + '.'));
+}
+
+}
+
+void Lending::lend(const Loan &loan)
+{
+    const QString id = QString::number(loan.toolId);
+    Recordset loans = openRecordset("Select * from checkoutin");
+    const Recordset tool = existingTool(id);
+    requireNotLent(tool);
+    execute("Update tools set out=-1 where id=" + id);
+    loans.addNew();
+    loans.setField(u"Tool_Id", loan.toolId);
+    loans.setField(u"jobOrOH", loan.jobOrOH);
+    loans.setField(u"LineItemTypeID", loan.lineItemTypeId);
+    loans.setField(u"employee", loan.employee);
+    loans.setField(u"DateOut", Format::generalDate(Clock::now()));
+    loans.setField(u"active", -1);
+    loans.setField(u"CheckOutDesc", tool.field(u"Description"));
+    loans.setField(u"CheckOutPartNo", tool.field(u"partNumber"));
+    loans.update();
+}
+
+Lending::OpenLoan Lending::openLoan(qint16 toolId)
+{
+    const Recordset loan = openLoans(QString::number(toolId));
+    if (loan.isEmpty())
+        return {};
+    const QString number = loan.text(u"employee");
+    const Recordset employee =
+        openRecordset("Select ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee Where empid="
+                      + QString::number(loan.field(u"employee").toInteger()));
+    return {.id = loan.field(u"ID").toInteger(),
+            .employee = employee.isEmpty() ? number : employee.text(u"Name"),
+            .dateOut = loan.text(u"DateOut")};
+}
+
+void Lending::takeBack(qint16 toolId, qint64 loanShown)
+{
+    const QString id = QString::number(toolId);
+    const Recordset tool = existingTool(id);
+    const Recordset loans = openLoans(id);
+    refuseUnless(tool.field(u"Out").toBool() || !loans.isEmpty(), "The tool was checked in meanwhile.");
+    if (!loans.isEmpty() && loans.field(u"ID").toInteger() != loanShown)
+        throw Refusal("The tool was checked in meanwhile and is out again: " + openLoan(toolId).employee + " has it.");
+    execute("Update checkOutIn set DateIn =" + dateLiteral(Clock::now()) + ", Active=0 where Tool_Id=" + id
+            + " And Active=-1");
+    execute("Update tools set out=0 where id=" + id);
+}
+
+void Lending::requireInCrib(qint16 toolId) { requireNotLent(existingTool(QString::number(toolId))); }
