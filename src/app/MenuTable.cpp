@@ -25,7 +25,7 @@ std::vector<MenuRow> menuTable()
          "&File",
          shown,
          {
-             {"mnuFileTools", "&Tools", [] { frmTree::instance().Startup(false); }},
+             {"mnuFileTools", "&Tools", [] { mdiMain::instance().showTools(); }},
              {"mnuFileExit", "&Exit", [] { mdiMain::instance().close(); }},
          }},
         {"mnuTables",

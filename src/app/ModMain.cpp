@@ -3,12 +3,38 @@
 #include "app/mdiMain.h"
 #include "common/ProgramState.h"
 #include "db/Session.h"
+#include "platform/engine/EngineError.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/system/SingleInstance.h"
 
 #include <QApplication>
+#include <QDir>
+
+namespace {
+
+// The one error of the start that a newcomer meets; the engine's words do not tell him what to do.
+bool openSession()
+{
+    try {
+        Session::open();
+        return true;
+    } catch (const EngineError &error) {
+        if (error.number() != EngineError::fileNotFound)
+            throw;
+        const QString folder = QDir::toNativeSeparators(ProgramFolder::path() + '/');
+        msgBox({.text = error.text(),
+                .icon = QMessageBox::Critical,
+                .detail = "The program's database must be this file:\n" + folder
+                    + "dorvak.mdb\n\nPut it there, or make an empty one; in that folder type:\n"
+                      "vorlane-admin create dorvak.mdb\n\nThe manual tells more, on the page\n"
+                    + QDir::toNativeSeparators(folder + "manual/getting-started.html")});
+        return false;
+    }
+}
+
+}
 
 int ModMain::Main()
 {
@@ -23,7 +49,8 @@ int ModMain::Main()
     bool started = false;
     runUserAction([&] {
         const HourGlass busy;
-        Session::open();
+        if (!openSession())
+            return;
         ProgramState::SuiteInstalled = ProgramFolder::fileExists(ProgramFolder::path() + "\\Dorvak.exe");
         mdiMain &frame = mdiMain::instance();
         frame.Load();

@@ -1,6 +1,8 @@
 #include "app/ModMain.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/Manual.h"
+#include "platform/gui/ScreenFit.h"
+#include "platform/system/UserSettings.h"
 
 #include <QApplication>
 
@@ -11,6 +13,8 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName("Vorlane Manager");
     QApplication::setDesktopFileName("vorlane");
     QApplication::setWindowIcon(Icons::icon("vorlane"));
+    UserSettings::setFile(UserSettings::usualFile());
     const HelpKey helpKey;
+    const ScreenFit screenFit;
     return ModMain::Main();
 }

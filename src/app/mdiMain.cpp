@@ -7,19 +7,21 @@
 #include "platform/gui/Handler.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/ScreenFit.h"
 #include "platform/system/ProgramFolder.h"
+#include "platform/system/UserSettings.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QScreen>
 #include <QToolBar>
 
 namespace {
 constexpr QSize usualSize(860, 660);
 constexpr int pictureSide = 24;
+const auto framePlace = QStringLiteral("mdiMain/geometry");
 }
 
 mdiMain::mdiMain() : m_clientArea(new QMdiArea)
@@ -27,9 +29,12 @@ mdiMain::mdiMain() : m_clientArea(new QMdiArea)
     setObjectName("mdiMain");
     setTheMainFrame(this);
     setCentralWidget(m_clientArea);
+    // Where the frame has become too small for a child window
+    m_clientArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_clientArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     makeMenus();
     makeToolbar();
-    resize(usualSize.boundedTo(screen()->availableSize()));
+    resize(usualSize.boundedTo(ScreenFit::roomFor(this).size()));
 }
 
 mdiMain::~mdiMain() { setTheMainFrame(nullptr); }
@@ -43,8 +48,14 @@ void mdiMain::Load()
     splash.show();
     splash.repaint();
     const HourGlass busy;
+    const QByteArray place = UserSettings::value(framePlace);
+    restoreGeometry(place);
+    // The explorer is placed before the frame is shown, by the size that it will have then.
+    if (isMaximized())
+        resize(ScreenFit::roomFor(this).size());
     setWindowTitle("Dorvak Vorlane Manager Version " + ProgramFolder::version());
     frmTree::instance().Startup(true);
+    restoreGeometry(place);
 }
 
 void mdiMain::makeMenus()
@@ -82,7 +93,20 @@ void mdiMain::makeToolbar()
     m_toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
     QAction *tools = m_toolbar->addAction(Icons::icon("tools"), "Tools");
     tools->setObjectName("Toolbar1_1");
-    onUserAction(tools, &QAction::triggered, [] { frmTree::instance().Startup(false); });
+    onUserAction(tools, &QAction::triggered, [this] { showTools(); });
+}
+
+void mdiMain::showTools()
+{
+    frmTree &explorer = frmTree::instance();
+    explorer.Startup(false);
+    bringToFront(qobject_cast<QMdiSubWindow *>(explorer.parentWidget()));
+}
+
+void mdiMain::bringToFront(QMdiSubWindow *window)
+{
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    m_clientArea->setActiveSubWindow(window);
 }
 
 void mdiMain::mnuWindow_AboutToShow()
@@ -95,7 +119,7 @@ void mdiMain::mnuWindow_AboutToShow()
         QAction *entry = windows->addAction(QStringLiteral("&%1 %2").arg(number).arg(window->windowTitle()));
         entry->setCheckable(true);
         entry->setChecked(window == m_clientArea->activeSubWindow());
-        connect(entry, &QAction::triggered, window, [this, window] { m_clientArea->setActiveSubWindow(window); });
+        connect(entry, &QAction::triggered, window, [this, window] { bringToFront(window); });
     }
     if (open.isEmpty())
         windows->addAction("(none)")->setEnabled(false);
@@ -143,6 +167,7 @@ void mdiMain::mnuDeleteScrapped_Click() { msgBox({.text = "Delete Scrapped Tool 
 void mdiMain::closeEvent(QCloseEvent *event)
 {
     event->accept();
+    UserSettings::setValue(framePlace, saveGeometry());
     // The main window's end is the program's, whatever else is open.
     QApplication::quit();
 }

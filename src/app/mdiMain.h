@@ -7,6 +7,7 @@
 
 class frmSplash;
 class QMdiArea;
+class QMdiSubWindow;
 
 /// The program's frame: menus, toolbar and the child windows. Its commands do no work of their own; each shows a
 /// dialog, calls a procedure of the explorer or of the transactions, or raises one of the frame's events.
@@ -18,6 +19,8 @@ public:
 
     /// Shows the splash, starts the explorer and takes the splash away again.
     void Load();
+    /// Starts the explorer, or brings the open one to the front.
+    void showTools();
 
     void showChildWindow(QWidget *child, const QSize &size) override;
     void popUp(const QString &menu, const QPoint &globalPosition, const QStringList &leftOut) override;
@@ -35,6 +38,7 @@ private:
     mdiMain();
     void makeMenus();
     void makeToolbar();
+    void bringToFront(QMdiSubWindow *window);
     void mnuWindow_AboutToShow();
     void mnuDeleteScrapped_Click();
 

@@ -8,6 +8,7 @@
 #include "platform/engine/Workspace.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/system/SingleInstance.h"
+#include "platform/system/UserSettings.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/Files.h"
 #include "tests/support/ScriptedUser.h"
@@ -15,6 +16,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 /// From the start of the program to its main window, and that window's menus.
@@ -69,6 +71,7 @@ private slots:
         QCOMPARE(ModMain::Main(), EXIT_FAILURE);
         QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
         QVERIFY2(user.seen[0].text.startsWith(words), qPrintable(user.seen[0].text));
+        QCOMPARE(user.seen[0].detail.contains("\nvorlane-admin create dorvak.mdb\n"), contents.isNull());
         QVERIFY(!mdiMain::isLoaded());
         QVERIFY(!QApplication::overrideCursor());
         QCOMPARE(QFile::exists(file("dorvak.mdb")), !contents.isNull()); // the program makes none
@@ -147,6 +150,10 @@ private slots:
             frmTree::instance().ui.optMode1->setChecked(true);
             frame.entry("mnuFileTools")->trigger();
             QCOMPARE(frmTree::instance().TreeMode(), "location"); // open already
+            auto *explorer = qobject_cast<QMdiSubWindow *>(frmTree::instance().parentWidget());
+            explorer->showMinimized();
+            frame.entry("mnuFileTools")->trigger();
+            QVERIFY(!explorer->isMinimized());
 
             frmTree::instance().ui.cmdClose->click();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -159,6 +166,32 @@ private slots:
             ScriptedUser user(QMessageBox::Ok);
             frame.entry("mnuCheckOut")->trigger();
             QCOMPARE(user.texts(), QStringList("Please select a tool to Check Out."));
+        });
+    }
+
+    void theFrameComesBackAsItWas_data()
+    {
+        columns<QByteArray>("settings");
+        row("on the first day", QByteArray());
+        row("from a broken file", QByteArray("[mdiMain]\ngeometry=@ByteArray(\\x1\\xd9\\xd0\\xcb\\0\\x3\n\0=[", 50));
+        row("from a file of another program", QByteArray("[mdiMain]\ngeometry=@Variant(nonsense)\n"));
+    }
+
+    void theFrameComesBackAsItWas()
+    {
+        QFETCH(QByteArray, settings);
+        makeDatabase();
+        writeFile(file("vorlane.ini"), settings);
+        UserSettings::setFile(file("vorlane.ini"));
+        const auto forget = qScopeGuard([] { UserSettings::setFile({}); });
+        run([](mdiMain &frame) {
+            QVERIFY(!frame.isMaximized());
+            frame.setGeometry(31, 32, 700, 500);
+            frame.showMaximized();
+        });
+        run([](mdiMain &frame) {
+            QVERIFY(frame.isMaximized());
+            QCOMPARE(frame.normalGeometry(), QRect(31, 32, 700, 500));
         });
     }
 
