@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int busyMilliseconds = 2000;
+constexpr int operationsBetweenPulses = 50'000; // of the engine below: a millisecond or two
 
 /// What the engine below reports, in the suite's numbers and words; "%1" is the file's name.
 struct Refusal {
@@ -149,8 +150,9 @@ Connection::Prepared Connection::prepare(const QString &sql)
     return Prepared(statement);
 }
 
-qint64 Connection::run(sqlite3_stmt *statement, const std::vector<Value> &values, RowStore *rows,
-                       const dialect::Translation *translation)
+template<typename Visit>
+void Connection::step(sqlite3_stmt *statement, const std::vector<Value> &values,
+                      const dialect::Translation *translation, Visit visit)
 {
     const Reset reset(statement);
     for (size_t i = 0; i < values.size(); ++i)
@@ -159,13 +161,44 @@ qint64 Connection::run(sqlite3_stmt *statement, const std::vector<Value> &values
     int result = sqlite3_step(statement);
     for (; result == SQLITE_ROW; result = sqlite3_step(statement)) {
         ++counters.rowsFetched;
-        if (rows)
-            rows->append(statement);
+        visit();
     }
     counters.fullScanSteps += sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_FULLSCAN_STEP, 1);
     if (result != SQLITE_DONE)
         fail(translation, values);
+}
+
+qint64 Connection::run(sqlite3_stmt *statement, const std::vector<Value> &values, RowStore *rows,
+                       const dialect::Translation *translation)
+{
+    step(statement, values, translation, [&] {
+        if (rows)
+            rows->append(statement);
+    });
     return sqlite3_stmt_readonly(statement) ? 0 : sqlite3_changes64(m_connection);
+}
+
+void Connection::read(sqlite3_stmt *statement, const std::vector<Value> &values, const std::function<void()> &visit,
+                      const dialect::Translation *translation)
+{
+    step(statement, values, translation, visit);
+}
+
+void Connection::setPulse(std::function<void()> pulse)
+{
+    m_pulse = std::move(pulse);
+    const auto beat = [](void *self) {
+        auto *connection = static_cast<Connection *>(self);
+        try {
+            connection->m_pulse();
+            return 0;
+        } catch (...) {
+            // No exception may pass through the frames of the engine below.
+            connection->m_ended = std::current_exception();
+            return 1;
+        }
+    };
+    sqlite3_progress_handler(m_connection, operationsBetweenPulses, beat, this);
 }
 
 void Connection::hold(sqlite3_stmt *statement)
@@ -270,6 +303,8 @@ void Connection::failRelation(const dialect::Translation *translation, const std
 
 void Connection::fail(const dialect::Translation *translation, const std::vector<Value> &values)
 {
+    if (m_ended)
+        std::rethrow_exception(std::exchange(m_ended, nullptr));
     if (m_refused)
         throw *std::exchange(m_refused, std::nullopt);
     const int code = sqlite3_extended_errcode(m_connection);

@@ -5,6 +5,8 @@
 #include "platform/engine/RowStore.h"
 #include "platform/engine/dialect/Translation.h"
 
+#include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -36,6 +38,12 @@ public:
     /// @returns the number of rows that it changed.
     qint64 run(sqlite3_stmt *statement, const std::vector<Value> &values, RowStore *rows = nullptr,
                const dialect::Translation *translation = nullptr);
+    /// Runs a SELECT with `values`; `visit` finds the statement on each row, and may end the reading by what it throws.
+    void read(sqlite3_stmt *statement, const std::vector<Value> &values, const std::function<void()> &visit,
+              const dialect::Translation *translation);
+    /// `pulse` is called some hundreds of times a second while this connection works, and must not use it. What it
+    /// throws ends the statement that runs.
+    void setPulse(std::function<void()> pulse);
     /// Stands on the first row, and so keeps the file's lock.
     void hold(sqlite3_stmt *statement);
     /// Runs any number of statements.
@@ -49,6 +57,9 @@ public:
     Database::Counters counters;
 
 private:
+    template<typename Visit>
+    void step(sqlite3_stmt *statement, const std::vector<Value> &values, const dialect::Translation *translation,
+              Visit visit);
     [[noreturn]] void fail(const dialect::Translation *translation = nullptr, const std::vector<Value> &values = {});
     [[noreturn]] void failRelation(const dialect::Translation *translation, const std::vector<Value> &values);
     [[noreturn]] void failLocked(const dialect::Translation *translation) const;
@@ -57,5 +68,7 @@ private:
     QString m_path;
     sqlite3 *m_connection = nullptr;
     std::optional<EngineError> m_refused; ///< by one of our own functions
+    std::function<void()> m_pulse;
+    std::exception_ptr m_ended; ///< what the pulse threw
     bool m_opened = false;
 };

@@ -46,6 +46,7 @@ private:
     friend class Transaction;
     friend class ReadScope;
     friend class SelectByNumber;
+    friend class RowReader;
     struct Private;
     explicit Database(std::unique_ptr<Private> d);
     std::unique_ptr<Private> d;

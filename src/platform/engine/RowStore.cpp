@@ -119,6 +119,12 @@ void RowStore::append(const RowStore &other)
     m_used += other.m_used;
 }
 
+void RowStore::clear()
+{
+    m_rows.clear();
+    m_used = 0;
+}
+
 void RowStore::replace(int row, const RowStore &other)
 {
     append(other);

@@ -23,6 +23,8 @@ public:
     /// Puts the one row of `other` in the place of `row`.
     void replace(int row, const RowStore &other);
     void append(const RowStore &other);
+    /// Drops the rows and keeps the room for others.
+    void clear();
 
 private:
     char *room(qsizetype size);

@@ -1,5 +1,6 @@
 #include "platform/report/DataSource.h"
 
+#include "platform/engine/RowReader.h"
 #include "platform/text/Format.h"
 
 #include <QHash>
@@ -8,8 +9,6 @@
 
 namespace {
 
-// A part is read in some tens of milliseconds, and no more than that is in memory beside the records that match.
-constexpr int rowsOfPart = 20'000;
 constexpr size_t keysOfStatement = 1000;
 
 FieldKind kindOfType(const QString &declared)
@@ -193,6 +192,8 @@ QString DataSource::statement() const
     QStringList columns;
     for (int number = 0; number < m_template.fields.count(); ++number)
         columns.append(QStringLiteral("%1 AS F%2").arg(quoted(number)).arg(number));
+    if (!m_key.isEmpty())
+        columns.append(QStringLiteral("[%1].[%2] AS Place").arg(m_template.table, m_key));
     QString from = QStringLiteral("[%1]").arg(m_template.table);
     for (qsizetype i = 0; i < m_template.joins.size(); ++i) {
         const Join &join = m_template.joins.at(i);
@@ -211,61 +212,55 @@ QString DataSource::statement() const
 Records DataSource::read(const Progress &progress) const
 {
     std::vector<Value> values;
+    double done = 0;
+    RowReader reader(m_database, [&] { progress(done); });
     const int key = m_template.fields.find(m_template.table, m_key);
-    if (m_key.isEmpty())
-        readInto(values, statement());
-    else if (const auto keys = m_selection.numbersOf(key))
-        readListed(values, *keys, progress);
+    if (const auto keys = m_key.isEmpty() ? std::nullopt : m_selection.numbersOf(key))
+        readListed(values, *keys, reader, done);
     else
-        readInParts(values, progress);
+        readAll(values, reader, done);
     return Records(m_template, std::move(values));
 }
 
-void DataSource::readListed(std::vector<Value> &values, const std::vector<double> &keys, const Progress &progress) const
+void DataSource::readListed(std::vector<Value> &values, const std::vector<double> &keys, RowReader &reader,
+                            double &done) const
 {
     for (size_t first = 0; first < keys.size(); first += keysOfStatement) {
-        progress(double(first) / keys.size());
+        done = double(first) / double(keys.size());
         QStringList numbers;
         for (size_t i = first; i < std::min(first + keysOfStatement, keys.size()); ++i)
             numbers.append(Format::plainNumber(keys[i]));
-        readInto(
-            values,
-            QStringLiteral("%1 WHERE [%2].[%3] IN (%4)").arg(statement(), m_template.table, m_key, numbers.join(',')));
+        reader.read(
+            QStringLiteral("%1 WHERE [%2].[%3] IN (%4)").arg(statement(), m_template.table, m_key, numbers.join(',')),
+            [&](const std::vector<Value> &record) { addMatching(values, record); });
     }
 }
 
-void DataSource::readInParts(std::vector<Value> &values, const Progress &progress) const
+void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &done) const
 {
-    // The parts show the file as it is at one moment.
-    const ReadScope scope(m_database);
-    const Recordset extent = m_database.openNative(
-        QStringLiteral("SELECT count(*), min([%1]), max([%1]) FROM [%2]").arg(m_key, m_template.table));
-    const qint64 first = extent.at(0, 1).toInteger();
-    const qint64 last = extent.at(0, 2).toInteger();
-    const qint64 parts = extent.at(0, 0).toInteger() / rowsOfPart + 1;
-    const qint64 step = (last - first) / parts + 1;
-    for (qint64 begin = first; begin <= last; begin += step) {
-        progress(double(begin - first) / double(last - first + 1));
-        readInto(values,
-                 QStringLiteral("%1 WHERE [%2].[%3] BETWEEN %4 AND %5")
-                     .arg(statement(), m_template.table, m_key)
-                     .arg(begin)
-                     .arg(begin + step - 1));
-    }
+    // The rows come in the order of the counter, or, where the engine thinks better of it, in another.
+    const QString numbers =
+        m_key.isEmpty() ? QStringLiteral("0, 0") : QStringLiteral("min([%1]), max([%1])").arg(m_key);
+    const Recordset extent =
+        m_database.openNative(QStringLiteral("SELECT count(*), %1 FROM [%2]").arg(numbers, m_template.table));
+    const double count = extent.at(0, 0).toNumber();
+    const double first = extent.at(0, 1).toNumber();
+    const double last = extent.at(0, 2).toNumber();
+    double read = 0;
+    reader.read(statement(), [&](const std::vector<Value> &record) {
+        ++read;
+        const double passed = m_key.isEmpty() ? read / count : (record.back().toNumber() - first) / (last - first + 1);
+        done = std::clamp(passed, done, 1.0);
+        addMatching(values, record);
+    });
 }
 
-void DataSource::readInto(std::vector<Value> &values, const QString &statement) const
+void DataSource::addMatching(std::vector<Value> &values, const std::vector<Value> &record) const
 {
-    const Recordset rows = m_database.openRecordset(statement);
+    if (!m_template.where.matches(record.data()) || !m_selection.matches(record.data()))
+        return;
     const size_t width = size_t(m_template.fields.count());
-    std::vector<Value> record(width);
-    for (int row = 0; row < rows.recordCount(); ++row) {
-        for (size_t column = 0; column < width; ++column)
-            record[column] = rows.at(row, int(column));
-        if (!m_template.where.matches(record.data()) || !m_selection.matches(record.data()))
-            continue;
-        if (values.size() == Records::maxCount * width)
-            throw ReportError(ResultCode::outOfMemory, QStringLiteral("more than %1 records").arg(Records::maxCount));
-        values.insert(values.end(), record.begin(), record.end());
-    }
+    if (values.size() == Records::maxCount * width)
+        throw ReportError(ResultCode::outOfMemory, QStringLiteral("more than %1 records").arg(Records::maxCount));
+    values.insert(values.end(), record.begin(), record.begin() + qsizetype(width));
 }

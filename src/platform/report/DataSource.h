@@ -4,6 +4,8 @@
 #include "platform/report/Progress.h"
 #include "platform/report/Records.h"
 
+class RowReader;
+
 /// Where a report's records come from: a template and a selection formula held against a database.
 class DataSource
 {
@@ -13,6 +15,8 @@ public:
     /// and 20525 for a template that compares, formats or groups what it cannot, 20521 for a sum over texts.
     DataSource(Database &database, Template &report, Formula &selection);
 
+    /// Keeps no more than the records that match. `progress` is also called while a join is searched without finding
+    /// any.
     /// @throws ReportError 20500 for too many records; EngineError.
     Records read(const Progress &progress) const;
 
@@ -25,10 +29,10 @@ private:
     void bindFormulas();
     FieldKind kindOf(const TextPiece &piece) const;
     QString statement() const;
-    /// Reads the records of `statement` that match, and adds their values.
-    void readInto(std::vector<Value> &values, const QString &statement) const;
-    void readListed(std::vector<Value> &values, const std::vector<double> &keys, const Progress &progress) const;
-    void readInParts(std::vector<Value> &values, const Progress &progress) const;
+    void readListed(std::vector<Value> &values, const std::vector<double> &keys, RowReader &reader, double &done) const;
+    void readAll(std::vector<Value> &values, RowReader &reader, double &done) const;
+    /// Adds the record's values if both formulas let it through. @throws ReportError 20500 when there are too many.
+    void addMatching(std::vector<Value> &values, const std::vector<Value> &record) const;
 
     Database &m_database;
     Template &m_template;

@@ -6,9 +6,13 @@
 #include "platform/text/TextCompare.h"
 
 #include <algorithm>
+#include <cmath>
 #include <compare>
 
 namespace {
+// From there on several whole numbers share a fraction.
+constexpr double largestExact = 9'007'199'254'740'992;
+
 /// Of numbers, texts and days alike; unordered where the value is empty or cannot be read as the constant's kind.
 std::partial_ordering compare(const Value &value, const FormulaConstant &constant)
 {
@@ -121,6 +125,10 @@ std::optional<std::vector<double>> Formula::numbersOf(int field) const
     std::vector<double> numbers;
     for (const FormulaConstant &constant : m_root.constants)
         numbers.push_back(constant.number);
+    // A number named twice is still one record; bind() has sorted them.
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    if (std::abs(numbers.front()) > largestExact || std::abs(numbers.back()) > largestExact)
+        return {};
     return numbers;
 }
 

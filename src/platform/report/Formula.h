@@ -57,7 +57,8 @@ public:
     int line() const { return m_line; }
     bool isEmpty() const { return m_root.kind == FormulaCondition::All && m_root.parts.empty(); }
     /// The numbers that `field` has in every record that matches, where the formula is no more than a list of them;
-    /// nothing for any other formula.
+    /// nothing for any other formula, and where a number is too large to be told from its neighbours. Each is given
+    /// once, in order. Only after bind().
     std::optional<std::vector<double>> numbersOf(int field) const;
     /// `record` holds a value for each field, by its number. Only after bind().
     bool matches(const Value *record) const;

@@ -199,7 +199,34 @@ private slots:
         QVERIFY2(detail.contains(words), qPrintable(detail));
     }
 
-    void readsLargeTablesInParts()
+    void readsToTheEndsOfTheNumbers()
+    {
+        ReportCrib crib;
+        crib.fill("INSERT INTO CheckOutIn (ID, Tool_Id) VALUES (-9223372036854775808, 1), (9223372036854775807, 2)");
+        const QByteArray content = simpleTemplate("<from table=\"CheckOutIn\"/>", "{CheckOutIn.Tool_Id}");
+        QCOMPARE(Read(crib, content).texts(), QStringList({"1", "2"}));
+        QCOMPARE(Read(crib, content, "{CheckOutIn.ID} = 9223372036854775807").texts(), QStringList("2"));
+    }
+
+    void canBeCancelledDuringASlowJoin()
+    {
+        ReportCrib crib;
+        crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
+                  "INSERT INTO Job (JobNo) SELECT i FROM n");
+        crib.fill("INSERT INTO Types (Description) SELECT 'x' FROM Job");
+        int pulses = 0;
+        const auto cancel = [&](double) {
+            if (++pulses == 9)
+                throw ReportError(ResultCode::cancelled, {});
+        };
+        // A table without a counter, and no index that could help.
+        const QByteArray content = simpleTemplate(
+            "<from table=\"Job\"/><join table=\"Types\" on=\"Job.JobNo = Types.Description\"/>", "{Job.JobNo}");
+        QCOMPARE(codeOf([&] { Read(crib, content, {}, cancel); }), int(ResultCode::cancelled));
+        crib.execute("DELETE FROM Types"); // no lock is left behind
+    }
+
+    void readsLargeTablesInOrder()
     {
         ReportCrib crib;
         crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 50000)"
@@ -208,7 +235,7 @@ private slots:
         double reached = -1;
         int reports = 0;
         const Read read(crib, content, "{CheckOutIn.Tool_Id} > 10", [&](double done) {
-            QVERIFY(done > reached && done <= 1);
+            QVERIFY(done >= reached && done <= 1);
             reached = done;
             ++reports;
         });
@@ -232,14 +259,14 @@ private slots:
         QStringList terms;
         for (int id = 25'000; id < 27'500; ++id)
             terms.append(QStringLiteral("{CheckOutIn.id} = %1").arg(id));
-        const QString formula =
-            terms.join(" or ") + " or {CheckOutIn.id} = 12.5 or {CheckOutIn.id} = 90000 or {CheckOutIn.id} = 3";
-        const qint64 before = crib.database->counters().rowsFetched;
+        const QString formula = terms.join(" or ")
+            + " or {CheckOutIn.id} = 12.5 or {CheckOutIn.id} = 90000 or {CheckOutIn.id} = 3 or " + terms.first();
+        int pulses = 0;
         const Read read(crib,
                         simpleTemplate(loans + "<where>{CheckOutIn.Active} = false</where>", "{CheckOutIn.Tool_Id}"),
-                        formula);
+                        formula, [&](double) { ++pulses; });
         QCOMPARE(read.records.count(), 1251);
-        QVERIFY(crib.database->counters().rowsFetched - before < 2600);
+        QVERIFY(pulses < 5);
     }
 
     void tooManyRecords()
