@@ -1,6 +1,7 @@
 #include "platform/report/FieldFormat.h"
 
 #include "platform/text/Format.h"
+#include "platform/text/TextCompare.h"
 
 #include <QDate>
 #include <QLocale>
@@ -81,7 +82,7 @@ QString FieldFormat::apply(const Value &value) const
     case YesNo:
         return value.toBool() ? QStringLiteral("Yes") : QStringLiteral("No");
     case Upper:
-        return value.toText().toUpper();
+        return upperCase(value.toText());
     }
     Q_UNREACHABLE();
 }

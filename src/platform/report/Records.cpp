@@ -199,7 +199,7 @@ Value Records::computed(const Aggregate &aggregate, const Run &run, FieldKind ki
     const Value *largest = nullptr;
     for (int row = run.first; row <= run.last; ++row) {
         const Value &value = record(row)[aggregate.field];
-        if (value.isNull())
+        if (value.isNull() || (value.isText() && value.toText().isEmpty()))
             continue;
         ++present;
         sum.add(value.toNumber());

@@ -25,7 +25,7 @@ private slots:
         row("number 4", 12, "12.0000");
         row("yes/no", -1, "Yes");
         row("yes/no", 0, "No");
-        row("upper", QStringLiteral("stra\u00dfe \u00e4"), "STRASSE \u00c4");
+        row("upper", QStringLiteral("stra\u00dfe \u00e4"), "STRA\u00dfE \u00c4");
     }
 
     void prints()
