@@ -19,8 +19,8 @@ private slots:
         const auto number = [this](int bound) {
             return m_random.bounded(8) == 0 ? QString("Null") : QString::number(m_random.bounded(bound) - 1);
         };
-        const auto date = [this](bool withTime) {
-            return m_random.bounded(5) == 0 ? QString("Null") : '#' + anyDate(withTime) + '#';
+        const auto date = [this] {
+            return m_random.bounded(5) == 0 ? QString("Null") : '#' + anyDate() + ' ' + any(m_times) + '#';
         };
         for (int name = 1; name <= m_texts.size(); ++name) {
             const QString folder = QStringLiteral("'%1',%2").arg(m_texts[name - 1]).arg(m_random.bounded(name));
@@ -45,11 +45,11 @@ private slots:
                              .arg(text(), text(), anyText(), any(prices)));
             loans.append(QStringLiteral("1,%1,%2,%3,%4,%5,%6,%7")
                              .arg(m_random.bounded(6) == 0 ? text() : '\'' + employee() + '\'', charge(), any(kinds),
-                                  date(true), date(true), text(), text()));
-            scrap.append(QStringLiteral("%1,%2,%3,%4,%5,%6,%7,%8,%9,")
-                             .arg(text(), text(), text(), employee(), date(true), charge(), any(kinds), number(names),
-                                  number(names))
-                         + date(false)); // dates of junk tools have no time
+                                  date(), date(), text(), text()));
+            scrap.append(
+                QStringLiteral("%1,%2,%3,%4,%5,%6,%7,%8,%9,")
+                    .arg(text(), text(), text(), employee(), date(), charge(), any(kinds), number(names), number(names))
+                + date());
         }
         m_crib.insert("Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer)", tools);
         m_crib.insert("CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,DateIn,CheckOutDesc,CheckOutPartNo)",
@@ -111,18 +111,13 @@ private:
     }
     QString anyText() { return any(m_texts); }
 
-    QString anyDate(bool withTime)
-    {
-        const QStringList days{"2025-12-31", "2026-01-01", "2026-02-28", "2026-03-01", "1999-03-04"};
-        const QStringList times{"00:00:00", "00:00:01", "12:30:00", "23:59:59"};
-        return any(days) + (withTime ? ' ' + any(times) : QString());
-    }
+    QString anyDate() { return any(QStringList{"2025-12-31", "2026-01-01", "2026-02-28", "2026-03-01", "1999-03-04"}); }
 
     // Out of the list, mostly; a text may also be typed in, in other capitals or only its beginning.
     QString shownValue(const Criterion &criterion, Entry &entry, int box)
     {
         if (!criterion.source)
-            return anyDate(false);
+            return anyDate();
         const Recordset choices = openRecordset(criterion.choices.statement);
         const int row = m_random.bounded(choices.recordCount());
         const QString shown = choices.at(row, choices.fieldIndex(QString(criterion.choices.shows))).toText();
@@ -167,6 +162,7 @@ private:
 
     CribDatabase m_crib;
     QRandomGenerator m_random{20260304};
+    const QStringList m_times{"00:00:00", "00:00:01", "12:30:00", "23:59:59"};
     const QStringList m_texts{"Drill",   "drill", "DRILL 5 mm",    "Drill ", "10 mm", "9 mm",
                               "50%",     "5_0",   "a*b",           "[x]",    "#7",    "Ölkanne",
                               "ölkanne", "Zange", "strasse",       "straße", "{a}",   "say \"x\"",

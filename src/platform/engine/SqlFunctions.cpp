@@ -4,6 +4,7 @@
 #include "platform/engine/StoredValue.h"
 #include "platform/engine/dialect/Translation.h"
 #include "platform/text/Format.h"
+#include "platform/text/Numbers.h"
 #include "platform/text/TextCompare.h"
 
 #include <sqlite3.h>
@@ -80,6 +81,15 @@ void concatenate(sqlite3_context *context, int count, sqlite3_value **arguments)
         giveText(context, text);
 }
 
+void number(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    const Value value = valueOf(arguments[0]);
+    if (!value.isText())
+        giveValue(context, value);
+    else if (const std::optional<double> number = numberIn(value.toText()))
+        sqlite3_result_double(context, *number);
+}
+
 void shortDate(sqlite3_context *context, int, sqlite3_value **arguments)
 {
     giveText(context, Format::shortDate(QLatin1String(textOf(arguments[0]))).toLatin1());
@@ -143,6 +153,7 @@ void registerSqlFunctions(sqlite3 *connection, std::optional<EngineError> &refus
     };
     add(dialect::names::upperCase, 1, guarded<inCapitals>);
     add(dialect::names::concatenate, -1, guarded<concatenate>);
+    add(dialect::names::number, 1, guarded<number>);
     add(dialect::names::shortDate, 1, guarded<shortDate>);
     add(dialect::names::currency, 1, guarded<currency>);
     add(dialect::names::stored, 2, guarded<stored>);

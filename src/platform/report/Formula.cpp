@@ -102,6 +102,9 @@ void bindCondition(FormulaCondition &condition, const FieldList &fields)
         bindCondition(part, fields);
     for (const FormulaConstant &constant : condition.constants)
         checkKind(constant, fields.at(condition.field));
+    if (condition.kind == FormulaCondition::Range && condition.constants[0].kind != condition.constants[1].kind)
+        throw ReportError(ResultCode::errorInFormula,
+                          QStringLiteral("the ends of {%1} are of two kinds").arg(fields.at(condition.field).name()));
     if (condition.kind == FormulaCondition::OneOf)
         std::sort(condition.constants.begin(), condition.constants.end(), precedes);
 }

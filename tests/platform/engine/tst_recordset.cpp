@@ -249,6 +249,7 @@ private slots:
     {
         Recordset tools = open("Select ID, Type, DateIn, PricePer & '' as Price from Tools");
         QVERIFY(tools.findFirst("ID = 1 and DateIn = #2026-03-04 13:05:09# and Price = '12.5' and Price = 12.5"));
+        QVERIFY(tools.findFirst("Price between 2 and 100 and Price in (1, 12.5)"));
         QVERIFY(tools.findFirst("format(DateIn, 'short date') = #2026-03-04#"));
         QVERIFY(!tools.findFirst("Type = 2"));
         QCOMPARE(errorOf([&] { tools.findFirst("Maker = 'x'"); }), EngineError::unknownColumn);

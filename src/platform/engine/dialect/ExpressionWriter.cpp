@@ -5,6 +5,7 @@
 #include "platform/text/Numbers.h"
 
 #include <algorithm>
+#include <map>
 
 namespace dialect {
 namespace {
@@ -270,18 +271,19 @@ QString ExpressionWriter::joinCondition(const Expression &expression, size_t fro
     return sql;
 }
 
-// Values of different kinds compare by value, as a loan's employee, a text, and the employee's number do. A literal is
-// brought into the kind of what it is compared with, and must fit there.
+// A literal is brought into the kind of what it is compared with, and must fit there.
 Written ExpressionWriter::comparedValue(const Expression &operand, ValueKind other, bool shortDates)
 {
     if (!operand.isLiteral())
         return value(operand);
     Parameter use{operand.literal, operand.negated};
     if (operand.kind == Expression::Date) {
-        use.shortDate = shortDates;
+        const bool isDay = operand.wholeDay && other == ValueKind::Date;
+        use.shortDate = shortDates || isDay;
         if (!shortDates && (other == ValueKind::Text || isNumber(other)))
             typeMismatch();
-        return literal(operand, use);
+        const Written written = literal(operand, use);
+        return isDay ? Written{written.sql, ValueKind::Date, true} : written;
     }
     if (operand.kind == Expression::Text) {
         use.storedAs = other == ValueKind::Date ? ValueKind::Date
@@ -291,11 +293,7 @@ Written ExpressionWriter::comparedValue(const Expression &operand, ValueKind oth
     }
     if (other == ValueKind::Date)
         typeMismatch();
-    Written written = literal(operand, use);
-    // The cast has a text compare by the number that it stands for.
-    if (other == ValueKind::Text)
-        written.sql = QStringLiteral("CAST(%1 AS NUMERIC)").arg(written.sql);
-    return written;
+    return literal(operand, use);
 }
 
 std::vector<Written> ExpressionWriter::comparedValues(const Expression &expression)
@@ -312,6 +310,22 @@ std::vector<Written> ExpressionWriter::comparedValues(const Expression &expressi
     return values;
 }
 
+ExpressionWriter::Way ExpressionWriter::wayBetween(const Written &a, const Written &b)
+{
+    if ((a.kind == ValueKind::Text && isNumber(b.kind)) || (b.kind == ValueKind::Text && isNumber(a.kind)))
+        return Way::ByNumber;
+    return a.isDay || b.isDay ? Way::ByDay : Way::AsStored;
+}
+
+QString ExpressionWriter::taken(const Written &value, Way way)
+{
+    if (way == Way::ByNumber && value.kind == ValueKind::Text)
+        return call(names::number, {value.sql});
+    if (way == Way::ByDay && !value.isDay)
+        return QStringLiteral("substr(%1, 1, %2)").arg(value.sql).arg(shortDateLength);
+    return value.sql;
+}
+
 QString ExpressionWriter::collated(const Written &text)
 {
     return text.kind == ValueKind::Text ? text.sql + collate : text.sql;
@@ -320,32 +334,53 @@ QString ExpressionWriter::collated(const Written &text)
 QString ExpressionWriter::comparison(const Expression &expression)
 {
     const std::vector<Written> values = comparedValues(expression);
-    return u'(' + values[0].sql + (comparesTexts(values) ? collate : QString()) + u' ' + expression.text + u' '
-        + values[1].sql + u')';
+    // The engine below compares two columns by value itself, and finds the partners of a join by an index then.
+    const auto isColumn = [](const ExpressionPtr &operand) { return operand->kind == Expression::Column; };
+    const bool joins = expression.text == u"=" && std::ranges::all_of(expression.operands, isColumn);
+    const Way way = joins ? Way::AsStored : wayBetween(values[0], values[1]);
+    return u'(' + taken(values[0], way) + (comparesTexts(values) ? collate : QString()) + u' ' + expression.text + u' '
+        + taken(values[1], way) + u')';
 }
 
 QString ExpressionWriter::between(const Expression &expression)
 {
     const std::vector<Written> values = comparedValues(expression);
-    if (values[1].sql.size() + values[2].sql.size() > maximumRepeated)
+    if (values[0].sql.size() + values[1].sql.size() + values[2].sql.size() > maximumRepeated)
         throw EngineError(EngineError::tooComplex, QStringLiteral("Query is too complex."));
+    const Way way = std::max(
+        {wayBetween(values[0], values[1]), wayBetween(values[0], values[2]), wayBetween(values[1], values[2])});
     // The bounds may stand in either order.
     const QString collation = comparesTexts(values) ? collate : QString();
-    const QStringList bounds = {values[1].sql + collation, values[2].sql};
-    return negatedIf(expression.negated,
-                     u'(' + values[0].sql + collation + QLatin1String(" BETWEEN ") + call("min", bounds)
-                         + QLatin1String(" AND ") + call("max", bounds) + u')');
+    const Way ofBounds = way == Way::ByDay ? Way::AsStored : way;
+    const QStringList bounds = {taken(values[1], ofBounds) + collation, taken(values[2], ofBounds)};
+    const QString lower = call("min", bounds), upper = call("max", bounds);
+    // A day as a bound is the ten characters in which a date and time begins.
+    const auto upTo = [&](const QString &bound) {
+        return QStringLiteral("substr(%1, 1, length(%2))").arg(values[0].sql, bound);
+    };
+    const QString test = way == Way::ByDay
+        ? upTo(lower) + QLatin1String(" >= ") + lower + QLatin1String(" AND ") + upTo(upper) + QLatin1String(" <= ")
+            + upper
+        : taken(values[0], way) + collation + QLatin1String(" BETWEEN ") + lower + QLatin1String(" AND ") + upper;
+    return negatedIf(expression.negated, u'(' + test + u')');
 }
 
 QString ExpressionWriter::in(const Expression &expression)
 {
     const std::vector<Written> values = comparedValues(expression);
-    QStringList list;
+    std::map<Way, std::vector<Written>> lists;
     for (size_t i = 1; i < values.size(); ++i)
-        list.append(values[i].sql);
-    return u'(' + values[0].sql + (comparesTexts(values) ? collate : QString())
-        + QLatin1String(expression.negated ? " NOT IN (" : " IN (") + list.join(QLatin1String(", "))
-        + QLatin1String("))");
+        lists[wayBetween(values[0], values[i])].push_back(values[i]);
+    QStringList tests;
+    for (auto &[way, list] : lists) {
+        QStringList members;
+        for (const Written &member : list)
+            members.append(taken(member, way));
+        list.push_back(values[0]);
+        tests.append(taken(values[0], way) + (comparesTexts(list) ? collate : QString()) + QLatin1String(" IN (")
+                     + members.join(QLatin1String(", ")) + u')');
+    }
+    return negatedIf(expression.negated, u'(' + tests.join(QLatin1String(" OR ")) + u')');
 }
 
 // ---- values

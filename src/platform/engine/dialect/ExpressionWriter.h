@@ -14,6 +14,7 @@ namespace dialect {
 struct Written {
     QString sql;
     ValueKind kind = ValueKind::Unknown;
+    bool isDay = false; ///< a date without a time
 };
 
 /// A table as a statement's FROM calls it.
@@ -88,6 +89,11 @@ private:
     Written literal(const Expression &expression);
     QString inlineLiteral(const Expression &expression, const Parameter &use) const;
 
+    /// How two values are compared. Values of different kinds compare by value, as a loan's employee, a text, and the
+    /// employee's number do; a text that is no number does not compare then. A date without a time is the whole day.
+    enum class Way { AsStored, ByDay, ByNumber };
+    static Way wayBetween(const Written &a, const Written &b);
+    static QString taken(const Written &value, Way way);
     std::vector<Written> comparedValues(const Expression &expression);
     Written comparedValue(const Expression &operand, ValueKind other, bool shortDates);
     QString comparison(const Expression &expression);

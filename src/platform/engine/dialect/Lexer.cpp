@@ -40,7 +40,8 @@ QString dialect::Token::value() const
         QString text = source.sliced(1, source.size() - 2).toString();
         return text.contains(quote) ? text.replace(QString(2, quote), QString(quote)) : text;
     }
-    case Date: {
+    case Date:
+    case Day: {
         QString date = storedDate(source.sliced(1, source.size() - 2));
         if (date.isEmpty())
             refuse(" in date", source);
@@ -128,7 +129,8 @@ dialect::Token dialect::Lexer::next()
         const qsizetype close = m_statement.indexOf(u'#', begin + 1);
         if (close < 0)
             refuse(" in date", m_statement.sliced(begin));
-        kind = Token::Date;
+        const bool hasTime = m_statement.sliced(begin, close - begin).contains(u':');
+        kind = hasTime ? Token::Date : Token::Day;
         m_at = close + 1;
     } else if (QStringView two = m_statement.sliced(begin, std::min<qsizetype>(2, m_statement.size() - begin));
                two == u"<>" || two == u"<=" || two == u">=") {

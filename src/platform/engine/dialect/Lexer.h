@@ -8,12 +8,13 @@ namespace dialect {
 
 /// One word, literal or sign of a statement.
 struct Token {
-    enum Kind { Word, BracketedName, Integer, Fraction, Text, Date, Symbol, End };
+    /// A day is a date without a time.
+    enum Kind { Word, BracketedName, Integer, Fraction, Text, Date, Day, Symbol, End };
     Kind kind = End;
     QStringView source; ///< as it stands in the statement, quotes and brackets included
     qsizetype begin = 0; ///< where it stands
 
-    bool isLiteral() const { return kind >= Integer && kind <= Date; }
+    bool isLiteral() const { return kind >= Integer && kind <= Day; }
     bool is(QStringView symbol) const { return kind == Symbol && source == symbol; }
     /// A name without its brackets, a text without its quotes, a date in its stored form.
     /// @throws EngineError for a malformed date.

@@ -486,6 +486,11 @@ private:
             return literal(Expression::Text);
         case Token::Date:
             return literal(Expression::Date);
+        case Token::Day: {
+            ExpressionPtr day = literal(Expression::Date);
+            day->wholeDay = true;
+            return day;
+        }
         case Token::BracketedName:
             return column();
         case Token::Word:

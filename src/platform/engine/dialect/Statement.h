@@ -39,6 +39,7 @@ struct Expression {
     QString qualifier; ///< the table before a column's name or a star
     bool bracketed = false; ///< a column's name that stands in brackets and may hold its table
     bool negated = false; ///< NOT LIKE and the like; a number below 0
+    bool wholeDay = false; ///< a date without a time
     int literal = -1; ///< which of the statement's literals it is
     int depth = 1; ///< how many nodes lie below one another
     std::vector<ExpressionPtr> operands;

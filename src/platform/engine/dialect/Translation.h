@@ -9,6 +9,7 @@ namespace dialect {
 namespace names {
 inline constexpr char collation[] = "VORLANETEXT"; ///< compareText()
 inline constexpr char concatenate[] = "vorlane_concatenate";
+inline constexpr char number[] = "vorlane_number"; ///< that a text stands for; null for a text that is none
 inline constexpr char like[] = "vorlane_like";
 inline constexpr char upperCase[] = "vorlane_ucase";
 inline constexpr char shortDate[] = "vorlane_short_date";
@@ -23,7 +24,7 @@ enum class Literals { AsParameters, Inline };
 struct Parameter {
     int literal = -1; ///< its place among the statement's literals
     bool negated = false;
-    bool shortDate = false; ///< a date that is compared with a short date's text
+    bool shortDate = false; ///< a date of which the day alone is compared
     ValueKind storedAs = ValueKind::Unknown; ///< kind of the column that it is stored in or compared with
 };
 
