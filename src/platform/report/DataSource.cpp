@@ -213,6 +213,7 @@ Records DataSource::read(const Progress &progress) const
 {
     std::vector<Value> values;
     double done = 0;
+    progress(done);
     RowReader reader(m_database, [&] { progress(done); });
     const int key = m_template.fields.find(m_template.table, m_key);
     if (const auto keys = m_key.isEmpty() ? std::nullopt : m_selection.numbersOf(key))

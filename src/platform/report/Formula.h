@@ -55,6 +55,7 @@ public:
 
     /// Of the template; 0 for a formula that stands in none.
     int line() const { return m_line; }
+    const FormulaCondition &condition() const { return m_root; }
     bool isEmpty() const { return m_root.kind == FormulaCondition::All && m_root.parts.empty(); }
     /// The numbers that `field` has in every record that matches, where the formula is no more than a list of them;
     /// nothing for any other formula, and where a number is too large to be told from its neighbours. Each is given

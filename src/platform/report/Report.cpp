@@ -2,6 +2,7 @@
 
 #include "platform/report/CsvWriter.h"
 #include "platform/report/DataSource.h"
+#include "platform/report/FormulaWords.h"
 #include "platform/report/OutputFile.h"
 #include "platform/report/PagePainter.h"
 #include "platform/report/PageWriter.h"
@@ -17,7 +18,7 @@
 namespace {
 
 constexpr int millisecondsBetweenReports = 30;
-// A formula of thousands of records' numbers is not shown whole on every page.
+// A long formula is not shown whole on every page.
 constexpr int maxShownFormula = 4000;
 
 /// The place of a template in the program's folder; nothing outside of it can be named.
@@ -81,20 +82,17 @@ int Report::open(const QString &templatePath, const QString &formula, const QHas
         Template &report = run->report;
 
         run->parameters = parameters;
-        if (run->parameters.value(QStringLiteral("title")).isEmpty())
+        if (!report.title.isEmpty() || !parameters.contains(QStringLiteral("title")))
             run->parameters[QStringLiteral("title")] = report.title;
-        run->parameters[QStringLiteral("selection")] =
-            formula.trimmed().isEmpty() ? QStringLiteral("All records") : formula.left(maxShownFormula).simplified();
-        for (auto used = report.parameters.cbegin(); used != report.parameters.cend(); ++used)
-            if (!run->parameters.contains(used.key()))
-                throw templateError(report.fileName, used.value(),
-                                    QStringLiteral("unknown parameter {?%1}").arg(used.key()),
-                                    ResultCode::invalidParameter);
+        run->parameters[QStringLiteral("selection")] = {};
+        report.requireParameters(run->parameters);
 
         Formula selection = Formula::parse(formula, report.fields);
         if (!m_database || !ProgramFolder::fileExists(m_database->path()))
             throw ReportError(ResultCode::cannotOpenDatabase, QStringLiteral("there is no open database"));
         const DataSource source(*m_database, report, selection);
+        run->parameters[QStringLiteral("selection")] =
+            inWords(selection, report.fields, report.table).left(maxShownFormula).simplified();
         run->records = source.read(reporting());
         run->composer = std::make_unique<BandComposer>(report, run->records, run->parameters, Clock::now());
         run->layout = std::make_unique<Layout>(report, run->records, *run->composer);

@@ -34,7 +34,8 @@ public:
     void cancel();
 
     /// Reads the template and its records. `templatePath` is a file's name, or its place in the program's folder
-    /// written with "\" or "/". `parameters` fill in {?name}; "title" and "selection" are known without.
+    /// written with "\" or "/". `parameters` fill in {?name}. "title", the template's own where it has one, and
+    /// "selection", the formula in words, are known without.
     int open(const QString &templatePath, const QString &formula, const QHash<QString, QString> &parameters = {});
     /// Goes on to lay out pages for some milliseconds, or to the end.
     int layout(int milliseconds = -1);

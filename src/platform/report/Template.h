@@ -136,6 +136,8 @@ struct Template {
     FieldList fields;
     QList<Aggregate> aggregates;
     QHash<QString, int> parameters; ///< their names with the lines that mention them first
+    /// @throws ReportError 20553 for a parameter that is not among `known`.
+    void requireParameters(const QHash<QString, QString> &known) const;
 };
 
 /// An error in a template, with the place where it stands.

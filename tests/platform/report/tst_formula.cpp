@@ -1,4 +1,4 @@
-#include "platform/report/Formula.h"
+#include "platform/report/FormulaWords.h"
 #include "tests/platform/report/ReportCrib.h"
 #include "tests/support/DataRows.h"
 
@@ -45,6 +45,24 @@ class TestFormula : public QObject
     Q_OBJECT
 
 private slots:
+    void isSaidInWords_data()
+    {
+        columns<QString, QString>("formula", "words");
+        row("nothing", "", "All records");
+        row("a range of days", "{T.EmpId} = '7' and {T.Date} in date(2026,1,1) to date(2026,2,1)",
+            "Employee is \"7\" and Date from 2026-01-01 to 2026-02-01");
+        row("alternatives", "{T.Flag} = true and ({T.Date} < date(2026,3,4) or {Kinds.PartNo} <> 'a')",
+            "Flag is yes and (Date before 2026-03-04 or Kinds Part Number is not \"a\")");
+        row("a list", "{T.Number} = 3 or {T.Number} = 1 or {T.Number} = 3 or {T.Number} = 2", "Number is 1, 2 or 3");
+    }
+
+    void isSaidInWords()
+    {
+        QFETCH(QString, formula);
+        const Bound bound(formula);
+        QTEST(inWords(bound.formula, bound.fields, "t"), "words");
+    }
+
     void comparesByKind_data()
     {
         columns<QString, QString, QVariant, bool>("formula", "column", "value", "matches");
@@ -67,6 +85,7 @@ private slots:
         row("{T.Text} = 7", "Text", "seven", false);
         row("{T.Text} <> 7", "Text", "seven", false);
         row("{T.Text} in 10 to 2", "Text", "9", true);
+        row("{T.Text} in 10 to 2", "Text", "1009", false);
         row("{T.Number} = 1.5", "Number", 1.5, true);
         row("{T.Number}=-1e3", "Number", -1000, true);
         row("{T.Number} in 25 to 10", "Number", 25, true);

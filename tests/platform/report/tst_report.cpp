@@ -144,7 +144,7 @@ private slots:
         QCOMPARE(m_report->find("All tools, All records", 0).size(), 1);
         QCOMPARE(m_report->open("Tools.rpt", " {Tools.ID}\n= 1", {{"title", "Query Results"}}), 0);
         QCOMPARE(m_report->layout(), 0);
-        QCOMPARE(m_report->find("Query Results, {Tools.ID} = 1", 0).size(), 1);
+        QCOMPARE(m_report->find("All tools, Number is 1", 0).size(), 1);
     }
 
     void oneStepAtATime()
