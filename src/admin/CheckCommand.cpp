@@ -64,9 +64,11 @@ constexpr Check checks[] = {
      "Employee \"%s\" does not exist, but has scrapped tools: %d.", "Employee, count(*)"},
     {"CheckOutIn", "ifnull(LineItemTypeId, 0) NOT IN (SELECT [Index] FROM LineItemType) GROUP BY LineItemTypeId",
      "There is no kind of charge %d, but loans have it: %d.", "LineItemTypeId, count(*)"},
-    {"Scrap", "ifnull(LineItemTypeId, 0) NOT IN (SELECT [Index] FROM LineItemType) GROUP BY LineItemTypeId",
-     "There is no kind of charge %d, but scrapped tools have it: %d; the tree of scrapped tools cannot be shown.",
-     "LineItemTypeId, count(*)"},
+    {"Scrap", "LineItemTypeId IS NULL",
+     "Scrap record %d \"%s\" has no kind of charge; the tree of scrapped tools ends there.", "ID, Description"},
+    {"Scrap", "LineItemTypeId NOT IN (SELECT [Index] FROM LineItemType)",
+     "Scrap record %d \"%s\" has the kind of charge %d, which does not exist; the tree of scrapped tools ends there.",
+     "ID, Description, LineItemTypeId"},
     {"CheckOutIn",
      "LineItemTypeId = 4 AND ifnull(JobOrOH, 0) NOT IN (SELECT JobNo FROM Job UNION SELECT ifnull(Jobno, 0) FROM "
      "JobVorlane)"
@@ -91,6 +93,12 @@ constexpr Check checks[] = {
      "shown.",
      "JobOrOH"},
 
+    {"Types", "ID NOT BETWEEN 1 AND 32767",
+     "Type %d \"%s\" has a number outside 1 to 32767; the tree cannot show it, nor what lies in it.",
+     "ID, Description"},
+    {"Locations", "ID NOT BETWEEN 1 AND 32767",
+     "Location %d \"%s\" has a number outside 1 to 32767; the tree cannot show it, nor what lies in it.",
+     "ID, Description"},
     {"Tools", "ID NOT BETWEEN 1 AND 32767",
      "Tool %d \"%s\" has a number outside 1 to 32767; it cannot be lent or scrapped.", "ID, Description"},
     {"Scrap", "ToolID NOT BETWEEN 1 AND 32767",
@@ -217,7 +225,8 @@ void Checker::checkCircles(const QString &table)
         std::optional<qint64> seenFrom = std::nullopt;
     };
     QMap<qint64, Folder> folders;
-    const Recordset rows = m_database.openNative("SELECT ID, Description, Parent FROM " + table);
+    // A folder of the number 0 lies in itself as long as it has that number.
+    const Recordset rows = m_database.openNative("SELECT ID, Description, Parent FROM " + table + " WHERE ID <> 0");
     for (int row = 0; row < rows.recordCount(); ++row)
         folders.insert(rows.at(row, 0).toInteger(), {rows.at(row, 1).toText(), rows.at(row, 2).toInteger()});
 

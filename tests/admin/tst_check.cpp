@@ -127,9 +127,16 @@ private slots:
         left("scrapped on a missing operation", "UPDATE Scrap SET LineItemTypeId = 5, JobOrOH = 555",
              "There is no operation 555, but scrapped tools are charged to it: 1; the tree of scrapped tools cannot be "
              "shown.");
-        left(
-            "scrapped on an unknown kind of charge", "UPDATE Scrap SET LineItemTypeId = 6",
-            "There is no kind of charge 6, but scrapped tools have it: 1; the tree of scrapped tools cannot be shown.");
+        left("scrapped on an unknown kind of charge", "UPDATE Scrap SET LineItemTypeId = 6",
+             "Scrap record 16384 \"Tap\" has the kind of charge 6, which does not exist; the tree of scrapped tools "
+             "ends "
+             "there.");
+        left("scrapped on no kind of charge", "UPDATE Scrap SET LineItemTypeId = NULL",
+             "Scrap record 16384 \"Tap\" has no kind of charge; the tree of scrapped tools ends there.");
+        left("type number too large", "UPDATE Types SET ID = 32768 WHERE ID = 4",
+             "Type 32768 \"Oddments\" has a number outside 1 to 32767; the tree cannot show it, nor what lies in it.");
+        left("location number too small", "INSERT INTO Locations VALUES (-3, 'Yard', 0)",
+             "Location -3 \"Yard\" has a number outside 1 to 32767; the tree cannot show it, nor what lies in it.");
         left("scrapped on a job and an operation of one number",
              "INSERT INTO Operation VALUES (1, 'Rework', 'O');"
              "INSERT INTO Scrap SELECT 16385, 4, Type, '', '', '', 'Die', 4, 2, 7, ScrapDate, 1, 5, 1, '', NULL, NULL "
