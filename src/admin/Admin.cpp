@@ -3,6 +3,7 @@
 #include "admin/Command.h"
 #include "platform/engine/EngineError.h"
 #include "platform/report/ResultCode.h"
+#include "platform/system/ProgramFolder.h"
 
 #include <algorithm>
 
@@ -12,8 +13,8 @@ const QString program = "vorlane-admin";
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{createCommand(), sampleCommand(), sqlCommand(),
-                                    checkCommand(),  backupCommand(), reportCommand()};
+    static const QList<Command> all{createCommand(), sampleCommand(), sqlCommand(),     checkCommand(),
+                                    backupCommand(), reportCommand(), templateCommand()};
     return all;
 }
 
@@ -22,7 +23,7 @@ QString overview()
     QString text = "usage: " + program + " COMMAND ...\n\n";
     for (const Command &command : commands())
         text += "  " + command.usage().leftJustified(44) + ' ' + command.summary + '\n';
-    return text + "\n" + program + " COMMAND --help tells more.\n";
+    return text + "\n" + program + " COMMAND --help tells more, " + program + " --version which one this is.\n";
 }
 
 QString usageLine(const Command &command) { return "usage: " + program + ' ' + command.usage() + '\n'; }
@@ -51,7 +52,9 @@ int runCommand(const Command &command, const QStringList &arguments, QTextStream
     if (!parsed)
         throw UsageError(parser.errorText());
     if (parser.positionalArguments().size() != command.operands.size())
-        throw UsageError(command.name + " takes " + command.operands.join(" and ") + '.');
+        throw UsageError(QString("%1 takes %2; given: %3.")
+                             .arg(command.name, command.operands.join(", "))
+                             .arg(parser.positionalArguments().size()));
     return command.run(parser, out);
 }
 
@@ -79,9 +82,14 @@ int runAdmin(const QStringList &arguments, QTextStream &out, QTextStream &errors
         out << overview();
         return 0;
     }
+    if (name == "--version") {
+        out << program << ' ' << ProgramFolder::version() << '\n';
+        return 0;
+    }
     const auto command = std::ranges::find(commands(), name, &Command::name);
     if (command == commands().end()) {
-        errors << overview();
+        errors << (name.isEmpty() ? QString("A command is missing.") : "There is no command '" + name + "'.") << '\n'
+               << overview();
         return 2;
     }
     try {

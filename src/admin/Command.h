@@ -38,3 +38,4 @@ Command sqlCommand();
 Command checkCommand();
 Command backupCommand();
 Command reportCommand();
+Command templateCommand();

@@ -148,6 +148,21 @@ const std::vector<Schema::Table> &Schema::tables()
     return tables;
 }
 
+const std::vector<Schema::ReportModule> &Schema::reportModules()
+{
+    static const std::vector<ReportModule> modules = {
+        {"Tools CheckedOut", {"CheckOutIn", "Employee", "Operation"}},
+        {"Tools Scrapped", {"Scrap", "Employee", "ScrapReasons", "Operation"}},
+        {"Junk Tools", {"Scrap", "Job"}},
+        {"Tools Type", {"Tools", "Types", "Locations"}},
+        {"Tools Loc", {"Tools", "Types", "Locations"}},
+        {"Employee", {"Employee"}},
+        {"Tools Out", {}},
+        {"All Tools", {}},
+    };
+    return modules;
+}
+
 void Schema::create(Database &database)
 {
     Transaction transaction(database);

@@ -36,6 +36,16 @@ inline constexpr int highestFolderNumber = 32767;
 /// are numbered where tools seldom get to.
 inline constexpr int firstScrapNumber = 16384;
 
+/// A name under which report templates are offered.
+struct ReportModule {
+    const char *name;
+    /// What the queries of its results window ask for: their formulas need these in the template.
+    std::vector<const char *> tables;
+};
+
+/// Those of the results windows, then the two more that the import dialog offers.
+const std::vector<ReportModule> &reportModules();
+
 /// Fills a new, empty database with all tables, indexes and relations and the rows that no crib
 /// goes without: the two kinds of charge and the shipped report templates.
 void create(Database &database);

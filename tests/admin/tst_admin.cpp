@@ -1,5 +1,6 @@
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"
+#include "platform/system/ProgramFolder.h"
 #include "tests/support/AdminRun.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/Files.h"
@@ -21,15 +22,16 @@ private slots:
 
     void wrongUsageExitsWithTwo_data()
     {
-        columns<QStringList>("arguments");
-        row("nothing", QStringList{});
-        row("unknown command", QStringList{"destroy"});
-        row("missing operand", QStringList{"sql", "crib.mdb"});
-        row("operand too many", QStringList{"create", "new.mdb", "other.mdb"});
-        row("unknown option", QStringList{"check", "crib.mdb", "--repair"});
-        row("unknown scale", QStringList{"sample", "new.mdb", "--scale", "huge"});
-        row("unknown kind of output", QStringList{"report", "crib.mdb", "Tools.rpt", "", "out.txt"});
-        row("option without its value", QStringList{"sample", "new.mdb", "--scale"});
+        columns<QStringList, QString>("arguments", "words");
+        row("nothing", QStringList{}, "A command is missing.");
+        row("unknown command", QStringList{"destroy"}, "There is no command 'destroy'.");
+        row("missing operand", QStringList{"sql", "crib.mdb"}, "sql takes FILE, STATEMENT; given: 1.");
+        row("operand too many", QStringList{"create", "new.mdb", "other.mdb"}, "create takes FILE; given: 2.");
+        row("unknown option", QStringList{"check", "crib.mdb", "--repair"}, "repair");
+        row("unknown scale", QStringList{"sample", "new.mdb", "--scale", "huge"}, "huge");
+        row("unknown kind of output", QStringList{"report", "crib.mdb", "Tools.rpt", "", "out.txt"}, "out.txt");
+        row("option without its value", QStringList{"sample", "new.mdb", "--scale"}, "scale");
+        row("no module", QStringList{"template", "Tools.rpt", "crib.mdb"}, "--module is missing");
     }
 
     void wrongUsageExitsWithTwo()
@@ -39,17 +41,21 @@ private slots:
         QCOMPARE(run.status, 2);
         QCOMPARE(run.out, "");
         QVERIFY2(run.errors.contains("usage: vorlane-admin " + arguments.value(0))
-                     || run.errors.startsWith("usage: vorlane-admin COMMAND"),
+                     || run.errors.contains("usage: vorlane-admin COMMAND"),
                  qPrintable(run.errors));
+        QFETCH(QString, words);
+        QVERIFY2(run.errors.section('\n', 0, 0).contains(words), qPrintable(run.errors));
     }
 
     void everyCommandHasHelp()
     {
         const AdminRun overview({"--help"});
         QCOMPARE(overview.status, 0);
+        QCOMPARE(AdminRun({"--version"}).out, "vorlane-admin " + ProgramFolder::version() + '\n');
         for (const QString usage :
              {"create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT", "check FILE [--fix]",
-              "backup FILE COPY", "report FILE TEMPLATE FORMULA OUT.pdf|OUT.csv"}) {
+              "backup FILE COPY", "report FILE TEMPLATE FORMULA OUT.pdf|OUT.csv",
+              "template FILE DATABASE [--module NAME] [--default]"}) {
             QVERIFY2(overview.out.contains(usage), qPrintable(usage));
             const AdminRun help({usage.section(' ', 0, 0), "--help"});
             QCOMPARE(help.status, 0);
