@@ -21,6 +21,9 @@ class ExplorerView
 public:
     virtual ~ExplorerView() = default;
 
+    /// The last click was on a tree node, not in the tool list: commands act on the node.
+    bool TreeHasFocus = false;
+
     /// "type", "location", "checkedOut" or "scrap"; empty before the first tree is built.
     virtual QString TreeMode() const = 0;
 
@@ -29,10 +32,12 @@ public:
     virtual void patchSelectedItem(const ListItem &item) = 0;
     /// Takes the item out of the list; the next one is selected then, or the last.
     virtual void removeSelectedItem() = 0;
+    /// Of several selected items only the one that commands act on stays selected, so that the user sees which.
+    virtual void narrowSelection() = 0;
     virtual int itemCount() const = 0;
     virtual void selectFirstItem() = 0;
     virtual void focusList() = 0;
-    /// Fills the list anew for the selected tree node.
+    /// Reads what the list shows anew; the same items stay selected.
     virtual void listSelectedNode() = 0;
 
     /// Builds the current view's tree anew.

@@ -8,7 +8,5 @@ inline bool SuiteInstalled = false;
 /// The list window of locations or of types is open.
 inline bool LocationListOpen = false;
 inline bool TypeListOpen = false;
-/// The last click was on a tree node, not in the tool list: commands act on the node.
-inline bool TreeHasFocus = false;
 
 }

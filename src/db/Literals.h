@@ -1,10 +1,14 @@
 #pragma once
 
 #include <QDateTime>
+#include <QList>
 #include <QString>
 
 /// `text` as a statement holds it: between apostrophes, those inside doubled.
 QString quoted(const QString &text);
+
+/// The numbers as a statement's IN holds them: "1,2,3".
+QString joined(const QList<qint32> &numbers);
 
 /// `when` as a statement holds it: between number signs, in the default text form of a date and time.
 QString dateLiteral(const QDateTime &when);

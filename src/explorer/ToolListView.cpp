@@ -1,7 +1,7 @@
 #include "explorer/ToolListView.h"
 
 #include "explorer/DragPictures.h"
-#include "explorer/ListColumns.h"
+#include "explorer/ListItems.h"
 
 #include <QContextMenuEvent>
 #include <QDrag>
@@ -11,7 +11,7 @@
 
 const QString ToolListView::dragFormat = QStringLiteral("application/x-vorlane-items");
 
-ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&MainSubs::itemIcon)
+ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&ListItems::icon)
 {
     setModel(&m_items);
     setRootIsDecorated(false);
@@ -53,6 +53,21 @@ std::vector<int> ToolListView::selectedRows() const
 }
 
 void ToolListView::selectRow(int row) { setCurrentIndex(m_items.index(row, 0)); }
+
+bool ToolListView::selectRowsIf(const std::function<bool(int)> &suits)
+{
+    QItemSelection selection;
+    for (int row = 0; row < m_items.count(); ++row)
+        if (suits(row))
+            selection.select(m_items.index(row, 0), m_items.index(row, 0));
+    if (selection.isEmpty())
+        return false;
+    const QModelIndex first = selection.front().topLeft();
+    selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(first);
+    return true;
+}
 
 void ToolListView::setMovesAllowed(bool allowed)
 {

@@ -23,6 +23,8 @@ public:
     /// All selected rows from top to bottom.
     std::vector<int> selectedRows() const;
     void selectRow(int row);
+    /// Selects all rows that suit. @returns whether there are any; else the selection stays.
+    bool selectRowsIf(const std::function<bool(int row)> &suits);
 
     /// Items may be dragged onto tree nodes in the two views that show stored trees.
     void setMovesAllowed(bool allowed);

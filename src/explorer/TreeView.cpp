@@ -31,12 +31,15 @@ TreeView::TreeView(QWidget *parent) : QTreeView(parent)
 
 TreeView::Node *TreeView::selectedNode() const { return m_nodes.nodeAt(currentIndex()); }
 
-// By its key: where opening the node above reads its children anew, the node is another one afterwards.
+// By keys: where opening the node above reads its children anew, the node is another one afterwards.
 void TreeView::selectNode(const Node *node)
 {
     const QString key = node->key;
-    if (node->parent)
-        expandNode(node->parent);
+    QStringList above;
+    for (node = node->parent; node; node = node->parent)
+        above.prepend(node->key);
+    for (const QString &folder : std::as_const(above))
+        expandNode(m_nodes.find(folder));
     setCurrentIndex(m_nodes.indexOf(m_nodes.find(key)));
 }
 
@@ -76,6 +79,15 @@ void TreeView::mouseReleaseEvent(QMouseEvent *event)
     QTreeView::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton && node && node == selectedNode())
         emit nodeClicked(node);
+    else
+        emit gestureEnded();
+}
+
+// One node is always marked: neither a click beside the nodes nor one with Ctrl takes the mark away.
+QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex &index, const QEvent *) const
+{
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
 }
 
 void TreeView::keyPressEvent(QKeyEvent *event)
@@ -107,6 +119,7 @@ void TreeView::startDrag(Qt::DropActions)
     drag->exec(Qt::MoveAction);
     m_draggedNode = nullptr;
     setDropHighlight(nullptr);
+    emit gestureEnded();
 }
 
 void TreeView::dragEnterEvent(QDragEnterEvent *event)

@@ -36,8 +36,11 @@ signals:
     /// Items of the tool list were dropped on the marked node.
     void itemsDropped();
     void nodeDropped(KeyedTree::Node *dragged);
+    /// A press or a drag that may have marked another node is over and was no click.
+    void gestureEnded();
 
 protected:
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -5,6 +5,15 @@
 #include <QElapsedTimer>
 #include <QHash>
 
+class Recordset;
+class View;
+
+/// The way from a folder up to the root ends before it.
+class BrokenChain : public std::runtime_error
+{
+    using std::runtime_error::runtime_error;
+};
+
 /// Deletes folders with all below them, and searches a view for a text. It has no window; its owner shows what it
 /// reports.
 class clsTools : public QObject
@@ -16,13 +25,15 @@ public:
     using QObject::QObject;
 
     /// Deletes the folders with their sub-folders, those folders' tools, and the tools with their loans, all or
-    /// nothing. @returns why it could not be done; empty when it was.
-    QString Delete(Kind kind, QList<qint32> folders, QList<qint32> tools);
+    /// nothing. `objection` is asked first, inside the transaction; a text that it gives ends the deletion.
+    /// @returns why it could not be done; empty when it was.
+    QString Delete(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools,
+                   std::function<QString()> objection = {});
 
-    /// Searches the view `mode` for descriptions that match the pattern `text` (* ? # and lists in brackets stand for
+    /// Searches the view for descriptions that match the pattern `text` (* ? # and lists in brackets stand for
     /// others; none is added) and adds a row with its path for each to `found`. Lets the user interface live on
-    /// after every fifth row. @throws EngineError; NumberError or std::runtime_error from the walk to the root.
-    void Find(const QString &mode, const QString &text, KeyedList &found);
+    /// after every fifth row. @throws EngineError
+    void Find(const View &view, const QString &text, KeyedList &found);
     /// Ends a search after the row it is at.
     void stop() { m_searching = false; }
     bool isSearching() const { return m_searching; }
@@ -30,8 +41,22 @@ public:
     int foundCount() const { return m_count; }
 
     /// The descriptions from the top of the tree to the folder, separated by "\".
-    /// @throws std::runtime_error "Unable to find the parent record" for a chain that is broken or a circle.
+    /// @throws BrokenChain "Unable to find the parent record" for a chain that is broken or a circle.
     static QString path(Kind kind, qint32 id);
+
+    // What a view reports its hits by
+
+    using ItemOf = std::function<ListItem(const Recordset &row)>;
+    /// Adds an item for each row of the statement that `suits`, until the search is stopped.
+    void addRows(const QString &statement, const ItemOf &itemOf,
+                 const std::function<bool(const Recordset &)> &suits = {});
+    /// Where a folder stands in the tree.
+    struct Place {
+        QString path; ///< from the root "Tools" on; where the way up is broken, what is wrong with it
+        QString nodeKey;
+    };
+    /// It is read once in a search.
+    Place placeOf(Kind kind, qint32 folder);
 
 signals:
     /// A row was found.
@@ -40,18 +65,11 @@ signals:
 private:
     bool report(ListItem item);
     void showPending();
-    void findFolders(Kind kind, const QString &pattern);
-    void findTools(Kind kind, const QString &pattern);
-    void findScrapped(const QString &pattern);
-    void findCheckedOut(const QString &pattern);
-    /// The path to a folder from the root "Tools" on, which is read once in a search.
-    QString pathInTree(Kind kind, qint32 id);
-    void findRows(const QString &statement, const std::function<ListItem(const class Recordset &)> &itemOf);
 
     bool m_searching = false;
     int m_count = 0;
     KeyedList *m_found = nullptr;
-    QHash<qint32, QString> m_paths; ///< of the folders that a hit was in
+    QHash<qint32, Place> m_places; ///< of the folders that a hit was in
     std::vector<ListItem> m_pending;
     QElapsedTimer m_sinceShown;
 };

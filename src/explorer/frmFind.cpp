@@ -1,7 +1,7 @@
 #include "explorer/frmFind.h"
 
 #include "common/ItemKeys.h"
-#include "explorer/ListColumns.h"
+#include "explorer/ListItems.h"
 #include "explorer/frmTree.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
@@ -14,7 +14,7 @@ namespace {
 constexpr qint64 millisecondsBetweenCounts = 33; // showing each would cost more than finding it
 }
 
-frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()), m_hits(&MainSubs::itemIcon)
+frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()), m_hits(&ListItems::icon)
 {
     ui.setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -38,7 +38,7 @@ void frmFind::Startup()
 {
     // Hits of a search before keep their headings.
     if (m_hits.count() == 0) {
-        m_hits.setColumns(MainSubs::findColumns(mfrmTree.TreeMode()));
+        m_hits.setColumns(mfrmTree.view()->row.findColumns);
         setColumnWidths(*ui.lstFind->header(), m_hits.columns());
     }
     ui.txtFind->setFocus();
@@ -65,7 +65,8 @@ void frmFind::cmdStart_Click()
         if (m_closeAfterSearch)
             close();
     });
-    mobjTools.Find(mfrmTree.TreeMode(), ui.txtFind->text(), m_hits);
+    m_searched = mfrmTree.view();
+    mobjTools.Find(*m_searched, ui.txtFind->text(), m_hits);
 }
 
 void frmFind::cmdStop_Click()
@@ -99,20 +100,13 @@ void frmFind::cmdGoto_Click()
     const QModelIndex index = ui.lstFind->currentIndex();
     if (!index.isValid())
         return;
-    const ListItem hit = m_hits.item(index.row());
-    if (!mfrmTree.showPath(hit.path)) {
+    ListItem hit = m_hits.item(index.row());
+    if (mfrmTree.view() != m_searched)
+        hit.nodeKey.clear(); // another tree numbers its nodes otherwise
+    if (!mfrmTree.goToHit(hit))
         inform("Unable to find the tree node " + hit.path
                + ". Make sure that the View mode has not changed since you ran this search. If so, please click on the "
                  "Start button to refresh the results.");
-        return;
-    }
-    if (hit.icon == ItemIcon::folder)
-        return;
-    // A tool that was found is listed under the key of its state.
-    const QString id = hit.key.startsWith("co") ? ItemKeys::numberOf(hit.key, 2) : ItemKeys::numberOf(hit.key);
-    for (const QString &key : {hit.key, "r" + id, "co" + id})
-        if (mfrmTree.selectItem(key))
-            return;
 }
 
 void frmFind::setSearching(bool searching)

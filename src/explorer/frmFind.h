@@ -37,6 +37,7 @@ private:
     frmTree &mfrmTree;
     clsTools mobjTools;
     KeyedList m_hits;
+    const class View *m_searched = nullptr; ///< the view that the hits are of
     bool m_inSearch = false;
     bool m_closeAfterSearch = false;
     QElapsedTimer m_sinceCountShown;

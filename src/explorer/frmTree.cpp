@@ -1,8 +1,7 @@
 #include "explorer/frmTree.h"
 
+#include "common/ItemKeys.h"
 #include "common/MainFrame.h"
-#include "common/ProgramState.h"
-#include "explorer/ListColumns.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/Twips.h"
@@ -15,10 +14,9 @@
 namespace {
 constexpr int startWidth = 11325, startHeight = 7125; // twips
 constexpr int treeShare = 35, listShare = 65; // per cent of the splitter at first
-constexpr const char *modes[] = {"type", "location", "checkedOut", "scrap"}; // by option button
 }
 
-frmTree::frmTree()
+frmTree::frmTree() : m_panes(ui, TreeHasFocus)
 {
     ui.setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -50,10 +48,16 @@ frmTree::frmTree()
     onUserAction(ui.tvMain, &TreeView::popUpWanted, this, &frmTree::tvMain_PopUp);
     onUserAction(ui.tvMain, &TreeView::itemsDropped, this, &frmTree::lstToolList_DragDrop);
     onUserAction(ui.tvMain, &TreeView::nodeDropped, this, &frmTree::tvMain_DragDrop);
-    connect(ui.tvMain, &QTreeView::expanded, this,
-            [this](const QModelIndex &index) { tvMain_Expand(nodes().nodeAt(index)); });
-    connect(ui.lstToolList, &ToolListView::touched, this, [] { ProgramState::TreeHasFocus = false; });
+    connect(ui.tvMain, &TreeView::gestureEnded, this, [this] { m_panes.followListed(); });
+    connect(ui.tvMain, &QTreeView::expanded, this, [this](const QModelIndex &index) {
+        if (!ui.tvMain->draggedNode())
+            runUserAction([&] { m_panes.openNode(ui.tvMain->nodes().nodeAt(index)); });
+    });
+    connect(ui.lstToolList, &ToolListView::touched, this, [this] { TreeHasFocus = false; });
     connect(ui.lstToolList, &ToolListView::itemPressed, this, [this] { ui.tvMain->setDropHighlight(nullptr); });
+    connect(ui.lstToolList->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmTree::showSelectedCount);
+    connect(&ui.lstToolList->items(), &QAbstractItemModel::modelReset, this, &frmTree::showSelectedCount);
     onUserAction(ui.lstToolList, &ToolListView::popUpWanted, this, &frmTree::lstToolList_PopUp);
     onUserAction(ui.lstToolList, &ToolListView::itemOpened, this, &frmTree::lstToolList_DblClick);
     onUserAction(ui.cmdCheckOut, &QPushButton::clicked, &MainSubs::CheckOutSelectedTool);
@@ -91,7 +95,6 @@ void frmTree::Startup(bool showProgress)
     if (m_started)
         return;
     m_started = true;
-    m_mode.clear();
     MainFrame &mdi = theMainFrame();
     onUserAction(&mdi, &MainFrame::TreeNewTool, this, &frmTree::mdi_TreeNewTool);
     onUserAction(&mdi, &MainFrame::TreeNewType, this, &frmTree::mdi_TreeNewType);
@@ -113,68 +116,89 @@ std::array<QRadioButton *, 4> frmTree::options() const { return {ui.optMode0, ui
 
 void frmTree::optMode_Click(int index)
 {
-    const QString mode = modes[index];
-    ui.lstToolList->setColumns(MainSubs::listColumns(mode));
+    const View *before = view();
+    const View *wanted = View::all()[size_t(index)];
+    ui.lstToolList->setColumns(wanted->row.columns);
     try {
-        showMode(mode);
+        m_panes.show(*wanted);
     } catch (...) {
         // A view that could not even be begun leaves the one before, with its columns and its option.
-        if (m_mode != mode && !m_mode.isEmpty()) {
-            ui.lstToolList->setColumns(MainSubs::listColumns(m_mode));
-            for (int other = 0; other < 4; ++other) {
+        if (before && view() == before) {
+            ui.lstToolList->setColumns(before->row.columns);
+            for (size_t other = 0; other < View::all().size(); ++other) {
                 const QSignalBlocker quiet(options()[other]);
-                options()[other]->setChecked(m_mode == modes[other]);
+                options()[other]->setChecked(View::all()[other] == before);
             }
         }
         throw;
     }
 }
 
-void frmTree::showMode(const QString &mode)
-{
-    if (mode == "location")
-        ViewByLocation();
-    else if (mode == "checkedOut")
-        ViewByCheckedOut();
-    else if (mode == "scrap")
-        ViewByScrap();
-    else
-        ViewByType();
-}
+void frmTree::ViewByType() { m_panes.show(*View::all()[0]); }
+void frmTree::ViewByLocation() { m_panes.show(*View::all()[1]); }
+void frmTree::ViewByCheckedOut() { m_panes.show(*View::all()[2]); }
+void frmTree::ViewByScrap() { m_panes.show(*View::all()[3]); }
 
 const ListItem *frmTree::selectedItem() const
 {
     const int row = ui.lstToolList->selectedRow();
-    return row < 0 ? nullptr : &items().item(row);
+    return row < 0 ? nullptr : &m_panes.items().item(row);
 }
 
-void frmTree::patchSelectedItem(const ListItem &item) { items().replace(ui.lstToolList->selectedRow(), item); }
+void frmTree::patchSelectedItem(const ListItem &item) { m_panes.items().replace(ui.lstToolList->selectedRow(), item); }
 
 void frmTree::removeSelectedItem()
 {
     const int row = ui.lstToolList->selectedRow();
-    items().remove(row);
+    m_panes.items().remove(row);
     if (itemCount() > 0)
         ui.lstToolList->selectRow(qMin(row, itemCount() - 1));
 }
 
-int frmTree::itemCount() const { return items().count(); }
+void frmTree::narrowSelection()
+{
+    const size_t selected = ui.lstToolList->selectedRows().size();
+    if (selected < 2)
+        return;
+    ui.lstToolList->selectRow(ui.lstToolList->selectedRow());
+    ui.lblSelected->setText(QStringLiteral("1 of %1 selected").arg(selected));
+}
+
+void frmTree::showSelectedCount()
+{
+    const size_t selected = ui.lstToolList->selectedRows().size();
+    ui.lblSelected->setText(selected < 2 ? QString() : QStringLiteral("%1 selected").arg(selected));
+}
+
+int frmTree::itemCount() const { return m_panes.items().count(); }
 
 void frmTree::selectFirstItem()
 {
     ui.lstToolList->selectRow(0);
-    ProgramState::TreeHasFocus = false;
+    TreeHasFocus = false;
 }
 
 void frmTree::focusList() { ui.lstToolList->setFocus(); }
 
-void frmTree::listSelectedNode()
+void frmTree::addChildNode(const QString &mode, int parentId, int id, const QString &text)
 {
-    if (Node *node = ui.tvMain->selectedNode())
-        tvMain_NodeClick(node);
+    if (mode != view()->mode())
+        return;
+    const ItemId above{parentId == 0 ? ItemId::root : ItemId::folder, parentId};
+    Node *parent = m_panes.nodes().find(above.nodeKey());
+    if (!parent)
+        return;
+    m_panes.nodes().add(parent, ItemId{ItemId::folder, id}.nodeKey(), text, Icons::folder())->sorted = true;
+    ui.tvMain->expandNode(parent);
 }
 
-void frmTree::rebuildView() { showMode(m_mode); }
+void frmTree::renameNode(const QString &mode, int id, const QString &text)
+{
+    if (mode != view()->mode())
+        return;
+    if (Node *node = m_panes.nodes().find(ItemId{ItemId::folder, id}.nodeKey()))
+        m_panes.renamed(node, text);
+}
 
 void frmTree::closeEvent(QCloseEvent *event)
 {

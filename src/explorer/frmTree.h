@@ -1,24 +1,12 @@
 #pragma once
 
 #include "common/ExplorerView.h"
-#include "explorer/TreeView.h"
-#include "platform/engine/Recordset.h"
+#include "explorer/Panes.h"
 #include "platform/gui/SharedForm.h"
 #include "ui_frmTree.h"
 
-#include <array>
-#include <functional>
-
-/// What a job or an operation that tools were scrapped for is called: the operation's description, the job's number.
-QString chargeText(const Recordset &pair);
-/// The tools that are out with who has them, up to the condition that narrows them down.
-extern const QString toolsOutOfEmployees;
-/// A tool that is out, and a scrap record, as the list shows them; the rows are those of the list's statements.
-ListItem checkedOutItem(const Recordset &row);
-ListItem scrapItem(const Recordset &row);
-
 /// The tool explorer: a tree of folders in one of four views, the list of what the selected folder holds, and the
-/// commands on both.
+/// commands on both. What the views show and allow stands in the views, where the user is in the panes.
 class frmTree : public QWidget, public ExplorerView, public SharedForm<frmTree>
 {
     Q_OBJECT
@@ -42,21 +30,24 @@ public:
     void TreeEditTool();
     void TreeDeleteItems();
 
-    /// Goes to the node that the texts of `path` lead to, separated by "\", from the root on, and lists its contents.
+    /// Goes to a hit of a search: lists the node that holds it and selects it there.
     /// @returns false, and stays, when there is no such node.
-    bool showPath(const QString &path);
+    bool goToHit(const ListItem &hit);
     /// Selects the item with that key in the list. @returns false when it is not there.
-    bool selectItem(const QString &key);
+    bool selectItem(const QString &key) { return m_panes.selectItem(key); }
+    /// Null before the first tree is begun.
+    const View *view() const { return m_panes.view(); }
 
-    QString TreeMode() const override { return m_mode; }
+    QString TreeMode() const override { return view() ? view()->mode() : QString(); }
     const ListItem *selectedItem() const override;
     void patchSelectedItem(const ListItem &item) override;
     void removeSelectedItem() override;
+    void narrowSelection() override;
     int itemCount() const override;
     void selectFirstItem() override;
     void focusList() override;
-    void listSelectedNode() override;
-    void rebuildView() override;
+    void listSelectedNode() override { m_panes.relist(); }
+    void rebuildView() override { m_panes.rebuild(); }
     void addChildNode(const QString &mode, int parentId, int id, const QString &text) override;
     void renameNode(const QString &mode, int id, const QString &text) override;
     std::optional<PickedFolder> pickFolder(const QString &mode, QWidget *parent) override;
@@ -78,6 +69,10 @@ private:
 
     std::array<QRadioButton *, 4> options() const;
     void optMode_Click(int index);
+    QAbstractButton *commandOf(const QKeyEvent &key) const;
+    void showSelectedCount();
+
+    // Commands
     void cmdNew_MouseDown();
     void cmdEdit_PopUp();
     void cmdQuery_Click();
@@ -86,59 +81,21 @@ private:
     void mdi_TreeNewType();
     void mdi_TreeNewLocation();
     void newFolder(const struct FolderKind &kind);
-    void editFolder(int id, const QString &text);
-    void deleteNode(Node *node);
-    void deleteItems(const std::vector<int> &rows);
-    void deleteScrapItems(const std::vector<int> &rows);
-    QString folderQuestion() const;
-    bool mayDeleteFolder(const QString &id) const;
-    void removeDeletedFolders(const QStringList &ids);
-    QList<qint32> scrapIdsOf(const QString &jobOrOH, const QString &lineItemTypeId) const;
-    void purge(const QList<qint32> &scrapIds, const QString &question);
+    void editFolder(const Thing &folder);
     bool actsOnTree() const;
-
-    // Trees
-    void initTreetype(Node *parent, qint16 id);
-    void initTreeLocation(Node *parent, qint16 id);
-    void initFolderTree(const struct FolderTree &tree, Node *parent, qint16 id);
-    void addFolderNode(const struct FolderStatements &statements, Node *parent, qint16 id);
-    void initTreeScrap();
-    void initTreeCheckedOut();
-    void addChargeNode(Node *kind, const Recordset &pair);
-    void startTree(const QString &mode, const QString &title);
-    void showMode(const QString &mode);
-    void showView(const std::function<void()> &build);
-    void tvMain_Expand(Node *node);
-
-    // Lists
-    void tvMain_NodeClick(Node *node);
-    void ListByType(Node *node);
-    void ListByLoc(Node *node);
-    void ListByFolder(Node *node, const struct FolderLists &lists);
-    void ListByCheckedOut(Node *node);
-    void ListByScrap(Node *node);
-    void startList(Node *node);
-    void showListHeading(const Node *node);
-    void addRows(const QString &statement, const std::function<ListItem(const Recordset &)> &itemOf);
+    void listChosenNode();
+    void carryOut(const std::function<View::Outcome()> &command, const std::function<void()> &show);
 
     // What the user does in tree and list
+    void tvMain_NodeClick(Node *node);
     void tvMain_PopUp(Node *node, const QPoint &globalPosition);
+    void tvMain_DragDrop(Node *dragged);
     void lstToolList_PopUp(const QPoint &globalPosition);
     void lstToolList_DblClick();
     void lstToolList_DragDrop();
-    void tvMain_DragDrop(Node *dragged);
-    Node *nodeOfFolder(const ListItem &folder);
-    Node *nodeOfFolder(int id);
+    void move(const View::Things &things, const Node *target, bool fromTree);
     void moveToPicked();
-    void showMoved(Node *target);
-    void goToNode(const QString &key);
-    QAbstractButton *commandOf(const QKeyEvent &key) const;
 
-    KeyedTree &nodes() { return ui.tvMain->nodes(); }
-    KeyedList &items() { return ui.lstToolList->items(); }
-    const KeyedList &items() const { return ui.lstToolList->items(); }
-
-    QString m_mode;
+    Panes m_panes;
     bool m_started = false;
-    QString m_listedKey; // of the node whose contents the list shows
 };

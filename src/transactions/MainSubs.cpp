@@ -36,6 +36,7 @@ void MainSubs::CheckOutSelectedTool()
     } else if (item->icon == ItemIcon::toolScrapped) {
         msgBox({.text = "The selected tool is scrapped and cannot be Checked Out!"});
     } else if (item->key.startsWith('r')) {
+        theExplorer().narrowSelection();
         frmCheckOut::showModal();
     }
 }
@@ -52,6 +53,7 @@ void MainSubs::CheckInSelectedTool()
         msgBox({.text = "The selected tool is scrapped and must be restored before using!"});
     } else if (item->key.startsWith("co") && item->icon != ItemIcon::folder) {
         // The folders of the checked-out view are numbered like tools, but are none.
+        theExplorer().narrowSelection();
         frmCheckIn::showModal();
     }
 }
@@ -64,6 +66,7 @@ void MainSubs::RestoreSelectedScrap()
         if (theExplorer().itemCount() > 0)
             theExplorer().selectFirstItem();
     } else if (item->key.startsWith('j')) {
+        theExplorer().narrowSelection();
         frmScrapRestore::showModal();
     }
 }

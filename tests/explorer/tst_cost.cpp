@@ -106,7 +106,7 @@ private slots:
     {
         KeyedList hits({});
         const qint64 before = counters().run;
-        clsTools().Find("type", "Wrench*", hits);
+        clsTools().Find(*View::ofMode("type"), "Wrench*", hits);
         QCOMPARE(hits.count(), tools + 1);
         // Folders and tools, and the way from two folders to the root.
         QCOMPARE(counters().run - before, 2 + 1 + 2);

@@ -31,7 +31,7 @@ private slots:
              "71,'Drills','D-2','Drill 6',99,#2025-12-30 07:00:00#,1250,4",
              "72,'Drills','D-3','Drill 7',17,#2025-12-29 07:00:00#,900,4",
              "73,'Drills','D-4','Drill 8',17,#2025-12-28 07:00:00#,11,5"});
-        ProgramState::TreeHasFocus = false;
+        explorer().TreeHasFocus = false;
         explorer().Startup(true);
     }
 
@@ -111,7 +111,7 @@ private slots:
         }
         QCOMPARE(lines, items);
         QTEST(explorer().ui.lblList->text(), "heading");
-        QVERIFY(ProgramState::TreeHasFocus);
+        QVERIFY(explorer().TreeHasFocus);
     }
 
     void apostropheBreaksTheCheckedOutList()
@@ -181,7 +181,7 @@ private slots:
         }
         QTest::mouseClick(place, Qt::RightButton, {}, rect.center());
         QTEST(m_crib->frame.popUps, "menus");
-        QCOMPARE(ProgramState::TreeHasFocus, item.isEmpty());
+        QCOMPARE(explorer().TreeHasFocus, item.isEmpty());
         QCOMPARE(m_crib->listLines(), before);
     }
 
@@ -349,7 +349,7 @@ private slots:
 
         user.answers(QMessageBox::Ok);
         m_crib->tree()->setFocus();
-        ProgramState::TreeHasFocus = true;
+        explorer().TreeHasFocus = true;
         QTest::keyClick(m_crib->tree(), Qt::Key_Delete);
         QCOMPARE(user.texts().last(), "You cannot delete the Tools node.");
         m_crib->run({"INSERT INTO Locations (Description,Parent) VALUES('Shelf 2',0)"});
@@ -363,12 +363,12 @@ private slots:
         tree->setFocus();
         QTest::keyClick(tree, Qt::Key_Down);
         QCOMPARE(explorer().ui.lblList->text(), "Contents of 'Tools\\\u00c4xte'");
-        QVERIFY(ProgramState::TreeHasFocus);
+        QVERIFY(explorer().TreeHasFocus);
         m_crib->go("l1");
         ToolListView *list = m_crib->list();
         list->selectRow(0);
         QTest::keyClick(list, Qt::Key_Down);
-        QVERIFY(!ProgramState::TreeHasFocus);
+        QVERIFY(!explorer().TreeHasFocus);
         m_crib->select({"t2"});
         QTest::keyClick(list, Qt::Key_Return);
         QCOMPARE(tree->selectedNode()->key, "l2");

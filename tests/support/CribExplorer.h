@@ -38,7 +38,7 @@ public:
         tree()->expandAll();
         go(key);
         select(items);
-        ProgramState::TreeHasFocus = items.isEmpty();
+        explorer().TreeHasFocus = items.isEmpty();
     }
     /// Key and text of a node and of all below it, one dot for each level.
     QStringList treeLines(const KeyedTree::Node *node, int depth = 0) const

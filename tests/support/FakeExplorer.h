@@ -22,6 +22,7 @@ public:
         items.removeAt(selected);
         selected = qMin(selected, int(items.size()) - 1);
     }
+    void narrowSelection() override { calls.append("narrow"); }
     int itemCount() const override { return int(items.size()); }
     void selectFirstItem() override { selected = 0; }
     void focusList() override { calls.append("focus list"); }

@@ -17,6 +17,7 @@ struct ListItem {
     int icon = 0;
     QStringList subItems = {};
     QString path = {}; ///< of the tree node that holds the item, in lists that lead there
+    QString nodeKey = {}; ///< that node's key, where it is known
 
     QString subItem(int number) const { return subItems.value(number - 1); }
     void setSubItem(int number, const QString &text);

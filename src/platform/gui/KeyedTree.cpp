@@ -13,11 +13,13 @@ void KeyedTree::clear()
 
 KeyedTree::Node *KeyedTree::add(Node *parent, const QString &key, const QString &text, const QIcon &icon)
 {
+    if (!parent && m_root)
+        throw KeyError("Element not found");
     auto made = std::make_unique<Node>(Node{.key = key, .text = text, .icon = icon, .parent = parent});
     Node *node = made.get();
     Node *&ofKey = m_byKey[key];
     if (ofKey)
-        throw KeyError();
+        throw KeyError("Key is not unique in collection");
     ofKey = node;
     if (!parent) {
         const Filling filling(*this);

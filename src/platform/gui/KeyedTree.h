@@ -9,11 +9,11 @@
 #include <stdexcept>
 #include <vector>
 
-/// A key that stands in the tree already.
+/// A key that stands in the tree already, or a parent that does not.
 class KeyError : public std::runtime_error
 {
 public:
-    KeyError() : std::runtime_error("Key is not unique in collection") { }
+    using std::runtime_error::runtime_error;
 };
 
 /// A tree of nodes, each with a key that is unique over the tree, a text and a picture. It is the model of its view.
@@ -35,7 +35,7 @@ public:
 
     void clear();
     /// Adds a node as the last child of `parent`, or where its text belongs when the parent is sorted; without a
-    /// parent it is the root. @throws KeyError when the key is taken.
+    /// parent it is the root. @throws KeyError when the key is taken, or when there is a root already.
     Node *add(Node *parent, const QString &key, const QString &text, const QIcon &icon);
     void removeChildren(Node *node);
     /// Takes the node with all below it out of the tree.

@@ -1,0 +1,118 @@
+#include "explorer/CheckedOutView.h"
+
+#include "db/Session.h"
+#include "explorer/ListItems.h"
+#include "explorer/Panes.h"
+#include "explorer/clsTools.h"
+#include "platform/gui/Icons.h"
+#include "platform/text/Numbers.h"
+#include "reports/QueryKind.h"
+
+#include <QCoreApplication>
+#include <QScopeGuard>
+
+CheckedOutView::CheckedOutView()
+    : View({
+        .mode = "checkedOut",
+        .title = "Tools Checked Out",
+        .headingLength = 40,
+        .columns = {{"Description", 2000},
+                    {"Part Number", 1440},
+                    {"Employee", 1440},
+                    {"Date Out", 1440},
+                    {"Type", 1440},
+                    {"Location", 1440}},
+        .findColumns = {{"Description", 3000},
+                        {"Part Number", 1600},
+                        {"Employee", 2200},
+                        {"Date Out", 1900},
+                        {"Type", 2200},
+                        {"Location", 2200}},
+        .query = QueryKind::frmQueryCheckedOut,
+        .refusals =
+            {
+                {Command::create,
+                 {},
+                 "To add a tool use the New button while in the View by Type or View by Location mode. ",
+                 QMessageBox::Information},
+                {Command::edit,
+                 {ItemId::root, ItemId::description, ItemId::toolOut},
+                 "A checked out tool cannot be edited!",
+                 QMessageBox::Information},
+                {Command::remove, {ItemId::root}, "You cannot delete the Tools node."},
+                {Command::remove, {ItemId::description, ItemId::toolOut}, "You must check tools in before deleting."},
+            },
+    })
+{
+}
+
+QString CheckedOutView::buildTree(Panes &panes) const
+{
+    const Panes::Hidden hidden(panes);
+    panes.nodes().clear();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    Node *root = panes.begin(*this);
+    root->sorted = true;
+    Recordset rows = openRecordset("SELECT Distinct Description FROM Tools WHERE Out=-1");
+    panes.progress().start(rows.recordCount(), "Tree Items");
+    const auto hide = qScopeGuard([&] { panes.progress().finish(); });
+    for (qint64 counter = 1; !rows.atEnd(); rows.moveNext(), ++counter) {
+        const ItemId id{ItemId::description, asInteger(counter)};
+        panes.nodes().add(root, id.nodeKey(), rows.text(u"Description"), Icons::folder())->sorted = true;
+        panes.progress().step();
+    }
+    return {};
+}
+
+void CheckedOutView::fillList(Panes &panes, const Node *node) const
+{
+    if (!node->children.empty()) {
+        int number = 0;
+        panes.addRows("SELECT Distinct Description FROM Tools WHERE Out=-1", [&](const Recordset &row) {
+            return ListItems::folder(ItemId{ItemId::description, ++number}.itemKey(), row.text(u"Description"));
+        });
+    }
+    if (!node->parent)
+        return;
+    // The text stands between the quotes as it is: one with an apostrophe is refused by the engine.
+    const QString described = " AND Tools.Description='" + node->text + "'";
+    panes.addRows(ListItems::toolsOut + described, ListItems::toolOut);
+    ListItems::addOutWithoutLoan(panes, described, ListItems::toolOut);
+}
+
+KeyedTree::Node *CheckedOutView::nodeOf(KeyedTree &nodes, const ListItem &folder) const
+{
+    const auto &descriptions = nodes.root()->children;
+    const auto found = std::find_if(descriptions.begin(), descriptions.end(),
+                                    [&](const auto &node) { return node->text == folder.text; });
+    return found == descriptions.end() ? nullptr : found->get();
+}
+
+KeyedTree::Node *CheckedOutView::sameNode(KeyedTree &nodes, const Thing &before) const
+{
+    return nodeOf(nodes, {.key = {}, .text = before.text});
+}
+
+QString CheckedOutView::popUpOf(const ListItem &item) const
+{
+    return idOf(item).kind == ItemId::toolOut && item.icon == ItemIcon::toolOut ? "mnuListCheckIn" : QString();
+}
+
+void CheckedOutView::find(clsTools &search, const QString &pattern) const
+{
+    int number = 0;
+    search.addRows("SELECT Distinct Description FROM Tools WHERE Out=-1"
+                   " and Description LIKE "
+                       + pattern,
+                   [&](const Recordset &row) {
+                       ListItem item =
+                           ListItems::folder(ItemId{ItemId::description, ++number}.itemKey(), row.text(u"Description"));
+                       item.path = "Tools\\" + item.text;
+                       return item;
+                   });
+    search.addRows(ListItems::toolsOut + " AND Tools.Description LIKE " + pattern, [](const Recordset &row) {
+        ListItem item = ListItems::toolOut(row);
+        item.path = "Tools\\" + item.text;
+        return item;
+    });
+}

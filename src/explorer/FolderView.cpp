@@ -1,0 +1,315 @@
+#include "explorer/FolderView.h"
+
+#include "db/Literals.h"
+#include "db/Session.h"
+#include "explorer/ListItems.h"
+#include "explorer/Panes.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/Icons.h"
+#include "platform/gui/MsgBox.h"
+#include "platform/text/Numbers.h"
+#include "reports/QueryKind.h"
+
+#include <QScopeGuard>
+#include <QSet>
+
+constinit const FolderView::Names FolderView::types{
+    .kind = clsTools::Kind::types,
+    .plural = "types",
+    .itemPrefix = "t",
+    .popUp = "mnuTreePopType",
+    .count = "SELECT Count(*) AS cnt FROM Types",
+    .descriptionOf = "SELECT Description FROM Types WHERE ID = 0 ORDER BY Description",
+    .childrenOf = "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description",
+    .subFolders = "Select * from types where parent = %1 ORDER BY description",
+    .ofFolder = " AND Tools.Type=",
+    .toolsOf = "SELECT Tools.Id"
+               " FROM Tools"
+               " WHERE Tools.Type=",
+};
+
+constinit const FolderView::Names FolderView::locations{
+    .kind = clsTools::Kind::locations,
+    .plural = "locations",
+    .itemPrefix = "l",
+    .popUp = "mnuTreePopLoc",
+    .count = "SELECT Count(*) AS cnt FROM Locations",
+    .descriptionOf = "SELECT Description FROM Locations WHERE ID = 0 ORDER BY Description",
+    .childrenOf = "SELECT * FROM Locations WHERE Parent = 0 ORDER BY Description",
+    .subFolders = "Select * from locations where parent = %1 ORDER BY description",
+    .ofFolder = " AND Tools.Location=",
+    .toolsOf = "SELECT Tools.Id"
+               " FROM Tools"
+               " WHERE Tools.Location=",
+};
+
+namespace {
+
+const QString toolsInStock =
+    QStringLiteral("SELECT Tools.*, Locations.description as locdesc, Types.description as typedesc, "
+                   " 0000000000 as Employee FROM Tools, Locations, Types"
+                   " WHERE Tools.Type=Types.ID and Tools.Location=Locations.ID"
+                   " AND Tools.out=false");
+const QString toolsOut = QStringLiteral("SELECT Tools.*, Locations.description as locdesc, "
+                                        " Types.description as typedesc,  CheckOutIn.Employee "
+                                        " FROM CheckOutIn, Tools, Locations, Types"
+                                        " WHERE CheckOutIn.tool_id=Tools.id"
+                                        " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
+                                        " AND CheckOutIn.active=true and tools.out=true");
+
+const char *const mustCheckIn = "You must Check In the tool before moving.";
+const char *const othersWereFirst = "Somebody else has changed the crib meanwhile: ";
+
+View::Row rowOf(clsTools::Kind kind)
+{
+    const bool types = kind == clsTools::Kind::types;
+    return {
+        .mode = types ? "type" : "location",
+        .title = types ? "Tool Types" : "Tool Locations",
+        .headingLength = -1,
+        .columns = {{"Description", 2000},
+                    {"Part Number", 1440},
+                    {"Type", 1440},
+                    {"Location", 1440},
+                    {"Manufacturer", 1440},
+                    {"Checkout Employee", 2000}},
+        .findColumns = {{"Description", 3000}, {"Part Number", 1600}, {"Manufacturer", 1800}, {"Path", 5000}},
+        .query = QueryKind::frmQueryTypeLoc,
+        .refusals =
+            {
+                {View::Command::edit, {ItemId::root}, "You cannot edit this Node", QMessageBox::Information},
+                {View::Command::edit,
+                 {ItemId::toolOut},
+                 "A checked out tool cannot be edited!",
+                 QMessageBox::Information},
+                {View::Command::remove, {ItemId::root}, "You cannot delete the Tools node."},
+                {View::Command::remove, {ItemId::toolOut}, "You must Check In the tool before deleting."},
+            },
+    };
+}
+
+QList<qint32> numbersOf(const View::Things &things, bool tools)
+{
+    QList<qint32> numbers;
+    for (const Thing &thing : things)
+        if (thing.id.isTool() == tools)
+            numbers.append(qint32(thing.id.number));
+    return numbers;
+}
+
+}
+
+FolderView::FolderView(const Names &names) : View(rowOf(names.kind)), m_names(names) { }
+
+struct FolderView::Build {
+    Panes &panes;
+    SelectByNumber descriptionOf;
+    SelectByNumber childrenOf;
+    QStringList tooHigh = {}; ///< numbers of folders that the tree cannot hold
+};
+
+QString FolderView::buildTree(Panes &panes) const
+{
+    Database &database = Session::database();
+    const ReadScope scope(database);
+    const KeyedTree::Filling filling(panes.nodes());
+    const auto hide = qScopeGuard([&] { panes.progress().finish(); });
+    panes.progress().start(int(openRecordset(m_names.count).field(u"cnt").toInteger()));
+    Build build{panes, {database, m_names.descriptionOf}, {database, m_names.childrenOf}};
+    addFolder(build, panes.begin(*this), 0);
+    if (build.tooHigh.isEmpty())
+        return {};
+    return QStringLiteral("The %1 numbered %2 cannot be shown: the tree holds numbers up to 32767.")
+        .arg(m_names.plural, build.tooHigh.join(", "));
+}
+
+// The root's node is there already; every other one is read, added and followed by what lies below it.
+void FolderView::addFolder(Build &build, Node *parent, qint16 id) const
+{
+    Node *node = parent;
+    if (id != 0) {
+        const QString text = build.descriptionOf.open(id).text(u"Description");
+        node = build.panes.nodes().add(parent, ItemId{ItemId::folder, id}.nodeKey(), text, Icons::folder());
+        build.panes.progress().step();
+    }
+    for (Recordset rows = build.childrenOf.open(id); !rows.atEnd(); rows.moveNext()) {
+        const qint64 child = rows.field(u"ID").toInteger();
+        if (child != qint16(child))
+            build.tooHigh.append(QString::number(child));
+        else if (child != 0) // 0 would be the root again
+            addFolder(build, node, qint16(child));
+    }
+    // The rows came in order; a node that is added later goes to its place.
+    node->sorted = true;
+}
+
+void FolderView::fillList(Panes &panes, const Node *node) const
+{
+    const QString id = idOf(*node).digits();
+    if (!node->children.empty())
+        panes.addRows(QString(m_names.subFolders).arg(id), [&](const Recordset &row) {
+            return ListItems::folder(m_names.itemPrefix + row.text(u"ID"), row.text(u"Description"));
+        });
+    if (!node->parent)
+        return;
+    panes.addRows(toolsInStock + m_names.ofFolder + id,
+                  [](const Recordset &row) { return ListItems::tool(row, false); });
+    panes.addRows(toolsOut + m_names.ofFolder + id, [](const Recordset &row) { return ListItems::tool(row, true); });
+    ListItems::addOutWithoutLoan(panes, m_names.ofFolder + id,
+                                 [](const Recordset &row) { return ListItems::tool(row, true); });
+}
+
+QString FolderView::popUpOf(const ListItem &item) const
+{
+    switch (idOf(item).kind) {
+    case ItemId::toolInStock:
+        return item.icon == ItemIcon::toolOut ? QString() : "mnuTreePopTool";
+    case ItemId::toolOut:
+        return "mnuListCheckIn";
+    default:
+        return {};
+    }
+}
+
+// What stands in the database decides, before the question and again before anything is deleted.
+std::optional<Refusal> FolderView::whyKept(const Things &things, bool fromTree) const
+{
+    for (const Thing &thing : things) {
+        if (thing.id.isTool())
+            continue;
+        if (!openRecordset(QString("SELECT id FROM ") + m_names.plural + " WHERE parent=" + thing.id.digits())
+                 .isEmpty())
+            return Refusal{fromTree ? QString("You cannot delete ") + m_names.plural + " which contain sub folders."
+                                    : "Cannot delete folders that contain sub folders"};
+        if (!openRecordset(m_names.toolsOf + thing.id.digits()).isEmpty())
+            return Refusal{QString("You cannot delete ") + m_names.plural + " which contain tools.",
+                           QMessageBox::Information};
+    }
+    const QList<qint32> tools = numbersOf(things, true);
+    if (!tools.isEmpty()
+        && !openRecordset("SELECT Id FROM Tools WHERE Out=-1 AND Id IN (" + joined(tools) + ")").isEmpty())
+        return Refusal{"You must Check In the tool before deleting.", QMessageBox::NoIcon, true};
+    return {};
+}
+
+View::Outcome FolderView::remove(const Things &things, bool fromTree) const
+{
+    if (const auto refusal = whyKept(things, fromTree)) {
+        say(*refusal);
+        return refusal->stale ? Outcome::stale : Outcome::declined;
+    }
+    const QString oneFolder = "You are about to delete a tool " + mode() + ". This can not be undone. Are you sure?";
+    const bool tool = things.front().id.isTool();
+    if (!confirmed(things.size() > 1 ? severalThings : tool ? oneTool : oneFolder))
+        return Outcome::declined;
+
+    const HourGlass busy;
+    std::optional<Refusal> refusal;
+    const QString problem =
+        clsTools().Delete(m_names.kind, numbersOf(things, false), numbersOf(things, true), [&]() -> QString {
+            refusal = whyKept(things, fromTree);
+            return refusal ? refusal->text : QString();
+        });
+    if (problem.isEmpty())
+        return Outcome::done;
+    say(refusal ? Refusal{othersWereFirst + refusal->text, QMessageBox::Information}
+                : Refusal{problem, QMessageBox::Critical});
+    return Outcome::stale;
+}
+
+// Others move and delete folders at the same time: the way from the target up is read, not looked up in the tree.
+std::optional<Refusal> FolderView::whyNotMoved(const Things &things, const Thing &target) const
+{
+    QSet<qint64> seen;
+    qint64 above = target.id.number;
+    while (above != 0) {
+        if (std::any_of(things.begin(), things.end(), [&](const Thing &thing) {
+                return thing.id == ItemId{ItemId::folder, above};
+            }))
+            return Refusal{"A node can't be made a child of its own children."};
+        const Recordset folder =
+            openRecordset(QString("SELECT * FROM ") + m_names.plural + " WHERE id=" + QString::number(above));
+        if (folder.isEmpty() || seen.contains(above))
+            return Refusal{"'" + target.text + "' is no longer there.", QMessageBox::Information, true};
+        seen.insert(above);
+        above = folder.field(u"Parent").toInteger();
+    }
+    for (const bool tools : {true, false}) {
+        const QList<qint32> numbers = numbersOf(things, tools);
+        if (numbers.isEmpty())
+            continue;
+        const QString chosen =
+            QString(" FROM ") + (tools ? "tools" : m_names.plural) + " WHERE id IN (" + joined(numbers) + ")";
+        if (openRecordset("SELECT Count(*) as cnt" + chosen).field(u"cnt").toInteger() < numbers.size())
+            return Refusal{"Not all of the items are still there.", QMessageBox::Information, true};
+        if (tools && !openRecordset("SELECT id" + chosen + " AND out=-1").isEmpty())
+            return Refusal{mustCheckIn, QMessageBox::NoIcon, true};
+    }
+    return {};
+}
+
+View::Outcome FolderView::move(const Things &things, const Thing &target, bool fromTree) const
+{
+    const auto any = [&](auto what) { return std::any_of(things.begin(), things.end(), what); };
+    if (any([](const Thing &thing) { return thing.id.kind == ItemId::toolOut; })) {
+        say({mustCheckIn});
+        return Outcome::declined;
+    }
+    if (any([&](const Thing &thing) { return thing.id == target.id || thing.parent == target.id; }))
+        return Outcome::declined;
+    if (target.id.kind == ItemId::root && any([](const Thing &thing) { return thing.id.isTool(); })) {
+        say({"A tool needs a " + mode() + ": it cannot be moved to '" + target.text + "'.", QMessageBox::Information});
+        return Outcome::declined;
+    }
+    if (const auto refusal = whyNotMoved(things, target)) {
+        say(*refusal);
+        return refusal->stale ? Outcome::stale : Outcome::declined;
+    }
+    if (msgBox({.text = "Move the items to " + target.text + "?",
+                .icon = QMessageBox::Question,
+                .buttons = QMessageBox::Yes | QMessageBox::No})
+        != QMessageBox::Yes)
+        return Outcome::declined;
+
+    const QString to = "=" + target.id.digits() + " WHERE ID";
+    for (const bool tools : {true, false}) {
+        Things moving;
+        std::copy_if(things.begin(), things.end(), std::back_inserter(moving),
+                     [&](const Thing &thing) { return thing.id.isTool() == tools; });
+        if (moving.empty())
+            continue;
+        const QString ids = joined(numbersOf(moving, tools));
+        Transaction transaction(Session::database());
+        if (const auto refusal = whyNotMoved(moving, target)) {
+            say({othersWereFirst + refusal->text, QMessageBox::Information});
+            return Outcome::stale;
+        }
+        execute(tools          ? "UPDATE tools SET " + mode() + to + " IN (" + ids + ")"
+                    : fromTree ? QString("UPDATE ") + m_names.plural + " SET parent" + to + "=" + ids
+                               : QString("UPDATE ") + m_names.plural + "  SET parent" + to + " IN (" + ids + ")");
+        transaction.commit();
+    }
+    return Outcome::done;
+}
+
+void FolderView::find(clsTools &search, const QString &pattern) const
+{
+    search.addRows(
+        QString("SELECT * FROM ") + m_names.plural + " WHERE description LIKE " + pattern, [&](const Recordset &row) {
+            const clsTools::Place place = search.placeOf(m_names.kind, qint32(row.field(u"ID").toInteger()));
+            ListItem item = ListItems::folder(m_names.itemPrefix + row.text(u"ID"), row.text(u"Description"));
+            item.subItems = {QString(), QString(), place.path};
+            item.path = place.path;
+            item.nodeKey = place.nodeKey;
+            return item;
+        });
+    search.addRows("SELECT * FROM tools WHERE description LIKE " + pattern, [&](const Recordset &row) {
+        const clsTools::Place place = search.placeOf(m_names.kind, qint32(row.field(mode()).toInteger()));
+        return ListItem{.key = "r" + row.text(u"ID"),
+                        .text = row.text(u"Description"),
+                        .icon = row.field(u"Out").toBool() ? ItemIcon::toolOut : ItemIcon::toolInStock,
+                        .subItems = {row.text(u"PartNumber"), row.text(u"Manufacturer"), place.path},
+                        .path = place.path,
+                        .nodeKey = place.nodeKey};
+    });
+}

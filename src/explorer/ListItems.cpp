@@ -1,0 +1,78 @@
+#include "explorer/ListItems.h"
+
+#include "common/ItemKeys.h"
+#include "db/Session.h"
+#include "explorer/Panes.h"
+#include "platform/gui/Icons.h"
+
+const QString ListItems::toolsOut = QStringLiteral("SELECT Tools.*, Locations.description as locdesc,"
+                                                   " Types.description as typedesc,"
+                                                   " CheckOutIn.Employee,CheckOutIn.DateOut,"
+                                                   " Employee.LastName,Employee.FirstName"
+                                                   " FROM CheckOutIn, Tools, Locations, Types,Employee"
+                                                   " WHERE CheckOutIn.tool_id=Tools.id"
+                                                   " AND CheckOutIn.employee=Employee.EmpId"
+                                                   " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
+                                                   " AND CheckOutIn.active=true and tools.out=true");
+
+QIcon ListItems::icon(int number)
+{
+    switch (number) {
+    case ItemIcon::toolOut:
+        return Icons::icon("tool-out");
+    case ItemIcon::toolInStock:
+        return Icons::icon("tool-in");
+    case ItemIcon::toolScrapped:
+        return Icons::icon("tool-scrapped");
+    case ItemIcon::openFolder:
+        return Icons::icon("folder-open");
+    default:
+        return Icons::folder();
+    }
+}
+
+QString ListItems::elsewhere(const QString &folder) { return "..\\" + folder; }
+
+QString ListItems::personName(const Recordset &row) { return row.text(u"LastName") + ", " + row.text(u"FirstName"); }
+
+ListItem ListItems::folder(const QString &key, const QString &text)
+{
+    return {.key = key, .text = text, .icon = ItemIcon::folder};
+}
+
+ListItem ListItems::tool(const Recordset &row, bool out)
+{
+    const QString id = row.text(u"ID");
+    return {.key = out ? "co" + id : "r" + id,
+            .text = row.text(u"Description"),
+            .icon = out ? ItemIcon::toolOut : ItemIcon::toolInStock,
+            .subItems = {row.text(u"PartNumber"), elsewhere(row.text(u"typedesc")), elsewhere(row.text(u"locdesc")),
+                         row.text(u"Manufacturer"), out ? row.text(u"Employee") : QString()}};
+}
+
+ListItem ListItems::toolOut(const Recordset &row)
+{
+    return {.key = "co" + row.text(u"ID"),
+            .text = row.text(u"Description"),
+            .icon = ItemIcon::toolOut,
+            .subItems = {row.text(u"PartNumber"), personName(row), row.text(u"DateOut"),
+                         elsewhere(row.text(u"typedesc")), elsewhere(row.text(u"locdesc"))}};
+}
+
+void ListItems::addOutWithoutLoan(Panes &panes, const QString &condition, ListItem (*itemOf)(const Recordset &row))
+{
+    const QStringList keys = panes.itemKeys().filter("co");
+    const QSet<QString> listed(keys.begin(), keys.end());
+    if (openRecordset("SELECT Count(*) as cnt FROM Tools WHERE Tools.out=true" + condition).field(u"cnt").toInteger()
+        <= listed.size())
+        return;
+    Recordset rows = openRecordset("SELECT Tools.*, Locations.description as locdesc, Types.description as typedesc,"
+                                   " '' as Employee, '' as LastName, '' as FirstName, '' as DateOut"
+                                   " FROM Tools, Locations, Types"
+                                   " WHERE Tools.Type=Types.ID and Tools.Location=Locations.ID"
+                                   " AND Tools.out=true"
+                                   + condition);
+    for (; !rows.atEnd(); rows.moveNext())
+        if (!listed.contains("co" + rows.text(u"ID")))
+            panes.items().add(itemOf(rows));
+}

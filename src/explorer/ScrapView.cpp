@@ -1,0 +1,237 @@
+#include "explorer/ScrapView.h"
+
+#include "db/Schema.h"
+#include "db/Session.h"
+#include "explorer/ListItems.h"
+#include "explorer/Panes.h"
+#include "explorer/clsTools.h"
+#include "platform/gui/Handler.h"
+#include "platform/gui/Icons.h"
+#include "platform/gui/MsgBox.h"
+#include "platform/text/Format.h"
+#include "reports/QueryKind.h"
+#include "transactions/MainSubs.h"
+
+#include <QScopeGuard>
+
+namespace {
+
+const QString kindsOfCharge = QStringLiteral("SELECT distinct Scrap.LineItemTypeID, LineItemType.Code"
+                                             " FROM Scrap INNER JOIN LineItemType"
+                                             " ON Scrap.LineItemTypeID = LineItemType.index");
+
+// What a job or an operation that tools were scrapped for is called: the operation's description, the job's number.
+QString chargeText(const Recordset &pair)
+{
+    const QString jobOrOH = pair.text(u"JobOrOH");
+    if (pair.field(u"LineItemTypeID").toInteger() != Schema::overheadCharge)
+        return jobOrOH;
+    return openRecordset("Select Operation.Description from"
+                         " Operation Where Operation.OperNo="
+                         + jobOrOH)
+        .text(u"Description");
+}
+
+ListItem scrapItem(const Recordset &row)
+{
+    return {.key = "j" + row.text(u"ID"),
+            .text = row.text(u"Description"),
+            .icon = ItemIcon::toolScrapped,
+            .subItems = {row.text(u"PartNumber"), ListItems::elsewhere(row.text(u"TypeDescription")),
+                         ListItems::personName(row), Format::listDate(row.text(u"ScrapDate"))}};
+}
+
+QList<qint32> recordsOf(const Thing &charge)
+{
+    QList<qint32> ids;
+    Recordset rows = openRecordset("SELECT Id FROM Scrap Where JobOrOh = " + charge.id.digits()
+                                   + " And LineItemTypeID = " + charge.parent.digits() + " ORDER BY ID");
+    for (; !rows.atEnd(); rows.moveNext())
+        ids.append(qint32(rows.field(u"Id").toInteger()));
+    return ids;
+}
+
+}
+
+ScrapView::ScrapView()
+    : View({
+        .mode = "scrap",
+        .title = "Tools Scrapped",
+        .headingLength = 40,
+        .columns =
+            {{"Description", 2000}, {"Part Number", 1440}, {"Type", 1440}, {"Employee", 1440}, {"Date Scrapped", 1440}},
+        .findColumns = {{"Description", 3000},
+                        {"Part Number", 1600},
+                        {"Type", 2200},
+                        {"Employee", 2200},
+                        {"Date Scrapped", 1700},
+                        {"Job or OH", 1700}},
+        .query = QueryKind::frmQueryScrap,
+        .refusals =
+            {
+                {Command::create,
+                 {},
+                 "To add a tool use the New button while in the View by Type or View by Location mode. ",
+                 QMessageBox::Information},
+                {Command::edit, {ItemId::scrapRecord}, "A scrapped tool cannot be edited!", QMessageBox::Information},
+                {Command::edit,
+                 {ItemId::root, ItemId::chargeKind, ItemId::charge},
+                 "This node cannot be edited.",
+                 QMessageBox::Information},
+                {Command::remove, {ItemId::root}, "You cannot delete the Tools node."},
+                {Command::remove, {ItemId::chargeKind}, "Scrapped tools must be deleted individually."},
+            },
+    })
+{
+}
+
+QString ScrapView::buildTree(Panes &panes) const
+{
+    const ReadScope scope(Session::database());
+    const Panes::Hidden hidden(panes);
+    Node *root = panes.begin(*this);
+    root->sorted = true;
+    Recordset kinds = openRecordset(kindsOfCharge);
+    Recordset pairs = openRecordset("SELECT distinct JoborOH,LineItemTypeID FROM Scrap");
+    panes.progress().start(kinds.recordCount() + pairs.recordCount(), "Tree Items");
+    const auto hide = qScopeGuard([&] { panes.progress().finish(); });
+    KeyedTree &nodes = panes.nodes();
+    for (; !kinds.atEnd(); kinds.moveNext()) {
+        nodes.add(root, "l" + kinds.text(u"LineItemTypeID"), kinds.text(u"Code"), Icons::folder())->sorted = true;
+        panes.progress().step();
+    }
+    for (; !pairs.atEnd(); pairs.moveNext()) {
+        addCharge(nodes, nodes.find("l" + pairs.text(u"LineItemTypeID")), pairs);
+        panes.progress().step();
+    }
+    return {};
+}
+
+void ScrapView::addCharge(KeyedTree &nodes, Node *kind, const Recordset &pair)
+{
+    nodes.add(kind, "C" + pair.text(u"JobOrOH"), chargeText(pair), Icons::folder())->sorted = true;
+}
+
+// A step that fails is skipped: the same number may be a job's and an operation's, and the second one finds its key
+// taken.
+bool ScrapView::openNode(Panes &panes, Node *node) const
+{
+    if (!node->parent)
+        return false;
+    const auto skippingErrors = [](const std::function<void()> &step) {
+        try {
+            step();
+        } catch (const std::exception &) {
+        }
+    };
+    skippingErrors([&] {
+        Recordset pairs = openRecordset("SELECT distinct JoborOH,LineItemTypeID FROM Scrap WHERE LineItemTypeId="
+                                        + idOf(*node).digits());
+        panes.nodes().removeChildren(node);
+        for (; !pairs.atEnd(); pairs.moveNext())
+            skippingErrors([&] { addCharge(panes.nodes(), node, pairs); });
+    });
+    return true;
+}
+
+void ScrapView::fillList(Panes &panes, const Node *node) const
+{
+    const ItemId id = idOf(*node);
+    if (id.kind == ItemId::root)
+        panes.addRows(kindsOfCharge, [](const Recordset &row) {
+            return ListItems::folder("s" + row.text(u"LineItemTypeID"), row.text(u"Code"));
+        });
+    else if (id.kind == ItemId::chargeKind)
+        panes.addRows(
+            "SELECT distinct JoborOH,LineItemTypeID FROM Scrap WHERE LineItemTypeId=" + id.digits(),
+            [](const Recordset &row) { return ListItems::folder("l" + row.text(u"JobOrOH"), chargeText(row)); });
+    else
+        panes.addRows("SELECT Scrap.*, Employee.EmpID,"
+                      " Employee.LastName, Employee.FirstName"
+                      " FROM Scrap LEFT JOIN Employee ON Scrap.Employee = Employee.EmpID"
+                      " WHERE Scrap.JobOrOh="
+                          + id.digits(),
+                      scrapItem);
+}
+
+QString ScrapView::popUpOf(const ListItem &item) const
+{
+    return idOf(item).kind == ItemId::scrapRecord ? "mnuListPopScrap" : QString();
+}
+
+View::Outcome ScrapView::remove(const Things &things, bool) const
+{
+    QList<qint32> records;
+    bool folders = false;
+    for (const Thing &thing : things) {
+        folders = folders || thing.id.kind == ItemId::charge;
+        if (thing.id.kind == ItemId::charge)
+            records.append(recordsOf(thing));
+        else
+            records.append(qint32(thing.id.number));
+    }
+    if (records.isEmpty()) {
+        msgBox({.text = "Nothing to delete. Please select the item(s) to delete first."});
+        return Outcome::stale;
+    }
+    if (!confirmed(folders ? severalThings : oneTool))
+        return Outcome::declined;
+    bool allDeleted = true;
+    {
+        const HourGlass busy;
+        // What holds one record back holds back the next ones as well.
+        for (auto id = records.begin(); allDeleted && id != records.end(); ++id)
+            allDeleted = MainSubs::PurgeScrapped("Tool", *id);
+    }
+    msgBox({.text =
+                allDeleted ? "Selected Scrapped Tool(s) deleted." : "One or more Scrapped Tools could not be deleted"});
+    return Outcome::stale;
+}
+
+void ScrapView::find(clsTools &search, const QString &pattern) const
+{
+    const auto folder = [](const QString &key, const QString &text, const QString &path) {
+        ListItem item = ListItems::folder(key, text);
+        item.path = path + text;
+        return item;
+    };
+    search.addRows(kindsOfCharge + " WHERE LineItemType.Code LIKE " + pattern, [&](const Recordset &row) {
+        return folder("s" + row.text(u"LineItemTypeID"), row.text(u"Code"), "Tools\\");
+    });
+
+    // The statement crosses every scrap record with the kind 'Job'; an operation's records are no job's.
+    search.addRows(
+        "SELECT distinct JoborOH,LineItemTypeID FROM Scrap"
+        " INNER JOIN LineItemType"
+        " WHERE LineItemType.Code='Job' and JobOrOh LIKE "
+            + pattern,
+        [&](const Recordset &row) { return folder("l" + row.text(u"JobOrOH"), row.text(u"JobOrOH"), "Tools\\Job\\"); },
+        [](const Recordset &row) { return row.field(u"LineItemTypeID").toInteger() == Schema::jobCharge; });
+
+    search.addRows("SELECT distinct JoborOH,LineItemTypeID,Operation.Description"
+                   " FROM (Scrap INNER JOIN LineItemType"
+                   " ON Scrap.LineItemTypeID = LineItemType.index)"
+                   " INNER JOIN Operation on"
+                   " (Scrap.JobOrOh=Operation.OperNo)"
+                   " WHERE LineItemType.code='Overhead'"
+                   " and Operation.Description LIKE "
+                       + pattern,
+                   [&](const Recordset &row) {
+                       return folder("l" + row.text(u"JobOrOH"), row.text(u"Description"), "Tools\\Overhead\\");
+                   });
+
+    search.addRows("SELECT Scrap.*,Employee.EmpId,"
+                   " Employee.LastName,Employee.FirstName"
+                   " FROM Scrap INNER JOIN Employee on"
+                   " Scrap.Employee=Employee.EmpId"
+                   " WHERE Scrap.Description LIKE "
+                       + pattern,
+                   [&](const Recordset &row) {
+                       const bool forOverhead = row.field(u"LineItemTypeId").toInteger() == Schema::overheadCharge;
+                       ListItem item = scrapItem(row);
+                       const QString charge = chargeText(row);
+                       item.subItems.append(charge);
+                       item.path = (forOverhead ? "Tools\\Overhead\\" : "Tools\\Job\\") + charge;
+                       return item;
+                   });
+}

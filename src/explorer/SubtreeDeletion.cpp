@@ -1,0 +1,69 @@
+#include "explorer/SubtreeDeletion.h"
+
+#include "db/Literals.h"
+#include "db/Session.h"
+
+namespace {
+
+QList<qint32> idsOf(const QString &statement)
+{
+    QList<qint32> ids;
+    for (Recordset rows = openRecordset(statement); !rows.atEnd(); rows.moveNext())
+        ids.append(qint32(rows.field(u"id").toInteger()));
+    return ids;
+}
+
+}
+
+QString SubtreeDeletion::run()
+{
+    QString problem;
+    Transaction transaction(Session::database());
+    if (objection)
+        problem = objection();
+    if (!problem.isEmpty())
+        return problem;
+    QSet<qint32> seen(folders.begin(), folders.end());
+    const QList<qint32> chosen = folders;
+    for (const qint32 folder : chosen)
+        gather(folder, seen);
+
+    const auto step = [&](const QString &statement, const QString &whatFails) {
+        try {
+            execute(statement);
+        } catch (const EngineError &error) {
+            problem = "Error: " + whatFails + "\r\nError: " + error.text();
+        }
+        return problem.isEmpty();
+    };
+    // History, tools, folders: each refers to what goes after it.
+    if (!tools.isEmpty()) {
+        if (!step("DELETE FROM CheckOutIn WHERE tool_id in (" + joined(tools) + ")",
+                  "Unable to delete Tools related data in the CheckOutIn table."))
+            return problem;
+        if (!step("DELETE FROM tools WHERE id in (" + joined(tools) + ")", "Unable to delete Tools data."))
+            return problem;
+    }
+    if (!folders.isEmpty()) {
+        const QString what = QString(table).replace(0, 1, QChar(*table).toUpper());
+        if (!step(QString("DELETE FROM ") + table + " WHERE id in (" + joined(folders) + ")",
+                  "Unable to delete " + what + " data."))
+            return problem;
+    }
+    transaction.commit();
+    return {};
+}
+
+// A parent before its children, each subtree whole before the next. `seen` ends circles.
+void SubtreeDeletion::gather(qint32 folder, QSet<qint32> &seen)
+{
+    const QString id = QString::number(folder);
+    tools.append(idsOf(QString("SELECT id FROM tools WHERE ") + column + "=" + id));
+    for (const qint32 child : idsOf(QString("SELECT id FROM ") + table + " WHERE parent=" + id)) {
+        if (seen.contains(child))
+            continue;
+        seen.insert(child);
+        folders.append(child);
+        gather(child, seen);
+    }
+}
