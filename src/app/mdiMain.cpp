@@ -149,7 +149,7 @@ void mdiMain::popUp(const QString &name, const QPoint &globalPosition, const QSt
     const QList<QAction *> entries = menu(name)->actions();
     for (QAction *entry : entries)
         entry->setVisible(!leftOut.contains(entry->objectName()));
-    menu(name)->popup(globalPosition);
+    menu(name)->exec(globalPosition);
 }
 
 void mdiMain::showStartProgress(int percent, const QString &status)

@@ -9,6 +9,7 @@
 #include "platform/gui/MsgBox.h"
 #include "platform/text/Numbers.h"
 #include "reports/QueryKind.h"
+#include "transactions/Deed.h"
 
 #include <QScopeGuard>
 #include <QSet>
@@ -172,23 +173,23 @@ QString FolderView::popUpOf(const ListItem &item) const
 }
 
 // What stands in the database decides, before the question and again before anything is deleted.
-std::optional<Refusal> FolderView::whyKept(const Things &things, bool fromTree) const
+std::optional<Objection> FolderView::whyKept(const Things &things, bool fromTree) const
 {
     for (const Thing &thing : things) {
         if (thing.id.isTool())
             continue;
         if (!openRecordset(QString("SELECT id FROM ") + m_names.plural + " WHERE parent=" + thing.id.digits())
                  .isEmpty())
-            return Refusal{fromTree ? QString("You cannot delete ") + m_names.plural + " which contain sub folders."
-                                    : "Cannot delete folders that contain sub folders"};
+            return Objection{fromTree ? QString("You cannot delete ") + m_names.plural + " which contain sub folders."
+                                      : "Cannot delete folders that contain sub folders"};
         if (!openRecordset(m_names.toolsOf + thing.id.digits()).isEmpty())
-            return Refusal{QString("You cannot delete ") + m_names.plural + " which contain tools.",
-                           QMessageBox::Information};
+            return Objection{QString("You cannot delete ") + m_names.plural + " which contain tools.",
+                             QMessageBox::Information};
     }
     const QList<qint32> tools = numbersOf(things, true);
     if (!tools.isEmpty()
         && !openRecordset("SELECT Id FROM Tools WHERE Out=-1 AND Id IN (" + joined(tools) + ")").isEmpty())
-        return Refusal{"You must Check In the tool before deleting.", QMessageBox::NoIcon, true};
+        return Objection{"You must Check In the tool before deleting.", QMessageBox::NoIcon, true};
     return {};
 }
 
@@ -204,7 +205,7 @@ View::Outcome FolderView::remove(const Things &things, bool fromTree) const
         return Outcome::declined;
 
     const HourGlass busy;
-    std::optional<Refusal> refusal;
+    std::optional<Objection> refusal;
     const QString problem =
         clsTools().Delete(m_names.kind, numbersOf(things, false), numbersOf(things, true), [&]() -> QString {
             refusal = whyKept(things, fromTree);
@@ -212,13 +213,13 @@ View::Outcome FolderView::remove(const Things &things, bool fromTree) const
         });
     if (problem.isEmpty())
         return Outcome::done;
-    say(refusal ? Refusal{othersWereFirst + refusal->text, QMessageBox::Information}
-                : Refusal{problem, QMessageBox::Critical});
+    say(refusal ? Objection{othersWereFirst + refusal->text, QMessageBox::Information}
+                : Objection{problem, QMessageBox::Critical});
     return Outcome::stale;
 }
 
 // Others move and delete folders at the same time: the way from the target up is read, not looked up in the tree.
-std::optional<Refusal> FolderView::whyNotMoved(const Things &things, const Thing &target) const
+std::optional<Objection> FolderView::whyNotMoved(const Things &things, const Thing &target) const
 {
     QSet<qint64> seen;
     qint64 above = target.id.number;
@@ -226,11 +227,11 @@ std::optional<Refusal> FolderView::whyNotMoved(const Things &things, const Thing
         if (std::any_of(things.begin(), things.end(), [&](const Thing &thing) {
                 return thing.id == ItemId{ItemId::folder, above};
             }))
-            return Refusal{"A node can't be made a child of its own children."};
+            return Objection{"A node can't be made a child of its own children."};
         const Recordset folder =
             openRecordset(QString("SELECT * FROM ") + m_names.plural + " WHERE id=" + QString::number(above));
         if (folder.isEmpty() || seen.contains(above))
-            return Refusal{"'" + target.text + "' is no longer there.", QMessageBox::Information, true};
+            return Objection{"'" + target.text + "' is no longer there.", QMessageBox::Information, true};
         seen.insert(above);
         above = folder.field(u"Parent").toInteger();
     }
@@ -241,9 +242,9 @@ std::optional<Refusal> FolderView::whyNotMoved(const Things &things, const Thing
         const QString chosen =
             QString(" FROM ") + (tools ? "tools" : m_names.plural) + " WHERE id IN (" + joined(numbers) + ")";
         if (openRecordset("SELECT Count(*) as cnt" + chosen).field(u"cnt").toInteger() < numbers.size())
-            return Refusal{"Not all of the items are still there.", QMessageBox::Information, true};
+            return Objection{"Not all of the items are still there.", QMessageBox::Information, true};
         if (tools && !openRecordset("SELECT id" + chosen + " AND out=-1").isEmpty())
-            return Refusal{mustCheckIn, QMessageBox::NoIcon, true};
+            return Objection{mustCheckIn, QMessageBox::NoIcon, true};
     }
     return {};
 }
@@ -279,15 +280,17 @@ View::Outcome FolderView::move(const Things &things, const Thing &target, bool f
         if (moving.empty())
             continue;
         const QString ids = joined(numbersOf(moving, tools));
-        Transaction transaction(Session::database());
-        if (const auto refusal = whyNotMoved(moving, target)) {
-            say({othersWereFirst + refusal->text, QMessageBox::Information});
+        const Deed deed = Deed::attempt([&] {
+            if (const auto objection = whyNotMoved(moving, target))
+                throw Refusal(othersWereFirst + objection->text);
+            execute(tools          ? "UPDATE tools SET " + mode() + to + " IN (" + ids + ")"
+                        : fromTree ? QString("UPDATE ") + m_names.plural + " SET parent" + to + "=" + ids
+                                   : QString("UPDATE ") + m_names.plural + "  SET parent" + to + " IN (" + ids + ")");
+        });
+        if (deed.outcome != Deed::Done) {
+            say({deed.why, deed.outcome == Deed::Failed ? QMessageBox::Critical : QMessageBox::Information});
             return Outcome::stale;
         }
-        execute(tools          ? "UPDATE tools SET " + mode() + to + " IN (" + ids + ")"
-                    : fromTree ? QString("UPDATE ") + m_names.plural + " SET parent" + to + "=" + ids
-                               : QString("UPDATE ") + m_names.plural + "  SET parent" + to + " IN (" + ids + ")");
-        transaction.commit();
     }
     return Outcome::done;
 }

@@ -38,8 +38,8 @@ public:
 private:
     struct Build;
     void addFolder(Build &build, Node *parent, qint16 id) const;
-    std::optional<Refusal> whyKept(const Things &things, bool fromTree) const;
-    std::optional<Refusal> whyNotMoved(const Things &things, const Thing &target) const;
+    std::optional<Objection> whyKept(const Things &things, bool fromTree) const;
+    std::optional<Objection> whyNotMoved(const Things &things, const Thing &target) const;
 
     const Names &m_names;
 };

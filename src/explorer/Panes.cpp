@@ -289,8 +289,7 @@ void Panes::moved(const View::Things &things, const QString &target)
 void Panes::renamed(Node *node, const QString &text)
 {
     nodes().setText(node, text);
-    if (const Node *shown = listed())
-        showHeading(shown);
+    relist(); // its name stands in the heading, and in columns of the rows
 }
 
 // Later, when windows that are just being opened are there; the same remark is made once.

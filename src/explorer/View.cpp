@@ -5,7 +5,7 @@
 #include "explorer/ScrapView.h"
 #include "platform/gui/MsgBox.h"
 
-void say(const Refusal &refusal) { msgBox({.text = refusal.text, .icon = refusal.icon}); }
+void say(const Objection &refusal) { msgBox({.text = refusal.text, .icon = refusal.icon}); }
 
 bool View::confirmed(const QString &question)
 {
@@ -46,14 +46,14 @@ KeyedTree::Node *View::nodeOf(KeyedTree &nodes, const ListItem &folder) const
 
 KeyedTree::Node *View::sameNode(KeyedTree &nodes, const Thing &before) const { return nodes.find(before.id.nodeKey()); }
 
-std::optional<Refusal> View::refusal(Command command, const Things &things) const
+std::optional<Objection> View::refusal(Command command, const Things &things) const
 {
     for (const RefusalRow &refusal : row.refusals) {
         const auto meant = [&](const Thing &thing) {
             return std::find(refusal.kinds.begin(), refusal.kinds.end(), thing.id.kind) != refusal.kinds.end();
         };
         if (refusal.command == command && (refusal.kinds.empty() || std::any_of(things.begin(), things.end(), meant)))
-            return Refusal{refusal.text, refusal.icon};
+            return Objection{refusal.text, refusal.icon};
     }
     return {};
 }

@@ -12,13 +12,13 @@ class clsTools;
 struct QueryKind;
 
 /// Why a command does not act.
-struct Refusal {
+struct Objection {
     QString text;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
     bool stale = false; ///< it contradicts what the panes show
 };
 /// Shows it with OK.
-void say(const Refusal &refusal);
+void say(const Objection &refusal);
 
 /// One of the things that a command acts on, and what it lies in.
 struct Thing {
@@ -89,7 +89,7 @@ public:
     virtual QString popUpOf(const ListItem &item) const = 0;
 
     /// Why the command cannot act on these things, as far as their kinds tell.
-    std::optional<Refusal> refusal(Command command, const Things &things) const;
+    std::optional<Objection> refusal(Command command, const Things &things) const;
     /// Asks whether to delete the things, and does so.
     virtual Outcome remove(const Things &things, bool fromTree) const = 0;
 

@@ -14,7 +14,8 @@ namespace {
 constexpr qint64 millisecondsBetweenCounts = 33; // showing each would cost more than finding it
 }
 
-frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()), m_hits(&ListItems::icon)
+// A window of its own, so that the explorer can come to the front.
+frmFind::frmFind() : mfrmTree(frmTree::instance()), m_hits(&ListItems::icon)
 {
     ui.setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -31,6 +32,7 @@ frmFind::frmFind() : QDialog(&frmTree::instance()), mfrmTree(frmTree::instance()
     connect(ui.lstFind->header(), &QHeaderView::sectionClicked, this,
             [this](int column) { m_hits.clickHeading(column); });
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
+    ui.lblHint->hide();
     setSearching(false);
 }
 
@@ -62,6 +64,7 @@ void frmFind::cmdStart_Click()
         m_inSearch = false;
         setSearching(false);
         ui.sbr1->showMessage(QStringLiteral("%1 item(s) found.").arg(m_hits.count()));
+        ui.lblHint->setVisible(m_hits.count() == 0);
         if (m_closeAfterSearch)
             close();
     });
@@ -124,14 +127,18 @@ void frmFind::closeEvent(QCloseEvent *event)
     event->setAccepted(!m_closeAfterSearch);
 }
 
-// Enter on a hit goes there; elsewhere it starts the search.
+// Enter on a hit goes there; elsewhere it starts the search. Down leads from the text to the hits.
 void frmFind::keyPressEvent(QKeyEvent *event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && focusWidget() == ui.lstFind)
+    if (enter && focusWidget() == ui.lstFind) {
         runUserAction([this] { cmdGoto_Click(); });
-    else
+    } else if (event->key() == Qt::Key_Down && focusWidget() == ui.txtFind && m_hits.count() > 0) {
+        ui.lstFind->setFocus();
+        ui.lstFind->setCurrentIndex(m_hits.index(0, 0));
+    } else {
         QDialog::keyPressEvent(event);
+    }
 }
 
 void frmFind::reject() { close(); }

@@ -138,9 +138,8 @@ void frmTree::cmdEdit_Click()
 void frmTree::editFolder(const Thing &folder)
 {
     const bool types = TreeMode() == "type";
-    if (FolderEditor::Startup(types ? FolderKind::type : FolderKind::location, "Edit", int(folder.id.number),
-                              folder.text, 0))
-        m_panes.relist();
+    FolderEditor::Startup(types ? FolderKind::type : FolderKind::location, "Edit", int(folder.id.number), folder.text,
+                          0);
 }
 
 void frmTree::TreeEditTool()

@@ -79,18 +79,23 @@ void frmTree::moveToPicked()
         m_panes.rebuild(); // the picker read what this tree does not show yet
 }
 
+// The explorer comes to the front; the find dialog stays open behind it.
 bool frmTree::goToHit(const ListItem &hit)
 {
     if (m_panes.nodes().find(hit.nodeKey))
         m_panes.goTo(hit.nodeKey);
     else if (!m_panes.showPath(hit.path))
         return false;
+    activateWindow();
+    ui.tvMain->setFocus();
     if (hit.icon == ItemIcon::folder)
         return true;
     // A tool that was found is listed under the key of its state.
     const ItemId id = view()->idOf(hit);
     for (const ItemId &state : {id, ItemId{ItemId::toolInStock, id.number}, ItemId{ItemId::toolOut, id.number}})
-        if (m_panes.selectItem(state.itemKey()))
+        if (m_panes.selectItem(state.itemKey())) {
+            focusList();
             break;
+        }
     return true;
 }

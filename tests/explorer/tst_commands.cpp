@@ -203,6 +203,100 @@ private slots:
         QCOMPARE(m_crib->node("l4") == nullptr, folderGone);
     }
 
+    void whatOthersDoMeanwhileHolds_data()
+    {
+        columns<QStringList, QString, QString, QString>("items", "target", "others", "message");
+        row("lent before it is deleted", QStringList("r1"), "", "UPDATE Tools SET Out=-1 WHERE ID=1",
+            "You must Check In the tool before deleting.");
+        row("a tool put in a folder that is deleted", QStringList("t4"), "", "UPDATE Tools SET Type=4 WHERE ID=2",
+            "You cannot delete types which contain tools.");
+        row("a folder put there", QStringList("t4"), "", "UPDATE Types SET Parent=4 WHERE ID=3",
+            "Cannot delete folders that contain sub folders");
+        row("lent before it is moved", QStringList("r1"), "l3", "UPDATE Tools SET Out=-1 WHERE ID=1",
+            "You must Check In the tool before moving.");
+        row("one of two has gone", QStringList({"r1", "r2"}), "l3", "DELETE FROM Tools WHERE ID=2",
+            "Not all of the items are still there.");
+        row("the target has gone", QStringList("t4"), "l1", "UPDATE Types SET Parent=99 WHERE ID=1",
+            "'Wrenches' is no longer there.");
+        row("the target lies below by now", QStringList("t4"), "l3", "UPDATE Types SET Parent=4 WHERE ID=3",
+            "A node can't be made a child of its own children.");
+    }
+
+    void whatOthersDoMeanwhileHolds()
+    {
+        QFETCH(QStringList, items);
+        QFETCH(QString, target);
+        QFETCH(QString, others);
+        QFETCH(QString, message);
+        m_crib->goTo(0, "l2", items);
+        const auto everything = [this] {
+            return m_crib->rows("Select ID,Type,Out from Tools") + m_crib->rows("Select ID,Parent from Types");
+        };
+        QStringList left;
+        ScriptedUser user(QMessageBox::Yes);
+        user.answers(QMessageBox::Ok).meanwhile([&] {
+            m_crib->run({others});
+            left = everything();
+        });
+        if (target.isEmpty()) {
+            explorer().ui.cmdDelete->click();
+        } else {
+            m_crib->list()->DragArmed = true;
+            m_crib->tree()->setDropHighlight(m_crib->node(target));
+            emit m_crib->tree()->itemsDropped();
+        }
+        QCOMPARE(user.texts().last(), "Somebody else has changed the crib meanwhile: " + message);
+        QCOMPARE(everything(), left);
+        QVERIFY(m_crib->node("l2") || target == "l1");
+        QCOMPARE(explorer().ui.lblList->text(),
+                 "Contents of '" + KeyedTree::fullPath(m_crib->tree()->selectedNode()) + "'");
+    }
+
+    // Mark, heading, list and what commands act on are one.
+    void gesturesThatLeadNowhereKeepThePlace()
+    {
+        m_crib->goTo(0, "l1");
+        TreeView *tree = m_crib->tree();
+        const auto centre = [&](const char *key) {
+            return tree->visualRect(tree->nodes().indexOf(m_crib->node(key))).center();
+        };
+        QTest::mouseClick(tree->viewport(), Qt::RightButton, {}, centre("l3"));
+        QCOMPARE(m_crib->frame.popUps, QStringList("mnuTreePopType"));
+        QCOMPARE(tree->selectedNode()->key, "l1");
+        QTest::mousePress(tree->viewport(), Qt::LeftButton, {}, centre("l3"));
+        QTest::mouseRelease(tree->viewport(), Qt::LeftButton, {}, {5, tree->viewport()->height() - 5});
+        QCOMPARE(tree->selectedNode()->key, "l1");
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::ControlModifier, centre("l1"));
+        QVERIFY(tree->selectionModel()->isSelected(tree->currentIndex()));
+
+        // A kind that is opened reads its jobs anew.
+        m_crib->insert("Scrap (ToolID,Description,JobOrOH,LineItemTypeId)", {"72,'Drill 8',1300,4"});
+        m_crib->goTo(3, "C1250", {"j16384"});
+        tree->collapse(tree->nodes().indexOf(m_crib->node("l4")));
+        tree->expandNode(m_crib->node("l4"));
+        ScriptedUser user(QMessageBox::Yes);
+        user.answers(QMessageBox::Ok);
+        explorer().ui.cmdDelete->click();
+        QCOMPARE(tree->selectedNode()->key, "C1250");
+        QCOMPARE(m_crib->keys(), QStringList("j16385"));
+        user.answers(QMessageBox::Yes).answers(QMessageBox::Ok);
+        m_crib->select({"j16385"});
+        explorer().ui.cmdDelete->click();
+        QCOMPARE(tree->selectedNode()->key, "l4"); // what is left of the way there
+        QVERIFY(!explorer().selectedItem());
+    }
+
+    void refreshKeepsThePlace()
+    {
+        m_crib->goTo(0, "l2", {"r1", "r2"});
+        m_crib->run({"UPDATE Types SET Description='Anew' WHERE ID=2", "UPDATE Tools SET Out=-1 WHERE ID=2"});
+        explorer().ui.cmdRefresh->click();
+        QCOMPARE(explorer().ui.lblList->text(), "Contents of 'Tools\\Wrenches\\Anew'");
+        QCOMPARE(explorer().ui.lblSelected->text(), "2 selected"); // lent by somebody, without a loan
+        explorer().narrowSelection();
+        QCOMPARE(explorer().ui.lblSelected->text(), "1 of 2 selected");
+    }
+
     void deletingKeepsThePlace()
     {
         m_crib->goTo(0, "l2", {"r1"});

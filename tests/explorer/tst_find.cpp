@@ -155,6 +155,18 @@ private slots:
         QCOMPARE(explorer().selectedItem() ? explorer().selectedItem()->key : QString(), item);
     }
 
+    void goToTellsSiblingsOfOneNameApart()
+    {
+        m_crib->insert("Types (Description,Parent)", {"'Alike',0", "'Alike',0"});
+        explorer().rebuildView();
+        frmFind &find = openFind("Alike");
+        find.ui.cmdStart->click();
+        QTest::keyClick(find.ui.txtFind, Qt::Key_Down);
+        find.ui.lstFind->setCurrentIndex(find.ui.lstFind->model()->index(1, 0));
+        QTest::keyClick(find.ui.lstFind, Qt::Key_Return);
+        QCOMPARE(m_crib->tree()->selectedNode()->key, "l5");
+    }
+
     void goToAfterTheViewChanged()
     {
         frmFind &find = openFind("Torque wrench");

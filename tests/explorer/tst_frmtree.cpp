@@ -126,6 +126,28 @@ private slots:
         QVERIFY(!QApplication::overrideCursor());
     }
 
+    // The suite, or a program that was cut off, may have written any of these.
+    void recordsThatFitNowhereHideNoOther()
+    {
+        m_crib->run({"INSERT INTO Types (ID,Description,Parent) VALUES(40000,'Far',1)",
+                     "UPDATE CheckOutIn SET Active=0 WHERE Tool_Id=2",
+                     "INSERT INTO Scrap (Description,JobOrOH,LineItemTypeId) VALUES('Stray',7,6)"});
+        ScriptedUser user(QMessageBox::Ok);
+        explorer().rebuildView();
+        QTRY_COMPARE(user.texts(),
+                     QStringList("The types numbered 40000 cannot be shown: the tree holds numbers up to 32767."));
+        m_crib->go("l1");
+        QCOMPARE(m_crib->listLines().last(), "co2|1|Open wrench 13||..\\Wrenches|..\\Cabinet B||");
+        m_crib->view(2);
+        m_crib->go("l1");
+        QCOMPARE(m_crib->listLines(), QStringList("co2|1|Open wrench 13||, ||..\\Wrenches|..\\Cabinet B"));
+        user.answers(QMessageBox::Ok);
+        m_crib->view(3);
+        QCOMPARE(user.texts().last(), "Element not found");
+        m_crib->go("l5");
+        QCOMPARE(m_crib->keys(), QStringList("l11"));
+    }
+
     void kindsAreReadAnewWhenOpened()
     {
         m_crib->view(3);

@@ -40,6 +40,8 @@ public:
     {
         setMsgBoxPresenter([this](const MsgBoxCall &call) {
             seen.append(call);
+            if (auto others = std::exchange(m_others, {}))
+                others();
             if (m_answers.isEmpty()) {
                 QTest::qFail(qPrintable("unexpected message box: " + call.text), __FILE__, __LINE__);
                 return QMessageBox::Cancel;
@@ -65,6 +67,12 @@ public:
             m_answers.append(button);
         return *this;
     }
+    /// What somebody else does while the next box is on the screen.
+    ScriptedUser &meanwhile(std::function<void()> others)
+    {
+        m_others = std::move(others);
+        return *this;
+    }
     /// Every answer was asked for.
     bool done() const { return m_answers.isEmpty(); }
     QStringList texts() const
@@ -88,6 +96,7 @@ public:
 
 private:
     QList<QMessageBox::StandardButton> m_answers;
+    std::function<void()> m_others;
 };
 
 /// Runs `steps` on the next modal dialog of class Dialog, then closes the dialog if it is still open. Gives up after

@@ -65,11 +65,13 @@ void KeyedTree::remove(Node *node)
 
 void KeyedTree::move(Node *node, Node *parent)
 {
-    if (node->parent == parent)
-        return;
     Children &from = node->parent->children;
-    const int row = int(placeFor(parent->children, node->text) - parent->children.begin());
-    beginMoveRows(indexOf(node->parent), node->row, node->row, indexOf(parent), row);
+    const int row = int(std::count_if(parent->children.begin(), parent->children.end(), [&](const auto &sibling) {
+        return sibling.get() != node && compareText(sibling->text, node->text) <= 0;
+    }));
+    const bool behindItself = node->parent == parent && row >= node->row;
+    if (!beginMoveRows(indexOf(node->parent), node->row, node->row, indexOf(parent), row + behindItself))
+        return; // it stands there
     std::unique_ptr<Node> moved = std::move(from[size_t(node->row)]);
     from.erase(from.begin() + node->row);
     numberRows(from);
@@ -84,6 +86,8 @@ void KeyedTree::setText(Node *node, const QString &text)
     node->text = text;
     const QModelIndex index = indexOf(node);
     emit dataChanged(index, index);
+    if (node->parent && node->parent->sorted)
+        move(node, node->parent);
 }
 
 KeyedTree::Node *KeyedTree::nodeAt(const QModelIndex &index) const

@@ -42,6 +42,7 @@ public:
     void remove(Node *node);
     /// Hangs the node with all below it under another one, where its text belongs.
     void move(Node *node, Node *parent);
+    /// The node goes where its new text belongs when its parent is sorted.
     void setText(Node *node, const QString &text);
 
     Node *root() const { return m_root.get(); }
