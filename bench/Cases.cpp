@@ -122,7 +122,7 @@ void showList(Crib &crib)
 void showRoot(Crib &crib)
 {
     crib.view(0);
-    crib.explorer().showPath("Tools");
+    crib.click(0);
     paint();
 }
 

@@ -25,7 +25,7 @@ public:
     frmTree &explorer() { return frmTree::instance(); }
     /// Shows a view: 0 types, 1 locations, 2 tools out, 3 scrap. Nothing happens when it is shown already.
     void view(int option);
-    /// Clicks on the node of a type.
+    /// Clicks on the node of a type; 0 is the root.
     void click(int type);
     /// Lists the type and selects a tool that is in stock.
     void selectToolInStock(int type);
