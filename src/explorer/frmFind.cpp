@@ -23,6 +23,7 @@ frmFind::frmFind() : mfrmTree(frmTree::instance()), m_hits(&ListItems::icon)
     ui.lstFind->setMouseTracking(true);
     connect(&mobjTools, &clsTools::ChangeList, this, &frmFind::mobjTools_ChangeList);
     connect(&mfrmTree, &frmTree::FormUnload, this, &QWidget::close);
+    connect(&mfrmTree, &QObject::destroyed, this, [] { unload(); });
     onUserAction(ui.cmdStart, &QPushButton::clicked, this, &frmFind::cmdStart_Click);
     onUserAction(ui.cmdStop, &QPushButton::clicked, this, &frmFind::cmdStop_Click);
     onUserAction(ui.cmdGoto, &QPushButton::clicked, this, &frmFind::cmdGoto_Click);
