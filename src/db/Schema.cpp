@@ -53,6 +53,8 @@ constexpr ShippedReport shippedReports[] = {
     {"Tools CheckedOut", "Tools Checked Out", "ToolsCheckedOut.rpt", "Loans of each employee", moduleDefault},
     {"Tools CheckedOut", "Loan Sheet", "LoanSheet.rpt", "Loans of each employee on a page of its own, to be signed"},
     {"Tools CheckedOut", "Longest Out", "LongestOut.rpt", "Tools that are out, the longest first"},
+    {"Tools CheckedOut", "Still Out by Employee", "StillOutByEmployee.rpt", "Tools that each employee still has"},
+    {"Tools CheckedOut", "Still Out by Tool", "StillOutByTool.rpt", "Tools that are out, by description"},
     {"Tools Scrapped", "Tools Scrapped", "ToolsScrapped.rpt", "Scrapped tools by reason, with their price",
      moduleDefault},
     {"Junk Tools", "Junk Tools", "JunkTools.rpt", "Scrapped tools of each job", moduleDefault},

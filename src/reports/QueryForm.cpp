@@ -4,10 +4,15 @@
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/WindowOwner.h"
+#include "reports/PrintBy.h"
 #include "reports/QueryKind.h"
 #include "reports/ResultsWindow.h"
 
+#include <QAction>
 #include <QHash>
+#include <QPainter>
+#include <QScreen>
+#include <QStyleOptionButton>
 
 namespace {
 
@@ -32,26 +37,53 @@ private:
     std::shared_ptr<Recordset> m_rows;
 };
 
-void setColors(QCheckBox *box, const QColor &background, const QColor &text)
+/// Says by its colours whether it is ticked.
+class StateBox : public QCheckBox
 {
-    QPalette colors = box->palette();
-    colors.setColor(QPalette::Window, background);
-    colors.setColor(QPalette::WindowText, text);
-    // The tick is the second sign, on whatever palette the desktop has.
-    colors.setColor(QPalette::Base, Qt::white);
-    colors.setColor(QPalette::Text, Qt::black);
-    // The mark of the keyboard's focus.
-    colors.setColor(QPalette::Highlight, text);
-    box->setPalette(colors);
-}
+public:
+    explicit StateBox(QWidget *parent) : QCheckBox(parent)
+    {
+        setBackgroundRole(QPalette::Window);
+        setAutoFillBackground(true);
+        connect(this, &QCheckBox::toggled, this, &StateBox::showState);
+        showState();
+    }
+    QSize sizeHint() const override { return QCheckBox::sizeHint().grownBy(margins); }
 
-void showState(QCheckBox *box)
-{
-    if (box->isChecked())
-        setColors(box, QColor(0, 250, 0), Qt::black);
-    else
-        setColors(box, QColor(128, 0, 0), Qt::white);
-}
+protected:
+    void initStyleOption(QStyleOptionButton *option) const override
+    {
+        QCheckBox::initStyleOption(option);
+        option->rect = option->rect.marginsRemoved(margins);
+    }
+    void paintEvent(QPaintEvent *event) override
+    {
+        QCheckBox::paintEvent(event);
+        if (!hasFocus())
+            return;
+        // The text stands out from either background, and so does a frame of its colour.
+        QPainter painter(this);
+        painter.setPen({palette().color(QPalette::WindowText), 2});
+        painter.drawRect(rect().adjusted(2, 2, -2, -2));
+    }
+
+private:
+    static constexpr QMargins margins{5, 3, 5, 3}; // for the frame
+
+    void showState()
+    {
+        const QColor text = isChecked() ? Qt::black : Qt::white;
+        QPalette colors = palette();
+        colors.setColor(QPalette::Window, isChecked() ? QColor(0, 250, 0) : QColor(128, 0, 0));
+        colors.setColor(QPalette::WindowText, text);
+        // The tick is the second sign, on whatever palette the desktop has.
+        colors.setColor(QPalette::Base, Qt::white);
+        colors.setColor(QPalette::Disabled, QPalette::Base, colors.color(QPalette::Window));
+        colors.setColor(QPalette::Text, Qt::black);
+        colors.setColor(QPalette::Highlight, text);
+        setPalette(colors);
+    }
+};
 
 }
 
@@ -77,13 +109,17 @@ void QueryForm::Row::clear(int box) const
 void QueryForm::showModal(const QueryKind &kind)
 {
     std::optional<Recordset> found;
+    const PrintByKind *printBy = nullptr;
     {
         QueryForm form(kind);
         form.exec();
         found = std::move(form.m_found);
+        printBy = form.m_printBy;
     }
     if (found)
         ResultsWindow::open(kind.results, lastQuery(kind), std::move(*found));
+    else if (printBy)
+        PrintBy::showModal(*printBy);
 }
 
 const Query &QueryForm::lastQuery(const QueryKind &kind) { return lastQueries[&kind]; }
@@ -103,9 +139,21 @@ QueryForm::QueryForm(const QueryKind &kind) : QDialog(windowOwner()), m_kind(kin
                 row.rangeBox->setEnabled(true);
         });
     }
+    resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
     m_rows.front().useBox->setFocus();
     setTabOrder(m_rows.back().valueBoxes[1], ui.cmdGenerate);
     setTabOrder(ui.cmdGenerate, ui.cmdCancel);
+    for (const PrintByEntry &entry : kind.printBy) {
+        auto *action = new QAction(entry.kind->caption, this);
+        action->setShortcut(QKeySequence(entry.key));
+        // The preview could not be used while this form is open.
+        onUserAction(action, &QAction::triggered, [this, &entry] {
+            m_printBy = entry.kind;
+            reject();
+        });
+        addAction(action);
+    }
+    setContextMenuPolicy(Qt::ActionsContextMenu);
     onUserAction(ui.cmdGenerate, &QPushButton::clicked, this, &QueryForm::cmdGenerate_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -134,11 +182,8 @@ void QueryForm::addRow(const Criterion &criterion)
 
 QCheckBox *QueryForm::addCheckBox(const char *name, int column)
 {
-    auto *box = new QCheckBox(ui.Frame1);
+    auto *box = new StateBox(ui.Frame1);
     box->setObjectName(name);
-    box->setBackgroundRole(QPalette::Window);
-    box->setAutoFillBackground(true);
-    showState(box);
     ui.criteria->addWidget(box, int(m_rows.size()) + 1, column);
     return box;
 }
@@ -152,6 +197,8 @@ QWidget *QueryForm::addValueBox(const Criterion &criterion, const BoundCombo::Fe
         combo->setFreeText(true);
         // Descriptions of tools differ in their last words.
         combo->setMinimumContentsLength(32);
+        // On a small screen they may be cut.
+        combo->setMinimumWidth(combo->fontMetrics().averageCharWidth() * 12);
         combo->setSource(choices, criterion.choices.shows, criterion.choices.gives);
         made = combo;
     } else {
@@ -168,7 +215,6 @@ QWidget *QueryForm::addValueBox(const Criterion &criterion, const BoundCombo::Fe
 
 void QueryForm::chkUse_Click(const Row &row)
 {
-    showState(row.useBox);
     row.valueBoxes[0]->setEnabled(row.useBox->isChecked());
     if (row.useBox->isChecked()) {
         row.valueBoxes[0]->setFocus();
@@ -184,7 +230,6 @@ void QueryForm::chkUse_Click(const Row &row)
 
 void QueryForm::chkRange_Click(const Row &row)
 {
-    showState(row.rangeBox);
     row.valueBoxes[1]->setEnabled(row.rangeBox->isChecked());
     if (row.rangeBox->isChecked()) {
         row.valueBoxes[1]->setFocus();

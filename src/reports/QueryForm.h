@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+struct PrintByKind;
 struct QueryKind;
 
 /// What a query form built at its last successful Generate.
@@ -63,4 +64,5 @@ private:
     const QueryKind &m_kind;
     std::vector<Row> m_rows;
     std::optional<Recordset> m_found;
+    const PrintByKind *m_printBy = nullptr; ///< to be opened in place of the form
 };

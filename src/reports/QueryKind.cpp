@@ -1,5 +1,6 @@
 #include "reports/QueryKind.h"
 
+#include "reports/PrintBy.h"
 #include "reports/ResultsKind.h"
 
 const QueryKind QueryKind::frmQueryCheckedOut{
@@ -329,4 +330,5 @@ const QueryKind QueryKind::frmReportJunkTools{
     },
     "Select * FROM Scrap",
     ResultsKind::frmReportToolsJunkQresults,
+    {{&PrintByKind::frmPrByJob, "Ctrl+J"}, {&PrintByKind::frmPrByEmp, "Ctrl+E"}},
 };

@@ -3,6 +3,8 @@
 
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/ReportControl.h"
+#include "reports/QueryForm.h"
+#include "reports/QueryKind.h"
 #include "tests/reports/ReportsCrib.h"
 #include "tests/support/ScriptedUser.h"
 
@@ -13,11 +15,12 @@ class TestPrintBy : public QObject
 private slots:
     void printsWhatIsChosen_data()
     {
-        columns<const PrintByKind *, QString, QString, QString, QString>("kind", "number", "title", "file", "formula");
-        row("job", &PrintByKind::frmPrByJob, "1250", "Junk Tools - Ordered By Job", "ToolsJunkByJob.rpt",
+        columns<Qt::Key, const PrintByKind *, QString, QString, QString, QString>("key", "kind", "number", "title",
+                                                                                  "file", "formula");
+        row("job", Qt::Key_J, &PrintByKind::frmPrByJob, "1250", "Junk Tools - Ordered By Job", "ToolsJunkByJob.rpt",
             "{Scrap.job} = 1250");
-        row("employee", &PrintByKind::frmPrByEmp, "17", "Junk Tools - Ordered By Employee", "ToolsJunkByEmployee.rpt",
-            "{Scrap.employee} = 17");
+        row("employee", Qt::Key_E, &PrintByKind::frmPrByEmp, "17", "Junk Tools - Ordered By Employee",
+            "ToolsJunkByEmployee.rpt", "{Scrap.employee} = 17");
     }
 
     void printsWhatIsChosen()
@@ -27,6 +30,8 @@ private slots:
         QFETCH(QString, file);
         ReportsCrib crib;
         crib.addTemplate(file, "<from table=\"Scrap\"/>", "{Scrap.ID}");
+        QFETCH(Qt::Key, key);
+        whenModal<QueryForm>([key](QueryForm &form) { QTest::keyClick(&form, key, Qt::ControlModifier); });
         whenModal<PrintBy>([&](PrintBy &form) {
             QCOMPARE(form.windowTitle(), kind->caption);
             QCOMPARE(form.ui.dbcJob->itemText(0), number);
@@ -34,7 +39,7 @@ private slots:
             form.ui.cmdOK->click();
             QVERIFY(!form.isVisible());
         });
-        PrintBy::showModal(*kind);
+        QueryForm::showModal(QueryKind::frmReportJunkTools);
         const ReportControl &control = crib.frame.CrpMain();
         QTEST(control.windowTitle, "title");
         QCOMPARE(control.reportFile, crib.folder.path() + '\\' + file);

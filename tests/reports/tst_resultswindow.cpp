@@ -66,7 +66,7 @@ private slots:
         QCOMPARE(window.ui.dbcReport->text(), "Tools Checked Out");
         QCOMPARE(window.ui.lbldesc->text(), "Loans of each employee");
         QVERIFY(window.ui.cmdPrintScr->isEnabled() && window.ui.cmdPrintSel->isEnabled());
-        QCOMPARE(window.ui.dbcReport->count(), 3);
+        QCOMPARE(window.ui.dbcReport->count(), 5);
         QCOMPARE(window.ui.dbcReport->itemText(0), "Loan Sheet");
     }
 
