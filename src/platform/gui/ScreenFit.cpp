@@ -53,7 +53,7 @@ void makeScrollable(QWidget *window)
     window->setMinimumSize(0, 0);
 }
 
-void fit(QWidget *window)
+void fit(QWidget *window, bool placeToo)
 {
     if (window->windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen))
         return;
@@ -68,6 +68,10 @@ void fit(QWidget *window)
         makeScrollable(window);
     }
     place.setSize(place.size().boundedTo(room.size()));
+    if (place.size() != window->size())
+        window->resize(place.size());
+    if (!placeToo)
+        return;
     place.moveLeft(qBound(room.left(), place.left(), room.right() + 1 - place.width()));
     place.moveTop(qBound(room.top(), place.top(), room.bottom() + 1 - place.height()));
     if (place != window->geometry())
@@ -94,7 +98,8 @@ bool ScreenFit::eventFilter(QObject *watched, QEvent *event)
     // Later its place is the user's.
     if (event->type() == QEvent::Show || window->property(placeIsDue).toBool()) {
         window->setProperty(placeIsDue, event->type() == QEvent::Show);
-        fit(window);
+        // A window that was put nowhere yet gets its place from the desktop, a dialog over its owner.
+        fit(window, event->type() != QEvent::Show || window->testAttribute(Qt::WA_Moved));
     }
     return false;
 }
