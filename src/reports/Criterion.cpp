@@ -14,10 +14,11 @@ QString lastName(const QString &shown)
     return blank < 0 ? QString() : shown.left(blank).trimmed();
 }
 
+// A formula knows whole days only: with a time of day it would pick other rows than the statement.
 QString formulaDate(const QString &shown)
 {
     const QString stored = dialect::storedDate(shown);
-    if (stored.isEmpty())
+    if (stored.isEmpty() || shown.contains(':'))
         throw NumberError("Type mismatch");
     return Format::shortDate(stored).replace('-', ',');
 }

@@ -79,6 +79,7 @@ private slots:
     {
         columns<const QueryKind *, QString, QString>("form", "caption", "shown");
         row("a date that is none", &QueryKind::frmQueryCheckedOut, "Check In", "soon");
+        row("a date with a time", &QueryKind::frmReportJunkTools, "Date In", "2026-03-04 08:00");
         row("a location that is none", &QueryKind::frmQueryTypeLoc, "Location", "Cellar");
         row("a name that ends the text", &QueryKind::frmQueryTypeLoc, "Type", "O'Brien");
     }
