@@ -22,7 +22,7 @@ QString overview()
 {
     QString text = "usage: " + program + " COMMAND ...\n\n";
     for (const Command &command : commands())
-        text += "  " + command.usage().leftJustified(44) + ' ' + command.summary + '\n';
+        text += "  " + command.usage().leftJustified(51) + ' ' + command.summary + '\n';
     return text + "\n" + program + " COMMAND --help tells more, " + program + " --version which one this is.\n";
 }
 
@@ -51,6 +51,9 @@ int runCommand(const Command &command, const QStringList &arguments, QTextStream
     }
     if (!parsed)
         throw UsageError(parser.errorText());
+    for (const QString &option : command.required)
+        if (!parser.isSet(option))
+            throw UsageError("--" + option + " is missing.");
     if (parser.positionalArguments().size() != command.operands.size())
         throw UsageError(QString("%1 takes %2; given: %3.")
                              .arg(command.name, command.operands.join(", "))
@@ -64,8 +67,11 @@ QString Command::usage() const
 {
     QStringList words{name};
     words += operands;
-    for (const QCommandLineOption &option : options)
-        words << "[--" + QString(option.names().constFirst() + ' ' + option.valueName()).trimmed() + ']';
+    for (const QCommandLineOption &option : options) {
+        const QString name = option.names().constFirst();
+        const QString written = QString("--" + name + ' ' + option.valueName()).trimmed();
+        words << (required.contains(name) ? written : '[' + written + ']');
+    }
     return words.join(' ');
 }
 

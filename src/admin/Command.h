@@ -27,6 +27,8 @@ struct Command {
     std::function<int(const QCommandLineParser &arguments, QTextStream &out)> run;
     /// Whether it draws texts, which takes a QGuiApplication.
     bool needsFonts = false;
+    /// The options that must be given.
+    QStringList required = {};
 
     /// "sample FILE [--scale small|shop|max]"
     QString usage() const;

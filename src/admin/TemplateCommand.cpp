@@ -13,16 +13,20 @@
 
 namespace {
 
-const Schema::ReportModule &moduleCalled(const QString &name)
+QString moduleNames()
 {
     QStringList names;
-    for (const Schema::ReportModule &module : Schema::reportModules()) {
+    for (const Schema::ReportModule &module : Schema::reportModules())
+        names << '\'' + QString(module.name) + '\'';
+    return names.join(", ");
+}
+
+const Schema::ReportModule &moduleCalled(const QString &name)
+{
+    for (const Schema::ReportModule &module : Schema::reportModules())
         if (name == module.name)
             return module;
-        names << '\'' + QString(module.name) + '\'';
-    }
-    throw UsageError((name.isEmpty() ? "--module is missing" : "There is no module '" + name + "'")
-                     + "; the modules are " + names.join(", ") + '.');
+    throw UsageError("There is no module '" + name + "'; the modules are " + moduleNames() + '.');
 }
 
 /// A template without a fault, held against the database.
@@ -104,7 +108,7 @@ int enterTemplate(const QCommandLineParser &arguments, QTextStream &out)
 
 Command templateCommand()
 {
-    const QCommandLineOption module("module", "For whose results it shall be offered: 'Tools Type'", "NAME");
+    const QCommandLineOption module("module", "For whose results it is offered: " + moduleNames(), "NAME");
     const QCommandLineOption isDefault("default", "Makes it the one that is chosen at first");
     return {
         "template",
@@ -113,5 +117,7 @@ Command templateCommand()
         "Checks a report template and offers it in a results window",
         "FILE lies beside the program, where it is looked for when it is printed. Nothing is entered when it has a\n"
         "fault; the line is named. Its title becomes the report's name.",
-        enterTemplate};
+        enterTemplate,
+        false,
+        {"module"}};
 }

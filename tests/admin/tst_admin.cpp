@@ -55,7 +55,7 @@ private slots:
         for (const QString usage :
              {"create FILE", "sample FILE [--scale small|shop|max]", "sql FILE STATEMENT", "check FILE [--fix]",
               "backup FILE COPY", "report FILE TEMPLATE FORMULA OUT.pdf|OUT.csv",
-              "template FILE DATABASE [--module NAME] [--default]"}) {
+              "template FILE DATABASE --module NAME [--default]"}) {
             QVERIFY2(overview.out.contains(usage), qPrintable(usage));
             const AdminRun help({usage.section(' ', 0, 0), "--help"});
             QCOMPARE(help.status, 0);
