@@ -142,6 +142,7 @@ public:
             checkRows(check);
         checkCircles("Types");
         checkCircles("Locations");
+        checkNumbers();
     }
 
     int left() const { return m_found - m_mended; }
@@ -159,6 +160,7 @@ private:
     void checkTables();
     void checkRows(const Check &check);
     void checkCircles(const QString &table);
+    void checkNumbers();
     void found(const QString &fault, const QString &mended = {});
 
     Database &m_database;
@@ -248,6 +250,25 @@ void Checker::checkCircles(const QString &table)
         found(QString("%1 lie below one another in a circle; the tree does not show them: %2.")
                   .arg(table, members.values().join(", ")),
               m_fix ? QString("Moved %1 to the top level.").arg(members.firstKey()) : QString());
+    }
+}
+
+void Checker::checkNumbers()
+{
+    for (const Schema::Table &table : Schema::tables()) {
+        for (const Schema::Column &column : table.columns) {
+            if (!QString(column.type).startsWith("INTEGER") && column.type != QString("LONG"))
+                continue;
+            const Recordset wrong = m_database.openNative(
+                QString("SELECT count(*), min([%2]) FROM [%1] WHERE [%2] IS NOT NULL AND (typeof([%2]) "
+                        "<> 'integer' OR [%2] NOT BETWEEN -2147483648 AND 2147483647)")
+                    .arg(table.name, column.name));
+            if (const qint64 count = wrong.at(0, 0).toInteger(); count > 0)
+                found(QString("%1.%2 holds no whole number of 32 bits in %3 rows; one of them has %4.")
+                          .arg(table.name, column.name)
+                          .arg(count)
+                          .arg(wrong.at(0, 1).toText()));
+        }
     }
 }
 

@@ -133,6 +133,8 @@ private slots:
              "there.");
         left("scrapped on no kind of charge", "UPDATE Scrap SET LineItemTypeId = NULL",
              "Scrap record 16384 \"Tap\" has no kind of charge; the tree of scrapped tools ends there.");
+        left("number of more than 32 bits", "INSERT INTO JobVorlane VALUES (2, 3000000000)",
+             "JobVorlane.Jobno holds no whole number of 32 bits in 1 rows; one of them has 3000000000.");
         left("type number too large", "UPDATE Types SET ID = 32768 WHERE ID = 4",
              "Type 32768 \"Oddments\" has a number outside 1 to 32767; the tree cannot show it, nor what lies in it.");
         left("location number too small", "INSERT INTO Locations VALUES (-3, 'Yard', 0)",
