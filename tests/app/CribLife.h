@@ -20,6 +20,9 @@ class CribLife
 public:
     explicit CribLife(unsigned seed) : m_random(seed) { }
 
+    /// What happens at other desks before the selected tool is acted on.
+    std::function<void()> others;
+
     enum Operation { lend, take, scrap, restore, purge, move, rename, remove, operations };
 
     /// One operation on whatever suits it. @returns false when nothing did.
@@ -130,7 +133,11 @@ private:
             return false;
         tree->selectNode(found);
         emit tree->nodeClicked(found);
-        return explorer().selectItem(prefix + rows.at(row, 0).toText());
+        if (!explorer().selectItem(prefix + rows.at(row, 0).toText()))
+            return false;
+        if (others)
+            others();
+        return true;
     }
 
     void choosePerson(BoundCombo *dbcEmp, BoundCombo *dbcJobType, BoundCombo *dbcJob)
