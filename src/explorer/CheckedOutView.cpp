@@ -1,5 +1,6 @@
 #include "explorer/CheckedOutView.h"
 
+#include "db/Literals.h"
 #include "db/Session.h"
 #include "explorer/ListItems.h"
 #include "explorer/Panes.h"
@@ -29,6 +30,7 @@ CheckedOutView::CheckedOutView()
                         {"Type", 2200},
                         {"Location", 2200}},
         .query = QueryKind::frmQueryCheckedOut,
+        .printTemplate = "StillOutByTool.rpt",
         .refusals =
             {
                 {Command::create,
@@ -96,6 +98,11 @@ KeyedTree::Node *CheckedOutView::sameNode(KeyedTree &nodes, const Thing &before)
 QString CheckedOutView::popUpOf(const ListItem &item) const
 {
     return idOf(item).kind == ItemId::toolOut && item.icon == ItemIcon::toolOut ? "mnuListCheckIn" : QString();
+}
+
+QString CheckedOutView::selectionFormula(const Node &node) const
+{
+    return node.parent ? "{CheckOutIn.CheckOutDesc} = " + quoted(node.text) : QString();
 }
 
 void CheckedOutView::find(clsTools &search, const QString &pattern) const

@@ -17,5 +17,6 @@ public:
     Node *sameNode(KeyedTree &nodes, const Thing &before) const override;
     QString popUpOf(const ListItem &item) const override;
     Outcome remove(const Things &, bool) const override { return Outcome::declined; }
+    QString selectionFormula(const Node &node) const override;
     void find(clsTools &search, const QString &pattern) const override;
 };

@@ -27,6 +27,7 @@ constinit const FolderView::Names FolderView::types{
     .toolsOf = "SELECT Tools.Id"
                " FROM Tools"
                " WHERE Tools.Type=",
+    .printed = "{Tools.Type}",
 };
 
 constinit const FolderView::Names FolderView::locations{
@@ -42,6 +43,7 @@ constinit const FolderView::Names FolderView::locations{
     .toolsOf = "SELECT Tools.Id"
                " FROM Tools"
                " WHERE Tools.Location=",
+    .printed = "{Tools.Location}",
 };
 
 namespace {
@@ -76,6 +78,7 @@ View::Row rowOf(clsTools::Kind kind)
                     {"Checkout Employee", 2000}},
         .findColumns = {{"Description", 3000}, {"Part Number", 1600}, {"Manufacturer", 1800}, {"Path", 5000}},
         .query = QueryKind::frmQueryTypeLoc,
+        .printTemplate = types ? "ToolsByType.rpt" : "ToolsByLocation.rpt",
         .refusals =
             {
                 {View::Command::edit, {ItemId::root}, "You cannot edit this Node", QMessageBox::Information},
@@ -293,6 +296,11 @@ View::Outcome FolderView::move(const Things &things, const Thing &target, bool f
         }
     }
     return Outcome::done;
+}
+
+QString FolderView::selectionFormula(const Node &node) const
+{
+    return node.parent ? m_names.printed + (" = " + idOf(node).digits()) : QString();
 }
 
 void FolderView::find(clsTools &search, const QString &pattern) const

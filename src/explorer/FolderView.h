@@ -19,6 +19,7 @@ public:
         const char *subFolders;
         const char *ofFolder; ///< condition of a folder's tools
         const char *toolsOf;
+        const char *printed; ///< the report's field of a tool's folder
     };
     static const Names types, locations;
 
@@ -33,6 +34,7 @@ public:
     Outcome remove(const Things &things, bool fromTree) const override;
     bool hasMoves() const override { return true; }
     Outcome move(const Things &things, const Thing &target, bool fromTree) const override;
+    QString selectionFormula(const Node &node) const override;
     void find(clsTools &search, const QString &pattern) const override;
 
 private:

@@ -67,6 +67,7 @@ ScrapView::ScrapView()
                         {"Date Scrapped", 1700},
                         {"Job or OH", 1700}},
         .query = QueryKind::frmQueryScrap,
+        .printTemplate = "ToolsScrapped.rpt",
         .refusals =
             {
                 {Command::create,
@@ -186,6 +187,14 @@ View::Outcome ScrapView::remove(const Things &things, bool) const
     msgBox({.text =
                 allDeleted ? "Selected Scrapped Tool(s) deleted." : "One or more Scrapped Tools could not be deleted"});
     return Outcome::stale;
+}
+
+QString ScrapView::selectionFormula(const Node &node) const
+{
+    if (!node.parent)
+        return {};
+    const ItemId id = idOf(node);
+    return (id.kind == ItemId::charge ? "{Scrap.JobOrOH} = " : "{Scrap.LineItemTypeId} = ") + id.digits();
 }
 
 void ScrapView::find(clsTools &search, const QString &pattern) const

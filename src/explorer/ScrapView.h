@@ -19,6 +19,7 @@ public:
     QString popUpOf(const Node &node) const override { return node.parent ? "mnuTreePopScrap" : QString(); }
     QString popUpOf(const ListItem &item) const override;
     Outcome remove(const Things &things, bool fromTree) const override;
+    QString selectionFormula(const Node &node) const override;
     void find(clsTools &search, const QString &pattern) const override;
 
 private:

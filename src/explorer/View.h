@@ -54,6 +54,7 @@ public:
         std::vector<ListColumn> columns;
         std::vector<ListColumn> findColumns; ///< of the find dialog, which also tells where a hit was found
         const QueryKind &query; ///< the form that selects what the view shows
+        const char *printTemplate; ///< that prints what the list shows
         std::vector<RefusalRow> refusals;
     };
 
@@ -97,6 +98,9 @@ public:
     virtual bool hasMoves() const { return false; }
     /// Asks whether to move the things to the folder, and does so.
     virtual Outcome move(const Things &, const Thing &, bool) const { return Outcome::declined; }
+
+    /// The report's selection of what the node's list shows.
+    virtual QString selectionFormula(const Node &node) const = 0;
 
     /// Reports to `search` what is described like `pattern`, a quoted text with its wildcards.
     virtual void find(clsTools &search, const QString &pattern) const = 0;

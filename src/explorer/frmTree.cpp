@@ -72,9 +72,8 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
     onUserAction(ui.cmdFind, &QPushButton::clicked, this, &frmTree::cmdFind_Click);
     onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    auto *move = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_M), this);
-    move->setContext(Qt::WidgetWithChildrenShortcut);
-    onUserAction(move, &QShortcut::activated, this, &frmTree::moveToPicked);
+    onKey(Qt::Key_M, &frmTree::moveToPicked);
+    onKey(Qt::Key_P, &frmTree::printList);
 
     {
         const QSignalBlocker quiet(ui.optMode0);
@@ -110,6 +109,14 @@ void frmTree::Startup(bool showProgress)
     ui.tvMain->setFocus();
     if (showProgress)
         mdi.showStartProgress(100);
+}
+
+// With Ctrl, anywhere in the explorer.
+void frmTree::onKey(Qt::Key key, void (frmTree::*command)())
+{
+    auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    onUserAction(shortcut, &QShortcut::activated, this, command);
 }
 
 std::array<QRadioButton *, 4> frmTree::options() const { return {ui.optMode0, ui.optMode1, ui.optMode2, ui.optMode3}; }

@@ -70,6 +70,7 @@ private:
     std::array<QRadioButton *, 4> options() const;
     void optMode_Click(int index);
     QAbstractButton *commandOf(const QKeyEvent &key) const;
+    void onKey(Qt::Key key, void (frmTree::*command)());
     void showSelectedCount();
 
     // Commands
@@ -77,6 +78,7 @@ private:
     void cmdEdit_PopUp();
     void cmdQuery_Click();
     void cmdFind_Click();
+    void printList();
     void mdi_TreeNewTool();
     void mdi_TreeNewType();
     void mdi_TreeNewLocation();

@@ -10,6 +10,7 @@
 #include "explorer/frmTreeSelect.h"
 #include "platform/gui/MsgBox.h"
 #include "reports/QueryForm.h"
+#include "reports/ReportRun.h"
 #include "transactions/frmScrap.h"
 
 #include <QCursor>
@@ -189,6 +190,15 @@ void frmTree::cmdFind_Click()
     find.show();
     find.raise();
     find.activateWindow();
+}
+
+void frmTree::printList()
+{
+    if (const Node *node = m_panes.listed())
+        printReport(theMainFrame().CrpMain(),
+                    {.windowTitle = ui.lblList->text(),
+                     .templateFile = view()->row.printTemplate,
+                     .selectionFormula = view()->selectionFormula(*node)});
 }
 
 void frmTree::cmdRefresh_Click()
