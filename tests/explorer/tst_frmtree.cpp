@@ -1,5 +1,7 @@
 #include "common/ItemKeys.h"
 #include "explorer/frmTreeSelect.h"
+#include "platform/report/Report.h"
+#include "platform/system/ProgramFolder.h"
 #include "tests/support/CribExplorer.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
@@ -112,6 +114,20 @@ private slots:
         QCOMPARE(lines, items);
         QTEST(explorer().ui.lblList->text(), "heading");
         QVERIFY(explorer().TreeHasFocus);
+    }
+
+    void theListInSightCanBePrinted()
+    {
+        ProgramFolder::setPath(PROGRAM_DATA "/templates");
+        const auto restore = qScopeGuard([] { ProgramFolder::setPath({}); });
+        for (const auto &[option, key] : {std::pair(0, "l2"), {1, "l1"}, {2, "l2"}, {3, "l4"}, {3, "C1250"}}) {
+            m_crib->goTo(option, key);
+            const View &view = *explorer().view();
+            Report report(&Session::database());
+            QCOMPARE(report.open(view.row.printTemplate, view.selectionFormula(*m_crib->node(key))), 0);
+            const auto tools = m_crib->keys().filter(QRegularExpression("^(r|co|j)"));
+            QCOMPARE(report.recordCount(), key == QString("l4") ? 3 : tools.size());
+        }
     }
 
     void apostropheBreaksTheCheckedOutList()
