@@ -102,7 +102,7 @@ QString CheckedOutView::popUpOf(const ListItem &item) const
 
 QString CheckedOutView::selectionFormula(const Node &node) const
 {
-    return node.parent ? "{CheckOutIn.CheckOutDesc} = " + quoted(node.text) : QString();
+    return node.parent ? "{Tools.Description} = " + quoted(node.text) : QString();
 }
 
 void CheckedOutView::find(clsTools &search, const QString &pattern) const
