@@ -30,6 +30,7 @@ private slots:
         Q_INIT_RESOURCE(icons);
         m_folder = std::make_unique<QTemporaryDir>();
         ProgramFolder::setPath(m_folder->path());
+        qputenv("XDG_RUNTIME_DIR", m_folder->path().toUtf8()); // a copy that somebody works with is none of ours
     }
 
     void cleanup()
