@@ -34,6 +34,7 @@ mdiMain::mdiMain() : m_clientArea(new QMdiArea)
     m_clientArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     makeMenus();
     makeToolbar();
+    showStatus({}); // its height counts when the explorer is placed
     resize(usualSize.boundedTo(ScreenFit::roomFor(this).size()));
 }
 

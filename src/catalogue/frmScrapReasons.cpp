@@ -7,7 +7,7 @@
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/WindowOwner.h"
 
-frmScrapReasons::frmScrapReasons() : QDialog(windowOwner()), m_reasons([](int) { return QIcon(); })
+frmScrapReasons::frmScrapReasons() : QDialog(windowOwner()), m_reasons([](int) { return ItemPicture(); })
 {
     ui.setupUi(this);
     ui.lvwMI->setModel(&m_reasons);

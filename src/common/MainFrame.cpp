@@ -1,7 +1,10 @@
 #include "common/MainFrame.h"
 
 #include "db/Session.h"
+#include "platform/gui/ElidingLabel.h"
 #include "platform/reportcontrol/ReportControl.h"
+
+#include <QStatusBar>
 
 namespace {
 MainFrame *frame = nullptr;
@@ -14,6 +17,17 @@ ReportControl &MainFrame::CrpMain()
         m_CrpMain->setObjectName("CrpMain");
     }
     return *m_CrpMain;
+}
+
+void MainFrame::showStatus(const QString &text)
+{
+    if (!m_status) {
+        m_status = new ElidingLabel;
+        m_status->setAccessibleName("Selected line");
+        statusBar()->addWidget(m_status, 1);
+    }
+    m_status->setText(text);
+    m_status->setToolTip(text);
 }
 
 MainFrame &theMainFrame()

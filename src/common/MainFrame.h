@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 
+class ElidingLabel;
 class ReportControl;
 
 /// What windows below may ask of the program's frame; `mdiMain` is the one.
@@ -20,6 +21,9 @@ public:
     /// The state of start-up as the splash shows it: per cent and, when there is one, a line of text.
     virtual void showStartProgress(int percent, const QString &status = {}) = 0;
 
+    /// Shows a line in the frame's status bar, shortened where it does not fit; its tooltip is the whole.
+    void showStatus(const QString &text);
+
     /// The frame's own report control, for reports that belong to no results window.
     ReportControl &CrpMain();
 
@@ -30,6 +34,7 @@ signals:
 
 private:
     ReportControl *m_CrpMain = nullptr;
+    ElidingLabel *m_status = nullptr;
 };
 
 MainFrame &theMainFrame();

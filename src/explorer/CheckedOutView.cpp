@@ -29,6 +29,8 @@ CheckedOutView::CheckedOutView()
                         {"Date Out", 1900},
                         {"Type", 2200},
                         {"Location", 2200}},
+        .emptyHint = "No tool is out. To lend one, go to it in the view by tool type or location and press Check Out"
+                     " (Alt+T).",
         .query = QueryKind::frmQueryCheckedOut,
         .printTemplate = "StillOutByTool.rpt",
         .refusals =

@@ -77,6 +77,8 @@ View::Row rowOf(clsTools::Kind kind)
                     {"Manufacturer", 1440},
                     {"Checkout Employee", 2000}},
         .findColumns = {{"Description", 3000}, {"Part Number", 1600}, {"Manufacturer", 1800}, {"Path", 5000}},
+        .emptyHint = types ? "No tool types yet. Press New (Alt+N) and choose New Type."
+                           : "No locations yet. Press New (Alt+N) and choose New Location.",
         .query = QueryKind::frmQueryTypeLoc,
         .printTemplate = types ? "ToolsByType.rpt" : "ToolsByLocation.rpt",
         .refusals =

@@ -15,19 +15,19 @@ const QString ListItems::toolsOut = QStringLiteral("SELECT Tools.*, Locations.de
                                                    " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
                                                    " AND CheckOutIn.active=true and tools.out=true");
 
-QIcon ListItems::icon(int number)
+ItemPicture ListItems::picture(int number)
 {
     switch (number) {
     case ItemIcon::toolOut:
-        return Icons::icon("tool-out");
+        return {Icons::icon("tool-out"), "out"};
     case ItemIcon::toolInStock:
-        return Icons::icon("tool-in");
+        return {Icons::icon("tool-in"), "in the crib"};
     case ItemIcon::toolScrapped:
-        return Icons::icon("tool-scrapped");
+        return {Icons::icon("tool-scrapped"), "scrapped"};
     case ItemIcon::openFolder:
-        return Icons::icon("folder-open");
+        return {Icons::icon("folder-open"), "folder"};
     default:
-        return Icons::folder();
+        return {Icons::folder(), "folder"};
     }
 }
 

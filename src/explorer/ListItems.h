@@ -8,8 +8,8 @@ class Recordset;
 /// Rows of statements as the items that lists and hits show.
 namespace ListItems {
 
-/// The picture of an item.
-QIcon icon(int number);
+/// The picture of an item, and the state that it shows.
+ItemPicture picture(int number);
 
 /// The mark of a folder elsewhere in the tree, before its name.
 QString elsewhere(const QString &folder);

@@ -2,6 +2,7 @@
 
 #include "common/ItemKeys.h"
 #include "db/Session.h"
+#include "explorer/PaneLook.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
@@ -83,7 +84,7 @@ void Panes::rebuild()
 
 void Panes::list(const Node *node)
 {
-    m_treeHasFocus = true;
+    setInCharge(true);
     m_ui.lstToolList->scrollToTop();
     const HourGlass busy;
     const ReadScope scope(Session::database());
@@ -93,6 +94,21 @@ void Panes::list(const Node *node)
     m_listedKey = node->key;
     showHeading(node);
     m_view->fillList(*this, node);
+    showHint();
+}
+
+void Panes::setInCharge(bool tree)
+{
+    m_treeHasFocus = tree;
+    PaneLook::setInCharge(*m_ui.tvMain, tree);
+    PaneLook::setInCharge(*m_ui.lstToolList, !tree);
+}
+
+void Panes::showHint()
+{
+    const QString hint = nodes().root()->children.empty() ? m_view->row.emptyHint : "";
+    m_ui.tvMain->setHint(hint);
+    m_ui.lstToolList->setHint(hint);
 }
 
 void Panes::relist() { comeBack(place()); }
@@ -173,7 +189,7 @@ void Panes::comeBack(const Place &place)
         });
     };
     m_ui.lstToolList->selectRowsIf([&](int row) { return wasSelected(items().item(row)); });
-    m_treeHasFocus = place.treeHasFocus;
+    setInCharge(place.treeHasFocus);
 }
 
 void Panes::goTo(const QString &nodeKey)
@@ -213,7 +229,7 @@ bool Panes::selectItem(const QString &key)
         return false;
     m_ui.lstToolList->selectRow(row);
     m_ui.lstToolList->scrollTo(items().index(row, 0));
-    m_treeHasFocus = false;
+    setInCharge(false);
     return true;
 }
 
@@ -254,7 +270,7 @@ void Panes::selectNew(const QStringList &before)
 {
     const QSet<QString> known(before.begin(), before.end());
     if (m_ui.lstToolList->selectRowsIf([&](int row) { return !known.contains(items().item(row).key); }))
-        m_treeHasFocus = false;
+        setInCharge(false);
 }
 
 void Panes::removed(const View::Things &things)

@@ -51,6 +51,10 @@ public:
     void relist();
     /// The node whose contents the list shows; null when it has gone.
     Node *listed() const { return nodes().find(m_listedKey); }
+    /// Commands act on the tree's node or on the list's items; the other pane turns grey.
+    void setInCharge(bool tree);
+    /// What to do first, as long as the view has nothing to show.
+    void showHint();
     /// Marks the listed node in the tree, after a press, a drag or a pop-up that led nowhere.
     void followListed();
     void openNode(Node *node);

@@ -66,6 +66,7 @@ ScrapView::ScrapView()
                         {"Employee", 2200},
                         {"Date Scrapped", 1700},
                         {"Job or OH", 1700}},
+        .emptyHint = "No tool was scrapped.",
         .query = QueryKind::frmQueryScrap,
         .printTemplate = "ToolsScrapped.rpt",
         .refusals =

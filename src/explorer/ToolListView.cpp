@@ -2,6 +2,7 @@
 
 #include "explorer/DragPictures.h"
 #include "explorer/ListItems.h"
+#include "explorer/PaneLook.h"
 
 #include <QContextMenuEvent>
 #include <QDrag>
@@ -11,13 +12,12 @@
 
 const QString ToolListView::dragFormat = QStringLiteral("application/x-vorlane-items");
 
-ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&ListItems::icon)
+ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&ListItems::picture), m_widths(*this, m_items)
 {
     setModel(&m_items);
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
-    setAllColumnsShowFocus(true);
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     header()->setSectionsClickable(true);
@@ -31,8 +31,14 @@ ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&ListIt
 void ToolListView::setColumns(const std::vector<ListColumn> &columns)
 {
     m_items.setColumns(columns);
-    setColumnWidths(*header(), columns);
+    m_widths.reset();
     showSortMark();
+}
+
+void ToolListView::setHint(const QString &hint)
+{
+    if (hint != std::exchange(m_hint, hint))
+        viewport()->update();
 }
 
 int ToolListView::selectedRow() const
@@ -77,6 +83,20 @@ void ToolListView::setMovesAllowed(bool allowed)
     DragItem = -1;
 }
 
+void ToolListView::focusInEvent(QFocusEvent *event)
+{
+    QTreeView::focusInEvent(event);
+    if (PaneLook::isUsersChoice(*event))
+        emit touched();
+}
+
+void ToolListView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    if (m_items.rowCount() == 0 && !m_hint.isEmpty())
+        PaneLook::paintHint(*this, viewport()->rect(), m_hint);
+}
+
 void ToolListView::mousePressEvent(QMouseEvent *event)
 {
     if (movesAllowed() && event->button() == Qt::LeftButton) {
@@ -113,6 +133,8 @@ void ToolListView::keyPressEvent(QKeyEvent *event)
         emit itemOpened();
         return;
     }
+    if (m_widths.keyPressed(*event))
+        return;
     if (const int column = event->key() - Qt::Key_1;
         event->modifiers() == Qt::ControlModifier && column >= 0 && column < m_items.columnCount()) {
         headingClicked(column);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gui/KeyedList.h"
+#include "platform/gui/ColumnWidths.h"
 
 #include <QTreeView>
 
@@ -17,6 +17,9 @@ public:
     KeyedList &items() { return m_items; }
     const KeyedList &items() const { return m_items; }
     void setColumns(const std::vector<ListColumn> &columns);
+
+    /// What stands in the list while it is empty.
+    void setHint(const QString &hint);
 
     /// Row of the item that commands act on: the current one, if it is selected, else the first selected; -1.
     int selectedRow() const;
@@ -43,6 +46,8 @@ signals:
     void itemOpened();
 
 protected:
+    void focusInEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -58,4 +63,6 @@ private:
     void showSortMark();
 
     KeyedList m_items;
+    ColumnWidths m_widths;
+    QString m_hint;
 };

@@ -1,6 +1,7 @@
 #include "explorer/TreeView.h"
 
 #include "explorer/DragPictures.h"
+#include "explorer/PaneLook.h"
 #include "explorer/ToolListView.h"
 
 #include <QContextMenuEvent>
@@ -55,6 +56,27 @@ void TreeView::setMovesAllowed(bool allowed)
 {
     setDragEnabled(allowed);
     setAcceptDrops(allowed);
+}
+
+void TreeView::setHint(const QString &hint)
+{
+    if (hint != std::exchange(m_hint, hint))
+        viewport()->update();
+}
+
+void TreeView::focusInEvent(QFocusEvent *event)
+{
+    QTreeView::focusInEvent(event);
+    if (PaneLook::isUsersChoice(*event))
+        emit focused();
+}
+
+void TreeView::paintEvent(QPaintEvent *event)
+{
+    QTreeView::paintEvent(event);
+    const QModelIndex root = m_nodes.index(0, 0);
+    if (root.isValid() && m_nodes.rowCount(root) == 0)
+        PaneLook::paintHint(*this, viewport()->rect().adjusted(0, visualRect(root).bottom(), 0, 0), m_hint);
 }
 
 void TreeView::mousePressEvent(QMouseEvent *event)

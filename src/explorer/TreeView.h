@@ -21,6 +21,9 @@ public:
     void selectNode(const Node *node);
     void expandNode(const Node *node) { expand(m_nodes.indexOf(node)); }
 
+    /// What stands below the root while it has no other nodes.
+    void setHint(const QString &hint);
+
     /// The node that a drag is over; it is marked.
     Node *dropHighlight() const { return m_dropHighlight; }
     void setDropHighlight(Node *node);
@@ -36,11 +39,15 @@ signals:
     /// Items of the tool list were dropped on the marked node.
     void itemsDropped();
     void nodeDropped(KeyedTree::Node *dragged);
+    /// The user went to the tree by keyboard or mouse.
+    void focused();
     /// A press or a drag that may have marked another node is over and was no click.
     void gestureEnded();
 
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index, const QEvent *event) const override;
+    void focusInEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -56,6 +63,7 @@ private:
     Node *nodeUnder(const QPoint &position) const { return m_nodes.nodeAt(indexAt(position)); }
 
     KeyedTree m_nodes;
+    QString m_hint;
     Node *m_dropHighlight = nullptr;
     Node *m_draggedNode = nullptr;
 };

@@ -53,6 +53,7 @@ public:
         int headingLength; ///< characters of a path over the list; -1 for all
         std::vector<ListColumn> columns;
         std::vector<ListColumn> findColumns; ///< of the find dialog, which also tells where a hit was found
+        const char *emptyHint; ///< stands in the panes while there is nothing to show
         const QueryKind &query; ///< the form that selects what the view shows
         const char *printTemplate; ///< that prints what the list shows
         std::vector<RefusalRow> refusals;

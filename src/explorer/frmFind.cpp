@@ -15,12 +15,13 @@ constexpr qint64 millisecondsBetweenCounts = 33; // showing each would cost more
 }
 
 // A window of its own, so that the explorer can come to the front.
-frmFind::frmFind() : mfrmTree(frmTree::instance()), m_hits(&ListItems::icon)
+frmFind::frmFind() : mfrmTree(frmTree::instance()), m_hits(&ListItems::picture)
 {
     ui.setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     ui.lstFind->setModel(&m_hits);
     ui.lstFind->setMouseTracking(true);
+    m_widths = new ColumnWidths(*ui.lstFind, m_hits);
     connect(&mobjTools, &clsTools::ChangeList, this, &frmFind::mobjTools_ChangeList);
     connect(&mfrmTree, &frmTree::FormUnload, this, &QWidget::close);
     connect(&mfrmTree, &QObject::destroyed, this, [] { unload(); });
@@ -42,7 +43,7 @@ void frmFind::Startup()
     // Hits of a search before keep their headings.
     if (m_hits.count() == 0) {
         m_hits.setColumns(mfrmTree.view()->row.findColumns);
-        setColumnWidths(*ui.lstFind->header(), m_hits.columns());
+        m_widths->reset();
     }
     ui.txtFind->setFocus();
     ui.txtFind->selectAll();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "explorer/clsTools.h"
+#include "platform/gui/ColumnWidths.h"
 #include "platform/gui/SharedForm.h"
 #include "ui_frmFind.h"
 
@@ -37,6 +38,7 @@ private:
     frmTree &mfrmTree;
     clsTools mobjTools;
     KeyedList m_hits;
+    ColumnWidths *m_widths = nullptr;
     const class View *m_searched = nullptr; ///< the view that the hits are of
     bool m_inSearch = false;
     bool m_closeAfterSearch = false;

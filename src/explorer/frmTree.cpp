@@ -2,9 +2,11 @@
 
 #include "common/ItemKeys.h"
 #include "common/MainFrame.h"
+#include "explorer/StatusLine.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/Twips.h"
+#include "platform/system/UserSettings.h"
 #include "transactions/MainSubs.h"
 
 #include <QCloseEvent>
@@ -13,7 +15,9 @@
 
 namespace {
 constexpr int startWidth = 11325, startHeight = 7125; // twips
-constexpr int treeShare = 35, listShare = 65; // per cent of the splitter at first
+constexpr int treeShare = 1, listShare = 2; // of the splitter at first
+constexpr int splitStep = 20; // pixels
+const auto splitPlace = QStringLiteral("frmTree/Split");
 }
 
 frmTree::frmTree() : m_panes(ui, TreeHasFocus)
@@ -23,6 +27,7 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
     setWindowIcon(Icons::icon("tools"));
     ui.Split->setStretchFactor(0, treeShare);
     ui.Split->setStretchFactor(1, listShare);
+    ui.Split->restoreState(UserSettings::value(splitPlace));
     const std::pair<QPushButton *, const char *> pictures[] = {
         {ui.cmdNew, "new"},
         {ui.cmdEdit, "edit"},
@@ -53,7 +58,8 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
         if (!ui.tvMain->draggedNode())
             runUserAction([&] { m_panes.openNode(ui.tvMain->nodes().nodeAt(index)); });
     });
-    connect(ui.lstToolList, &ToolListView::touched, this, [this] { TreeHasFocus = false; });
+    connect(ui.lstToolList, &ToolListView::touched, this, [this] { m_panes.setInCharge(false); });
+    connect(ui.tvMain, &TreeView::focused, this, [this] { m_panes.setInCharge(true); });
     connect(ui.lstToolList, &ToolListView::itemPressed, this, [this] { ui.tvMain->setDropHighlight(nullptr); });
     connect(ui.lstToolList->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmTree::showSelectedCount);
@@ -74,6 +80,15 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
     onKey(Qt::Key_M, &frmTree::moveToPicked);
     onKey(Qt::Key_P, &frmTree::printList);
+    onKey(Qt::Key_F10, &frmTree::toggleMaximized);
+    for (const auto &[key, by] : {std::pair(Qt::Key_Left, -splitStep), std::pair(Qt::Key_Right, splitStep)}) {
+        // In the list the same keys are those of its columns.
+        auto *split = new QShortcut(Qt::CTRL | Qt::SHIFT | key, ui.tvMain);
+        split->setContext(Qt::WidgetShortcut);
+        connect(split, &QShortcut::activated, this, [this, by = by] { moveSplit(by); });
+    }
+    m_statusLine = new StatusLine(m_panes, *ui.lstToolList);
+    m_statusLine->setParent(this);
 
     {
         const QSignalBlocker quiet(ui.optMode0);
@@ -85,6 +100,7 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
 
 frmTree::~frmTree()
 {
+    UserSettings::setValue(splitPlace, ui.Split->saveState());
     if (explorerIfOpen() == this)
         setTheExplorer(nullptr);
 }
@@ -182,7 +198,7 @@ int frmTree::itemCount() const { return m_panes.items().count(); }
 void frmTree::selectFirstItem()
 {
     ui.lstToolList->selectRow(0);
-    TreeHasFocus = false;
+    m_panes.setInCharge(false);
 }
 
 void frmTree::focusList() { ui.lstToolList->setFocus(); }
@@ -196,6 +212,7 @@ void frmTree::addChildNode(const QString &mode, int parentId, int id, const QStr
     if (!parent)
         return;
     m_panes.nodes().add(parent, ItemId{ItemId::folder, id}.nodeKey(), text, Icons::folder())->sorted = true;
+    m_panes.showHint();
     ui.tvMain->expandNode(parent);
 }
 
@@ -227,6 +244,18 @@ bool frmTree::event(QEvent *event)
     if (event->type() == QEvent::KeyPress)
         command->click();
     return true;
+}
+
+void frmTree::moveSplit(int by)
+{
+    const QList<int> sizes = ui.Split->sizes();
+    ui.Split->setSizes({sizes[0] + by, sizes[1] - by});
+}
+
+void frmTree::toggleMaximized()
+{
+    if (QWidget *window = parentWidget())
+        window->setWindowState(window->windowState() ^ Qt::WindowMaximized);
 }
 
 QAbstractButton *frmTree::commandOf(const QKeyEvent &key) const

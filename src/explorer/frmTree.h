@@ -71,6 +71,8 @@ private:
     void optMode_Click(int index);
     QAbstractButton *commandOf(const QKeyEvent &key) const;
     void onKey(Qt::Key key, void (frmTree::*command)());
+    void moveSplit(int by);
+    void toggleMaximized();
     void showSelectedCount();
 
     // Commands
@@ -99,5 +101,6 @@ private:
     void moveToPicked();
 
     Panes m_panes;
+    class StatusLine *m_statusLine = nullptr;
     bool m_started = false;
 };

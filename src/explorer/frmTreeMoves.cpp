@@ -11,7 +11,7 @@ void frmTree::tvMain_NodeClick(Node *node) { m_panes.list(node); }
 
 void frmTree::tvMain_PopUp(Node *node, const QPoint &globalPosition)
 {
-    TreeHasFocus = true;
+    m_panes.setInCharge(true);
     const QPointer<frmTree> open(this);
     if (const QString menu = view()->popUpOf(*node); !menu.isEmpty())
         theMainFrame().popUp(menu, globalPosition);

@@ -3,6 +3,7 @@
 #include "tests/support/DataRows.h"
 
 #include <QElapsedTimer>
+#include <QStatusBar>
 #include <QtTest>
 
 namespace {
@@ -110,6 +111,21 @@ private slots:
         QCOMPARE(hits.count(), tools + 1);
         // Folders and tools, and the way from two folders to the root.
         QCOMPARE(counters().run - before, 2 + 1 + 2);
+    }
+
+    void theStatusLineAsksAtRest()
+    {
+        m_crib->go("l2");
+        const qint64 before = counters().run;
+        m_crib->list()->setFocus();
+        for (int i = 0; i < 10; ++i)
+            QTest::keyClick(m_crib->list(), Qt::Key_Down);
+        QCOMPARE(counters().run, before);
+        const auto *status = explorer().window()->findChild<QStatusBar *>()->findChild<QLabel *>();
+        QTRY_VERIFY2(status->text().endsWith("|  in the crib"), qPrintable(status->text()));
+        m_crib->run({"DELETE FROM Tools"});
+        QTest::keyClick(m_crib->list(), Qt::Key_Up);
+        QTRY_VERIFY2(status->text().contains("gone meanwhile"), qPrintable(status->text()));
     }
 
     void nothingIsAskedWhileIdle()

@@ -372,6 +372,20 @@ private slots:
         QVERIFY(!list->dragEnabled());
     }
 
+    void thePaneWithTheFocusIsInCharge()
+    {
+        m_crib->go("l2");
+        m_crib->list()->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(m_crib->list(), Qt::Key_Down);
+        QVERIFY(!explorer().TreeHasFocus);
+        explorer().ui.cmdEdit->setFocus(Qt::TabFocusReason);
+        m_crib->list()->setFocus(Qt::ActiveWindowFocusReason); // back from a dialog
+        QVERIFY(!explorer().TreeHasFocus);
+        m_crib->tree()->setFocus(Qt::BacktabFocusReason);
+        QVERIFY(explorer().TreeHasFocus);
+        QVERIFY(m_crib->tree()->palette().highlight() != m_crib->list()->palette().highlight());
+    }
+
     // Alt+T stands on a view and on a menu of the frame, too.
     void commandKeysWinOverOtherCaptions()
     {

@@ -1,9 +1,6 @@
 #include "platform/gui/KeyedList.h"
 
-#include "platform/gui/Twips.h"
 #include "platform/text/TextCompare.h"
-
-#include <QHeaderView>
 
 #include <algorithm>
 #include <numeric>
@@ -13,14 +10,6 @@ void ListItem::setSubItem(int number, const QString &text)
     while (subItems.size() < number)
         subItems.append(QString());
     subItems[number - 1] = text;
-}
-
-void setColumnWidths(QHeaderView &header, const std::vector<ListColumn> &columns)
-{
-    for (int column = 0; column < int(columns.size()); ++column) {
-        const int width = Twips::toPixels(columns[size_t(column)].width);
-        header.resizeSection(column, qMax(width, header.sectionSizeHint(column)));
-    }
 }
 
 KeyedList::KeyedList(IconSource icons, QObject *parent) : FillableModel(parent), m_icons(std::move(icons)) { }
@@ -113,8 +102,14 @@ QVariant KeyedList::data(const QModelIndex &index, int role) const
         return {};
     if (role == Qt::DisplayRole)
         return text(item(index.row()), index.column());
-    if (role == Qt::DecorationRole && index.column() == 0)
-        return m_icons(item(index.row()).icon);
+    if (index.column() != 0)
+        return {};
+    const ListItem &shown = item(index.row());
+    if (role == Qt::DecorationRole)
+        return m_icons(shown.icon).icon;
+    if (role == Qt::AccessibleTextRole)
+        if (const QString meaning = m_icons(shown.icon).meaning; !meaning.isEmpty())
+            return shown.text + ", " + meaning;
     return {};
 }
 

@@ -23,23 +23,24 @@ struct ListItem {
     void setSubItem(int number, const QString &text);
 };
 
+/// What a picture number looks like, and what it says to somebody who does not see it: "out".
+struct ItemPicture {
+    QIcon icon;
+    QString meaning = {};
+};
+
 /// One column of such a list; its width is in twips.
 struct ListColumn {
     const char *caption;
     int width;
 };
 
-class QHeaderView;
-
-/// Gives the columns their widths; a caption that needs more, in a large font, gets it.
-void setColumnWidths(QHeaderView &header, const std::vector<ListColumn> &columns);
-
 /// The items of a list in report style. It is the model of its view.
 class KeyedList : public FillableModel<QAbstractTableModel>
 {
     Q_OBJECT
 public:
-    using IconSource = std::function<QIcon(int number)>;
+    using IconSource = std::function<ItemPicture(int number)>;
     explicit KeyedList(IconSource icons, QObject *parent = nullptr);
 
     void setColumns(std::vector<ListColumn> columns);

@@ -144,6 +144,8 @@ QVariant KeyedTree::data(const QModelIndex &index, int role) const
         return nodeAt(index)->text;
     case Qt::DecorationRole:
         return nodeAt(index)->icon;
+    case Qt::AccessibleDescriptionRole:
+        return QStringLiteral("folder");
     default:
         return {};
     }

@@ -1,3 +1,4 @@
+#include "platform/gui/ColumnWidths.h"
 #include "platform/gui/KeyedList.h"
 #include "platform/gui/KeyedTree.h"
 
@@ -40,7 +41,7 @@ private slots:
     void keysDoNothingInEmptyViews()
     {
         KeyedTree tree;
-        KeyedList list([](int) { return QIcon(); });
+        KeyedList list([](int) { return ItemPicture(); });
         list.setColumns({{"Description", 2000}});
         for (QAbstractItemModel *model : std::initializer_list<QAbstractItemModel *>{&tree, &list}) {
             QTreeView view;
@@ -139,6 +140,29 @@ private slots:
             list.add({.key = "e", .text = "saw", .subItems = {"9"}});
         }
         QCOMPARE(keys(), "ed"); // sorting stays on
+    }
+
+    void spareWidthGoesToTheColumns()
+    {
+        KeyedList list([](int) { return ItemPicture{.meaning = "out"}; });
+        list.setColumns({{"Description", 1500}, {"Part Number", 1500}});
+        QTreeView view;
+        view.setModel(&list);
+        ColumnWidths widths(view, list);
+        widths.reset();
+        view.resize(120, 100);
+        view.show();
+        QCOMPARE(view.columnWidth(0), 100);
+        view.resize(1000, 100);
+        QCOMPARE(view.columnWidth(0), view.columnWidth(1));
+        list.add({.key = "r1", .text = QString(50, 'm')});
+        list.setColumns(list.columns());
+        QVERIFY(view.columnWidth(0) > view.fontMetrics().horizontalAdvance(QString(50, 'm')));
+        QVERIFY(view.columnWidth(0) + view.columnWidth(1) <= view.viewport()->width());
+        view.setColumnWidth(1, 300); // the user's
+        view.resize(1200, 100);
+        QCOMPARE(view.columnWidth(1), 300);
+        QCOMPARE(list.index(0, 0).data(Qt::AccessibleTextRole), QString(50, 'm') + ", out");
     }
 
     void columnsBeforeALaterOneStayEmpty()

@@ -1,0 +1,115 @@
+#include "explorer/StatusLine.h"
+
+#include "common/MainFrame.h"
+#include "db/Schema.h"
+#include "db/Session.h"
+#include "explorer/ListItems.h"
+#include "explorer/Panes.h"
+#include "explorer/ToolListView.h"
+#include "explorer/clsTools.h"
+#include "platform/text/Format.h"
+
+namespace {
+
+constexpr int restAfter = 150; // milliseconds; an arrow key that is held down repeats faster
+
+QString pathOf(clsTools::Kind kind, const Recordset &row, QStringView column)
+{
+    try {
+        return clsTools::path(kind, qint32(row.field(column).toInteger()));
+    } catch (const BrokenChain &broken) {
+        return broken.what();
+    }
+}
+
+QString loanOf(const QString &toolId)
+{
+    const Recordset loan = openRecordset("SELECT CheckOutIn.*, Employee.LastName, Employee.FirstName"
+                                         " FROM CheckOutIn LEFT JOIN Employee ON CheckOutIn.Employee = Employee.EmpID"
+                                         " WHERE CheckOutIn.Active=true AND CheckOutIn.Tool_Id="
+                                         + toolId);
+    if (loan.isEmpty())
+        return "out, nobody knows to whom";
+    const QString charge = loan.text(u"JobOrOH");
+    const bool overhead = loan.field(u"LineItemTypeId").toInteger() == Schema::overheadCharge;
+    return "out to " + ListItems::personName(loan) + " since " + loan.text(u"DateOut") + " for "
+        + (overhead ? openRecordset("Select Description from Operation Where OperNo=" + charge).text(u"Description")
+                    : "job " + charge);
+}
+
+QString toolLine(const QString &id)
+{
+    const Recordset tool = openRecordset("SELECT * FROM Tools WHERE ID=" + id);
+    if (tool.isEmpty())
+        return {};
+    const QStringList parts{tool.text(u"Description"), tool.text(u"PartNumber"),
+                            pathOf(clsTools::Kind::types, tool, u"Type"),
+                            pathOf(clsTools::Kind::locations, tool, u"Location"),
+                            tool.field(u"Out").toInteger() ? loanOf(id) : "in the crib"};
+    return parts.join("  |  ");
+}
+
+QString scrapLine(const QString &id)
+{
+    const Recordset scrap = openRecordset("SELECT Scrap.*, Employee.LastName, Employee.FirstName"
+                                          " FROM Scrap LEFT JOIN Employee ON Scrap.Employee = Employee.EmpID"
+                                          " WHERE Scrap.ID="
+                                          + id);
+    if (scrap.isEmpty())
+        return {};
+    const QStringList parts{scrap.text(u"Description"), scrap.text(u"PartNumber"), scrap.text(u"TypeDescription"),
+                            "scrapped by " + ListItems::personName(scrap) + " on "
+                                + Format::listDate(scrap.text(u"ScrapDate"))};
+    return parts.join("  |  ");
+}
+
+}
+
+StatusLine::StatusLine(const Panes &panes, const ToolListView &list) : m_panes(panes), m_list(list)
+{
+    m_rest.setSingleShot(true);
+    m_rest.setInterval(restAfter);
+    connect(&m_rest, &QTimer::timeout, this, &StatusLine::tell);
+    connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this, &StatusLine::selectionChanged);
+    connect(list.selectionModel(), &QItemSelectionModel::currentRowChanged, this, &StatusLine::selectionChanged);
+    connect(&list.items(), &QAbstractItemModel::dataChanged, this, &StatusLine::selectionChanged);
+    connect(&list.items(), &QAbstractItemModel::modelReset, this, &StatusLine::selectionChanged);
+}
+
+const ListItem *StatusLine::selected() const
+{
+    const int row = m_list.model()->rowCount() == 0 ? -1 : m_list.selectedRow();
+    return row < 0 ? nullptr : &m_list.items().item(row);
+}
+
+void StatusLine::selectionChanged()
+{
+    const ListItem *item = selected();
+    show(item ? item->text : QString());
+    if (item)
+        m_rest.start();
+    else
+        m_rest.stop();
+}
+
+void StatusLine::tell()
+{
+    const ListItem *item = selected();
+    if (!item)
+        return;
+    const ItemId id = m_panes.view()->idOf(*item);
+    if (!id.isTool() && id.kind != ItemId::scrapRecord)
+        return;
+    try {
+        const ReadScope scope(Session::database());
+        const QString line = id.isTool() ? toolLine(id.digits()) : scrapLine(id.digits());
+        show(line.isEmpty() ? item->text + "  |  gone meanwhile; Refresh shows what is there" : line);
+    } catch (const std::exception &) { // the description stands there
+    }
+}
+
+void StatusLine::show(const QString &text) const
+{
+    if (auto *frame = qobject_cast<MainFrame *>(m_list.window()))
+        frame->showStatus(text);
+}
