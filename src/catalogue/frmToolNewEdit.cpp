@@ -3,21 +3,25 @@
 #include "catalogue/FolderKind.h"
 #include "common/ExplorerView.h"
 #include "db/Literals.h"
+#include "db/Schema.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/text/Format.h"
+#include "transactions/Deed.h"
 #include "transactions/KeyFilter.h"
 #include "transactions/MainSubs.h"
 
 #include <QLineEdit>
+#include <QProgressDialog>
 
 namespace {
 
 constexpr int longestManufacturer = 25;
-// More equal tools than this are more likely a slip than a delivery.
-constexpr int usualQuantity = 100;
+// Fewer are added before a bar is seen.
+constexpr int manyTools = 1000;
+constexpr int toolsBetweenLooksAtCancel = 32;
 
 }
 
@@ -43,7 +47,9 @@ frmToolNewEdit::frmToolNewEdit(const QString &mode, int toolId)
     KeyFilter::watch(ui.txtDescription);
     KeyFilter::watch(ui.txtPartNumber);
     KeyFilter::watch(ui.cboMan, [this](QChar typed) {
-        const bool isFull = ui.cboMan->currentText().trimmed().size() >= longestManufacturer;
+        // What is selected gives way to the typed character.
+        const qsizetype selected = ui.cboMan->lineEdit()->selectedText().size();
+        const bool isFull = ui.cboMan->currentText().trimmed().size() - selected >= longestManufacturer;
         return isFull && typed.isPrint() && typed != '%';
     });
 
@@ -85,6 +91,7 @@ void frmToolNewEdit::loadTool()
     ui.cboMan->setFocus();
 
     const Recordset tool = openRecordset("SELECT * FROM tools WHERE ID=" + QString::number(m_toolId));
+    m_loaded = columnsOf(tool);
     const int type = int(tool.field(u"Type").toInteger());
     const int location = int(tool.field(u"Location").toInteger());
     setType(type, FolderKind::type.description(type));
@@ -101,8 +108,17 @@ void frmToolNewEdit::loadTool()
     ui.fpCost->setValue(price);
 }
 
+QString frmToolNewEdit::columnsOf(const Recordset &tool) const
+{
+    QStringList columns;
+    for (const char16_t *name : {u"Manufacturer", u"Partnumber", u"Description", u"PricePer"})
+        columns.append(tool.text(name));
+    return columns.join('\n');
+}
+
 bool frmToolNewEdit::ValidData()
 {
+    MainSubs::tidyTexts(this);
     if (MainSubs::ValidData(ui.txtLocation->text(), ui.txtType->text(), ui.cboMan->text(), ui.txtDescription->text()))
         return true;
     focusFirstMissing();
@@ -112,30 +128,51 @@ bool frmToolNewEdit::ValidData()
 bool frmToolNewEdit::SaveRecord()
 {
     const HourGlass busy;
-    const QString manufacturer = quoted(ui.cboMan->text());
-    const QString partNumber = quoted(ui.txtPartNumber->text());
-    const QString description = quoted(ui.txtDescription->text());
-    const QString cost = Format::plainNumber(ui.fpCost->value());
-    try {
-        if (m_isNew) {
-            const QString statement =
-                "INSERT INTO tools (type,manufacturer,partnumber, description,priceper,out,location) "
-                " VALUES("
-                + ui.txtTypeId->text() + "," + manufacturer + "," + partNumber + "," + description + "," + cost + ",0,"
-                + ui.txtLocationId->text() + ")";
-            for (int added = 0; added < ui.fpQuantity->value(); ++added)
-                execute(statement);
-        } else {
-            execute("UPDATE tools SET  manufacturer=" + manufacturer + ", partnumber=" + partNumber
-                    + ", description=" + description + ", priceper=" + cost + " WHERE id=" + QString::number(m_toolId));
+    const Deed deed = Deed::attempt([this] { m_isNew ? addTools() : changeTool(); });
+    if (deed.outcome != Deed::Done && !deed.why.isEmpty())
+        inform("Unable to save data.\n\nError: " + deed.why);
+    m_saved = m_saved || deed.outcome == Deed::Done;
+    if (deed.outcome != Deed::Failed)
+        theExplorer().listSelectedNode();
+    return deed.outcome == Deed::Done;
+}
+
+void frmToolNewEdit::addTools()
+{
+    const int quantity = ui.fpQuantity->value();
+    const QString statement = "INSERT INTO tools (type,manufacturer,partnumber, description,priceper,out,location) "
+                              " VALUES("
+        + ui.txtTypeId->text() + "," + quoted(ui.cboMan->text()) + "," + quoted(ui.txtPartNumber->text()) + ","
+        + quoted(ui.txtDescription->text()) + "," + Format::plainNumber(ui.fpCost->value()) + ",0,"
+        + ui.txtLocationId->text() + ")";
+    QProgressDialog progress("Adding tools...", "Cancel", 0, quantity, this);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(0);
+    for (int added = 0; added < quantity; ++added) {
+        execute(statement);
+        if (added == 0) {
+            const Recordset tools = openRecordset("Select ID from Tools order by ID desc");
+            const qint64 left = Schema::highestToolNumber - tools.field(u"ID").toInteger() + 1;
+            refuseUnless(quantity <= left,
+                         QStringLiteral("The numbers of tools end at %1; %2 can be added.")
+                             .arg(Schema::highestToolNumber)
+                             .arg(qMax(0, left)));
         }
-    } catch (const EngineError &error) {
-        inform("Unable to save data.\n\nError: " + error.text());
-        return false;
+        if (quantity >= manyTools && added % toolsBetweenLooksAtCancel == 0)
+            progress.setValue(added);
+        refuseUnless(!progress.wasCanceled(), {});
     }
-    m_saved = true;
-    theExplorer().listSelectedNode();
-    return true;
+}
+
+void frmToolNewEdit::changeTool()
+{
+    const QString id = QString::number(m_toolId);
+    const Recordset tool = openRecordset("SELECT * FROM tools WHERE ID=" + id);
+    refuseUnless(!tool.isEmpty(), "The tool was deleted or scrapped meanwhile.");
+    refuseUnless(columnsOf(tool) == m_loaded, "The tool was changed meanwhile. Close this window and open it again.");
+    execute("UPDATE tools SET  manufacturer=" + quoted(ui.cboMan->text())
+            + ", partnumber=" + quoted(ui.txtPartNumber->text()) + ", description=" + quoted(ui.txtDescription->text())
+            + ", priceper=" + Format::plainNumber(ui.fpCost->value()) + " WHERE id=" + id);
 }
 
 void frmToolNewEdit::focusFirstMissing()
@@ -148,18 +185,14 @@ void frmToolNewEdit::focusFirstMissing()
         ui.txtDescription->setFocus();
 }
 
-bool frmToolNewEdit::confirmsQuantity()
+bool frmToolNewEdit::save()
 {
-    const int quantity = ui.fpQuantity->value();
-    return !m_isNew || quantity <= usualQuantity
-        || msgBox({.text = QStringLiteral("You are about to add %1 tools. Are you sure?").arg(quantity),
-                   .icon = QMessageBox::Question,
-                   .buttons = QMessageBox::Yes | QMessageBox::No,
-                   .defaultButton = QMessageBox::No})
-        == QMessageBox::Yes;
+    if (!ValidData() || !SaveRecord())
+        return false;
+    if (m_isNew && ui.fpQuantity->value() < 1)
+        inform("The quantity is 0: no tool was added.");
+    return true;
 }
-
-bool frmToolNewEdit::save() { return ValidData() && confirmsQuantity() && SaveRecord(); }
 
 void frmToolNewEdit::cmdTreeType_Click()
 {

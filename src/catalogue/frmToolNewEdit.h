@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/engine/Recordset.h"
+
 #include "ui_frmToolNewEdit.h"
 
 /// The tool editor: adds tools, several equal ones at once, or changes the data of one. The type and the location of
@@ -16,8 +18,8 @@ public:
 
     /// Whether the data may be saved; if not, says why.
     bool ValidData();
-    /// Writes to the database and has the explorer list its node anew. False when a statement failed, which was said;
-    /// tools already added stay.
+    /// Writes to the database and has the explorer list its node anew. False when it failed, which was said, or was
+    /// cancelled: nothing was written then.
     bool SaveRecord();
 
     Ui::frmToolNewEdit ui;
@@ -29,7 +31,9 @@ private:
     void loadManufacturers();
     void loadTool();
     void focusFirstMissing();
-    bool confirmsQuantity();
+    QString columnsOf(const Recordset &tool) const;
+    void addTools();
+    void changeTool();
     bool save();
     void cmdTreeType_Click();
     void cmdTreeLoc_Click();
@@ -39,5 +43,6 @@ private:
 
     bool m_isNew;
     int m_toolId;
+    QString m_loaded; ///< the tool's data as they were read
     bool m_saved = false;
 };

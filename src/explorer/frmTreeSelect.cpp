@@ -73,6 +73,12 @@ void frmTreeSelect::addFolders(KeyedTree::Node *parent)
     m_tree.removeChildren(parent);
     for (; !folders.atEnd(); folders.moveNext()) {
         const QString id = folders.text(u"ID");
+        if (KeyedTree::Node *known = m_tree.find(m_keyPrefix + id)) {
+            // Moved here since its old place was read; or, when that is above, part of a circle.
+            if (KeyedTree::isWithin(parent, known))
+                continue;
+            m_tree.remove(known);
+        }
         KeyedTree::Node *node = m_tree.add(parent, m_keyPrefix + id, folders.text(u"Description"), Icons::folder());
         if (!openRecordset(m_anyBelow.arg(id)).isEmpty())
             m_tree.add(node, placeholder + id, placeholder, Icons::folder());
@@ -86,7 +92,7 @@ void frmTreeSelect::tvMain_Expand(const QModelIndex &index)
         return;
     ui.tvMain->collapse(index); // and so it stays if the branch cannot be read
     addFolders(node);
-    ui.tvMain->expand(index);
+    ui.tvMain->expand(m_tree.indexOf(node)); // which may have another row by now
 }
 
 void frmTreeSelect::cmdOK_Click()

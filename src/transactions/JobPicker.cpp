@@ -5,6 +5,7 @@
 #include "platform/gui/BoundCombo.h"
 #include "platform/gui/Handler.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -21,6 +22,7 @@ JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent
         openRecordset("Select empid,ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee "
                       "Where EmpStatus='Active' order by lastName"),
         "Name", "empid");
+    m_boxes.dbcEmp->setTakesBoundValue(true);
     m_boxes.dbcJobType->setSource(
         openRecordset("Select Index,Code from LineItemType where code ='Job' or code ='Overhead'"), "Code", "index");
     GetJobOverheadList();
@@ -31,6 +33,21 @@ JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent
     }
     onUserAction(m_boxes.dbcEmp, &BoundCombo::chosen, this, &JobPicker::dbcEmp_Change);
     onUserAction(m_boxes.dbcJobType, &BoundCombo::chosen, this, &JobPicker::GetJobOverheadList);
+    for (BoundCombo *box : {m_boxes.dbcEmp, m_boxes.dbcJobType})
+        box->installEventFilter(this);
+}
+
+// A badge reader ends a number with Enter: that goes on to the next box as long as nothing is charged.
+bool JobPicker::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QObject::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    auto *box = static_cast<BoundCombo *>(watched);
+    if ((key != Qt::Key_Return && key != Qt::Key_Enter) || box->text().isEmpty() || !m_boxes.dbcJob->text().isEmpty())
+        return QObject::eventFilter(watched, event);
+    (box == m_boxes.dbcEmp ? m_boxes.dbcJobType : m_boxes.dbcJob)->setFocus(Qt::TabFocusReason);
+    return true;
 }
 
 void JobPicker::GetJobOverheadList()

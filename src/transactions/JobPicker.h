@@ -8,7 +8,7 @@ class QLabel;
 class QLineEdit;
 
 /// The boxes in which check-out and scrap ask for a person and for the job or overhead operation to charge: reads
-/// their lists and keeps them in step.
+/// their lists and keeps them in step. Enter in one that is chosen goes on to the next while no job is.
 class JobPicker : public QObject
 {
     Q_OBJECT
@@ -31,6 +31,9 @@ public:
     /// Lists the open jobs or the overhead operations, as the job type says, and clears what was chosen. Without the
     /// suite its job list is out of date, so the program's own is offered instead.
     void GetJobOverheadList();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void dbcEmp_Change();

@@ -2,9 +2,7 @@
 
 #include "transactions/MainSubs.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
-#include <QCompleter>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -15,12 +13,9 @@ void KeyFilter::watch(QWidget *box, Refusal refuses)
 {
     auto *filter = new KeyFilter(box, std::move(refuses));
     box->installEventFilter(filter);
-    // Keys reach a combo box by its line edit as well, and by the list of completions while that is open.
-    if (auto *combo = qobject_cast<QComboBox *>(box)) {
+    // Keys reach a combo box by its line edit as well.
+    if (auto *combo = qobject_cast<QComboBox *>(box))
         combo->lineEdit()->installEventFilter(filter);
-        if (QAbstractItemView *completions = combo->completer()->popup())
-            completions->installEventFilter(filter);
-    }
 }
 
 KeyFilter::KeyFilter(QWidget *box, Refusal refuses) : QObject(box), m_refuses(std::move(refuses)) { }
@@ -47,9 +42,6 @@ bool KeyFilter::eventFilter(QObject *box, QEvent *event)
         QString text = composed->commitString();
         text.removeIf(dropped);
         composed->setCommitString(text, composed->replacementStart(), composed->replacementLength());
-    } else if (event->type() == QEvent::Show) {
-        // The completer has put its own filter first.
-        box->installEventFilter(this);
     }
     return QObject::eventFilter(box, event);
 }

@@ -180,7 +180,7 @@ bool MainSubs::isFilled(BoundCombo *box, const QString &message)
 {
     if (!box->text().isEmpty())
         return true;
-    inform(message);
+    inform(box->whyUnoffered().isEmpty() ? message : box->whyUnoffered() + '\n' + message);
     box->setFocus();
     return false;
 }

@@ -42,7 +42,8 @@ void tidyTexts(QWidget *form);
 /// Whether a tool may be stored with these data; if not, says what is wrong.
 bool ValidData(const QString &location, const QString &type, const QString &manufacturer, const QString &description);
 
-/// Whether something stands in the box. If not, says `message` and puts the focus there.
+/// Whether something is chosen in the box. If not, says why what stands there is none, then `message`, and puts the
+/// focus there.
 bool isFilled(BoundCombo *box, const QString &message);
 
 }

@@ -15,16 +15,14 @@ namespace {
 
 // Shows what a loan says. Of rows with the same text the one with the loan's own number is meant; where that one is
 // not offered any more, another with its text must not stand in for it.
-void choose(BoundCombo *box, const QString &text, const QString &boundValue)
+void choose(BoundCombo *box, const QString &text, const QString &boundValue, const QString &whyNot)
 {
-    const int row = box->findData(boundValue);
-    if (row >= 0) {
+    if (const int row = box->findData(boundValue); row >= 0)
         box->setCurrentIndex(row);
-        return;
-    }
-    box->setText(text);
-    if (!box->text().isEmpty())
+    else if (text.isEmpty())
         box->setText({});
+    else
+        box->showUnoffered(text, text + whyNot);
 }
 
 // Number of the reason described so; a new one is added to the list.
@@ -75,7 +73,8 @@ void frmScrap::GetCheckedOutInfo(qint16 toolId)
     const QString empId = QString::number(loan.field(u"employee").toInteger());
     const Recordset employee = openRecordset(
         "Select ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee Where empid=" + empId);
-    choose(ui.dbcEmp, employee.isEmpty() ? QString() : employee.text(u"Name"), empId);
+    choose(ui.dbcEmp, employee.isEmpty() ? QString() : employee.text(u"Name"), empId,
+           " had the tool, but is no active employee any more.");
 
     const Recordset kind = openRecordset("Select Code from LineItemType where index ="
                                          + QString::number(loan.field(u"LineItemTypeID").toInteger()));
@@ -88,12 +87,13 @@ void frmScrap::GetCheckedOutInfo(qint16 toolId)
     const QString jobOrOH = QString::number(loan.field(u"jobOrOH").toInteger());
     if (kind.text(u"Code") == "Job") {
         ui.dbcJob->setText(jobOrOH);
-        if (ui.dbcJob->text().isEmpty()) // shipped since: what does not count is not shown
-            ui.dbcJob->setText({});
+        if (ui.dbcJob->text().isEmpty())
+            ui.dbcJob->showUnoffered(jobOrOH, "The tool was lent for job " + jobOrOH + ", which is not open any more.");
         return;
     }
     const Recordset operation = openRecordset("Select Description from Operation where OperNo =" + jobOrOH);
-    choose(ui.dbcJob, operation.isEmpty() ? QString() : operation.text(u"Description"), jobOrOH);
+    choose(ui.dbcJob, operation.isEmpty() ? QString() : operation.text(u"Description"), jobOrOH,
+           " is no overhead operation any more.");
 }
 
 void frmScrap::cmdOK_Click()

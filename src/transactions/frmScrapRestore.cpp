@@ -11,13 +11,17 @@
 #include "transactions/Deed.h"
 #include "transactions/MainSubs.h"
 
+#include <QTimer>
+
 frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().selectedItem()->key))
 {
     ui.setupUi(this);
     const Recordset scrap = openRecordset("Select * from Scrap where id=" + m_scrapId);
     ui.txtPart->setText(scrap.text(u"partNumber"));
     ui.txtDesc->setText(scrap.text(u"Description"));
-    ui.txtCost->setText(Format::currency(scrap.field(u"pricePer").toNumber()));
+    m_price = scrap.field(u"pricePer").toNumber();
+    ui.txtCost->setText(Format::currency(m_price));
+    ui.txtCost->installEventFilter(this);
 
     QStringList missing;
     m_typeId = scrap.field(u"Type").toInteger();
@@ -39,12 +43,31 @@ frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().
     for (QLineEdit *box : findChildren<QLineEdit *>())
         box->setCursorPosition(0); // a text that is too long shows its beginning
 
+    ui.txtCost->setFocus();
+
+    onUserAction(ui.txtCost, &QLineEdit::editingFinished, this, &frmScrapRestore::txtCost_LostFocus);
     onUserAction(ui.cmdTreeType, &QPushButton::clicked, this, &frmScrapRestore::cmdTreeType_Click);
     onUserAction(ui.cmdTreeLoc, &QPushButton::clicked, this, &frmScrapRestore::cmdTreeLoc_Click);
     onUserAction(ui.cmdRestore, &QPushButton::clicked, this, &frmScrapRestore::cmdRestore_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     if (!missing.isEmpty())
         msgBox({.text = missing.join('\n'), .caption = "Restore criteria missing", .icon = QMessageBox::Information});
+}
+
+// The price is restored by its leading number, which a currency sign makes 0: whoever is about to change or to confirm
+// it sees it as the number that will be read.
+bool frmScrapRestore::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::FocusIn && ui.txtCost->text() == Format::currency(m_price)) {
+        ui.txtCost->setText(Format::plainNumber(m_price));
+        QTimer::singleShot(0, ui.txtCost, &QLineEdit::selectAll); // after a click has placed the cursor
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmScrapRestore::txtCost_LostFocus()
+{
+    ui.txtCost->setText(Format::plainNumber(leadingNumber(ui.txtCost->text())));
 }
 
 QString frmScrapRestore::RestoreTool()
@@ -57,10 +80,8 @@ QString frmScrapRestore::RestoreTool()
                      "A tool with the number " + id + " is in the crib already.");
         execute("INSERT INTO tools (Id,type,manufacturer,partnumber, description,priceper,out,location)  VALUES(" + id
                 + "," + QString::number(m_typeId) + "," + quoted(ui.cboMfg->text()) + "," + quoted(ui.txtPart->text())
-                + "," + quoted(ui.txtDesc->text())
-                + ","
-                // The currency sign that the dialog itself shows makes the price 0: a price is typed anew.
-                + Format::plainNumber(leadingNumber(ui.txtCost->text())) + ",0," + QString::number(m_locationId) + ")");
+                + "," + quoted(ui.txtDesc->text()) + "," + Format::plainNumber(leadingNumber(ui.txtCost->text()))
+                + ",0," + QString::number(m_locationId) + ")");
         execute("Delete from Scrap where id=" + m_scrapId);
     });
     if (deed.outcome == Deed::Refused)

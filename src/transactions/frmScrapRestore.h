@@ -20,8 +20,11 @@ private:
     void cmdTreeType_Click();
     void cmdTreeLoc_Click();
     void cmdRestore_Click();
+    void txtCost_LostFocus();
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
     QString m_scrapId;
+    double m_price = 0;
     qint64 m_typeId = 0;
     qint64 m_locationId = 0;
 };

@@ -126,6 +126,15 @@ private slots:
         QCOMPARE(form.ui.txtId->text(), "4");
     }
 
+    void folderThatMovedMeanwhileIsShownWhereItIs()
+    {
+        frmTreeSelect form("type", nullptr);
+        QTreeView *tree = form.ui.tvMain;
+        crib->run({"Update Types set Parent=1 where Description='Drills'"});
+        tree->expand(node(tree, "Wrenches"));
+        QCOMPARE(shown(tree), QStringList({"Vorlane", "Wrenches", "Drills", "Torque wrenches"}));
+    }
+
     void unreadableBranchStaysClosed()
     {
         frmTreeSelect form("type", nullptr);

@@ -74,14 +74,23 @@ private slots:
         frmCheckOut::showModal();
     }
 
+    void lendingByKeys_data()
+    {
+        columns<QString, Qt::Key>("employee", "next");
+        row("a name", "bak", Qt::Key_Tab);
+        row("a badge", "21", Qt::Key_Return);
+    }
+
     void lendingByKeys()
     {
-        whenModal<frmCheckOut>([](frmCheckOut &form) {
-            QTest::keyClicks(QApplication::focusWidget(), "bak");
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QFETCH(QString, employee);
+        QFETCH(Qt::Key, next);
+        whenModal<frmCheckOut>([&](frmCheckOut &form) {
+            QTest::keyClicks(QApplication::focusWidget(), employee);
+            QTest::keyClick(QApplication::focusWidget(), next);
             QCOMPARE(form.ui.txtEmpNo->text(), "21");
             QTest::keyClicks(QApplication::focusWidget(), "j");
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QTest::keyClick(QApplication::focusWidget(), next);
             // A job number that is whole is that job, though a longer one begins so.
             QTest::keyClicks(QApplication::focusWidget(), "1250");
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);

@@ -3,11 +3,25 @@
 #include "platform/gui/Handler.h"
 
 #include <QAbstractListModel>
-#include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
 #include <QWheelEvent>
+
+namespace {
+
+// As people type who do not care for capitals and accents: DVOŘÁK is found by "dvor".
+QString searchForm(const QString &text)
+{
+    QString form = text.toCaseFolded();
+    if (std::all_of(form.begin(), form.end(), [](QChar c) { return c.unicode() < 0x80; }))
+        return form;
+    form = form.normalized(QString::NormalizationForm_D);
+    form.removeIf([](QChar c) { return c.category() == QChar::Mark_NonSpacing; });
+    return form;
+}
+
+}
 
 class BoundCombo::Rows : public QAbstractListModel
 {
@@ -31,38 +45,25 @@ public:
         return {};
     }
     Value boundValue(int row) const { return m_rows->at(row, m_boundColumn); }
+    /// The shown texts as they are searched; made when something is typed for the first time.
+    const QStringList &searchForms() const
+    {
+        for (int row = int(m_searchForms.size()); row < rowCount({}); ++row)
+            m_searchForms.append(searchForm(m_rows->at(row, m_listColumn).toText()));
+        return m_searchForms;
+    }
 
 private:
+    mutable QStringList m_searchForms;
     std::shared_ptr<Recordset> m_rows;
     int m_listColumn;
     int m_boundColumn;
 };
 
-/// Completes what is typed to the first row that begins so, unless a row reads just so: 1250 is not made 12500.
-class BoundCombo::Completer : public QCompleter
-{
-public:
-    explicit Completer(QObject *parent) : QCompleter(parent)
-    {
-        setCaseSensitivity(Qt::CaseInsensitive);
-        setCompletionMode(InlineCompletion);
-    }
-    QString pathFromIndex(const QModelIndex &index) const override
-    {
-        // Of rows that are offered below, each can be taken.
-        if (!index.isValid() || completionMode() == PopupCompletion)
-            return QCompleter::pathFromIndex(index);
-        const QModelIndex first = index.siblingAtRow(0);
-        const bool isWhole =
-            !model()->match(first, Qt::DisplayRole, completionPrefix(), 1, Qt::MatchFixedString).isEmpty();
-        return isWhole ? completionPrefix() : QCompleter::pathFromIndex(index);
-    }
-};
-
 BoundCombo::BoundCombo(QWidget *parent) : QComboBox(parent)
 {
     setEditable(true);
-    setCompleter(new Completer(this));
+    setCompleter(nullptr); // what is typed is completed here, without a list that hangs over the buttons
     setInsertPolicy(NoInsert);
     // Thousands of jobs are listed: nobody measures them all to find the widest.
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
@@ -76,16 +77,11 @@ BoundCombo::BoundCombo(QWidget *parent) : QComboBox(parent)
         if (!text.isEmpty())
             runUserAction([this] { fetchRows(); });
     });
+    connect(lineEdit(), &QLineEdit::textEdited, this, &BoundCombo::lineEdit_TextEdited);
     connect(lineEdit(), &QLineEdit::editingFinished, this, &BoundCombo::commit);
 }
 
 BoundCombo::~BoundCombo() = default;
-
-void BoundCombo::setFreeText(bool freeText)
-{
-    m_freeText = freeText;
-    completer()->setCompletionMode(freeText ? QCompleter::PopupCompletion : QCompleter::InlineCompletion);
-}
 
 void BoundCombo::setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField)
 {
@@ -122,6 +118,8 @@ void BoundCombo::setText(const QString &text)
         fetchRows();
     {
         const QSignalBlocker quiet(this);
+        m_whyUnoffered.clear();
+        m_typed.clear();
         setCurrentIndex(-1);
         setEditText(text);
         setCurrentIndex(chosenRow());
@@ -129,6 +127,14 @@ void BoundCombo::setText(const QString &text)
         if (currentIndex() < 0 || m_freeText)
             setEditText(text);
     }
+    commit();
+}
+
+void BoundCombo::showUnoffered(const QString &text, const QString &why)
+{
+    setText({});
+    m_whyUnoffered = why;
+    setEditText(text);
     commit();
 }
 
@@ -157,6 +163,35 @@ void BoundCombo::keyPressEvent(QKeyEvent *event)
     QComboBox::keyPressEvent(event);
 }
 
+void BoundCombo::lineEdit_TextEdited(const QString &text)
+{
+    m_whyUnoffered.clear();
+    const bool isAtEnd = lineEdit()->cursorPosition() == text.size();
+    const bool isShortened = isAtEnd && searchForm(m_typed).startsWith(searchForm(text));
+    // A completed text has the row's capitals; a free one, typed to its end, keeps its own.
+    if (isShortened)
+        m_typed.truncate(text.size());
+    else if (isAtEnd && text.startsWith(m_typed, Qt::CaseInsensitive))
+        m_typed += text.mid(m_typed.size());
+    else
+        m_typed = text;
+    const int row = isShortened || !isAtEnd ? -1 : rowToComplete(text);
+    if (row < 0) {
+        if (m_freeText && isAtEnd && text != m_typed)
+            setEditText(m_typed);
+        return;
+    }
+    // A letter and its accent may be two characters.
+    const QString whole = itemText(row);
+    qsizetype typed = 1;
+    while (typed < whole.size() && searchForm(whole.left(typed)).size() < searchForm(text).size())
+        ++typed;
+    setEditText(whole);
+    // Backwards, so that the end of a long text does not push its beginning out of sight.
+    const int end = int(currentText().size());
+    lineEdit()->setSelection(end, int(typed) - end);
+}
+
 void BoundCombo::wheelEvent(QWheelEvent *event)
 {
     // Scrolling past a box must not lend a tool to somebody else.
@@ -168,7 +203,6 @@ void BoundCombo::take(std::unique_ptr<Rows> rows)
     {
         const QSignalBlocker quiet(this);
         setModel(rows.get());
-        completer()->setModel(rows.get());
         m_rows = std::move(rows);
     }
     m_fetch = nullptr;
@@ -192,11 +226,42 @@ int BoundCombo::chosenRow() const
     const QString shown = currentText();
     if (currentIndex() >= 0 && itemText(currentIndex()).compare(shown, Qt::CaseInsensitive) == 0)
         return currentIndex();
-    return shown.isEmpty() ? -1 : findText(shown, Qt::MatchFixedString);
+    if (shown.isEmpty() || !m_whyUnoffered.isEmpty() || !m_rows)
+        return -1;
+    int row = findText(shown, Qt::MatchFixedString);
+    if (row < 0 && m_takesBoundValue)
+        row = findData(shown.trimmed());
+    if (row < 0 && !m_freeText)
+        row = int(m_rows->searchForms().indexOf(searchForm(shown)));
+    return row;
+}
+
+// The row that a typed text is completed to; -1 where it may be whole: 1250 is not made 12500.
+int BoundCombo::rowToComplete(const QString &typed) const
+{
+    if (typed.isEmpty() || !m_rows || (m_takesBoundValue && findData(typed) >= 0))
+        return -1;
+    const QString sought = searchForm(typed);
+    const QStringList &forms = m_rows->searchForms();
+    int first = -1;
+    bool isOnly = true;
+    for (int row = 0; row < forms.size(); ++row) {
+        if (!forms[row].startsWith(sought))
+            continue;
+        if (forms[row] == sought)
+            return -1;
+        isOnly = isOnly && (first < 0 || forms[row] == forms[first]);
+        if (first < 0)
+            first = row;
+    }
+    return m_freeText && !isOnly ? -1 : first;
 }
 
 void BoundCombo::commit()
 {
+    if (currentIndex() >= 0)
+        m_whyUnoffered.clear();
+    m_typed.clear();
     const std::pair<int, QString> now{chosenRow(), currentText()};
     if (now.first >= 0) {
         const QSignalBlocker quiet(this);

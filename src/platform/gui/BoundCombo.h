@@ -9,9 +9,10 @@
 /// A combo box filled from the rows of a statement: it shows one field and hands out another. Two rows with the same
 /// shown text stay two choices.
 ///
-/// Typing completes to the first row that begins so, and a typed text that is no row's counts as empty: nothing is
-/// stored that was not offered. With `freeText` (set in the form's .ui file) a typed text stays as it is, to the
-/// capitals; the rows that begin so are offered below it.
+/// Typing completes in the box to the first row that begins so, whatever the capitals and accents, and a typed text
+/// that is no row's counts as empty: nothing is stored that was not offered. With `freeText` (set in the form's .ui
+/// file) a typed text stays as it is, to the capitals; it is completed only where a single row begins so, and Backspace
+/// or Delete takes the completion away.
 class BoundCombo : public QComboBox
 {
     Q_OBJECT
@@ -21,7 +22,9 @@ public:
     ~BoundCombo() override;
 
     bool isFreeText() const { return m_freeText; }
-    void setFreeText(bool freeText);
+    void setFreeText(bool freeText) { m_freeText = freeText; }
+    /// A typed or scanned bound value counts as its row, like the number on an employee's badge.
+    void setTakesBoundValue(bool takes) { m_takesBoundValue = takes; }
 
     /// The choices and their two fields. The text shown is cleared. Combo boxes may share one recordset.
     void setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField);
@@ -37,6 +40,11 @@ public:
     /// Shows `text` as if the user had chosen it: the first row with that text, in any case, is the choice. To choose
     /// among rows of the same text, findData() gives the row with a bound value, as text.
     void setText(const QString &text);
+    /// Shows a text that is no choice, though a row may have the same: what a record says that is not offered any more.
+    /// `why` tells the user so until something is chosen or typed.
+    void showUnoffered(const QString &text, const QString &why);
+    /// Empty unless such a text is shown.
+    QString whyUnoffered() const { return m_whyUnoffered; }
     /// The bound field of the choice; empty when there is none.
     Value boundValue() const;
 
@@ -52,14 +60,18 @@ protected:
 
 private:
     class Rows;
-    class Completer;
     void take(std::unique_ptr<Rows> rows);
     void fetchRows();
     int chosenRow() const;
+    int rowToComplete(const QString &typed) const;
+    void lineEdit_TextEdited(const QString &text);
     void commit();
 
     bool m_freeText = false;
+    bool m_takesBoundValue = false;
     std::unique_ptr<Rows> m_rows; ///< null before the first source
     std::function<void()> m_fetch; ///< until the choices are there
+    QString m_typed; ///< what the user has typed of the text, the rest is completed
+    QString m_whyUnoffered;
     std::pair<int, QString> m_announced{-1, {}};
 };

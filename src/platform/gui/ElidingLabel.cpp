@@ -1,5 +1,6 @@
 #include "platform/gui/ElidingLabel.h"
 
+#include <QEvent>
 #include <QPainter>
 
 ElidingLabel::ElidingLabel(QWidget *parent) : QLabel(parent)
@@ -11,9 +12,20 @@ ElidingLabel::ElidingLabel(QWidget *parent) : QLabel(parent)
 
 QSize ElidingLabel::minimumSizeHint() const { return {0, QLabel::minimumSizeHint().height()}; }
 
+QString ElidingLabel::shownText() const
+{
+    return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+}
+
+bool ElidingLabel::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip)
+        setToolTip(shownText() == text() ? QString() : "<p>" + text().toHtmlEscaped() + "</p>");
+    return QLabel::event(event);
+}
+
 void ElidingLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
-    painter.drawText(contentsRect(), int(alignment()), shown);
+    painter.drawText(contentsRect(), int(alignment()), shownText());
 }

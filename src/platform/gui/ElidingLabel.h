@@ -2,7 +2,8 @@
 
 #include <QLabel>
 
-/// A label that shortens a text that does not fit, with dots at its end, instead of widening its window.
+/// A label that shortens a text that does not fit, with dots at its end, instead of widening its window. The whole text
+/// is its tooltip then.
 class ElidingLabel : public QLabel
 {
 public:
@@ -10,5 +11,9 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString shownText() const;
 };
