@@ -111,10 +111,11 @@ bool MainSubs::did(QDialog *dialog, const QString &notDone, const std::function<
     if (deed.outcome == Deed::Failed)
         msgBox({.text = notDone + '\n' + deed.why, .icon = QMessageBox::Critical});
     if (deed.outcome == Deed::Refused) {
-        inform(deed.why + '\n' + notDone);
+        // The dialog goes first: of two windows that close at once the lower one leaves the keyboard with nobody.
         dialog->reject();
         theExplorer().listSelectedNode();
         theExplorer().focusList();
+        inform(deed.why + '\n' + notDone);
     }
     return deed.outcome == Deed::Done;
 }
