@@ -3,6 +3,7 @@
 #include "platform/gui/Handler.h"
 #include "platform/gui/WindowOwner.h"
 
+#include <QRegularExpression>
 #include <QTextDocument>
 
 #include <utility>
@@ -19,7 +20,10 @@ QMessageBox::StandardButton msgBox(const MsgBoxCall &call)
         return presenter(call);
     // A question asked in the middle of long work wants the ordinary pointer.
     const NormalPointer pointer;
-    QMessageBox box(call.icon, call.caption, call.text, call.buttons, windowOwner());
+    // A description of 255 characters without a blank is broken into lines as well.
+    static const QRegularExpression longWord(QStringLiteral("(\\S{40})"));
+    const QString breakable = QString(call.text).replace(longWord, QStringLiteral("\\1\u200b"));
+    QMessageBox box(call.icon, call.caption, breakable, call.buttons, windowOwner());
     // Texts may hold what a user typed; nothing in them is markup.
     box.setTextFormat(Qt::PlainText);
     if (!call.detail.isEmpty())
