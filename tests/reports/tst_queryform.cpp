@@ -115,8 +115,7 @@ private slots:
         press(Qt::Key_Tab);
         press(Qt::Key_Tab);
         QVERIFY(form.ui.cmdGenerate->hasFocus());
-        // What was typed was not made a longer text.
-        QCOMPARE(text(form, "dbcMan1"), "B");
+        QCOMPARE(text(form, "dbcMan1"), "Bosch");
     }
 
     void listsAreReadOnFirstUse_data() { forms(); }
