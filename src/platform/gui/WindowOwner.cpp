@@ -7,7 +7,8 @@ QWidget *windowOwner()
 {
     if (QWidget *modal = QApplication::activeModalWidget())
         return modal;
-    if (QWidget *active = QApplication::activeWindow())
+    // A dialog that was just closed is the active window until the window system has said otherwise.
+    if (QWidget *active = QApplication::activeWindow(); active && active->isVisible())
         return active;
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows)
