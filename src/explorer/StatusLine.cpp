@@ -22,6 +22,18 @@ QString pathOf(clsTools::Kind kind, const Recordset &row, QStringView column)
     }
 }
 
+// The suite may have deleted the employee.
+QString whoOf(const Recordset &row)
+{
+    return row.text(u"LastName").isEmpty() ? "employee " + row.text(u"Employee") : ListItems::personName(row);
+}
+
+QString inOneLine(QStringList parts)
+{
+    parts.removeAll(QString());
+    return parts.join("  |  ");
+}
+
 QString loanOf(const QString &toolId)
 {
     const Recordset loan = openRecordset("SELECT CheckOutIn.*, Employee.LastName, Employee.FirstName"
@@ -32,7 +44,7 @@ QString loanOf(const QString &toolId)
         return "out, nobody knows to whom";
     const QString charge = loan.text(u"JobOrOH");
     const bool overhead = loan.field(u"LineItemTypeId").toInteger() == Schema::overheadCharge;
-    return "out to " + ListItems::personName(loan) + " since " + loan.text(u"DateOut") + " for "
+    return "out to " + whoOf(loan) + " since " + loan.text(u"DateOut") + " for "
         + (overhead ? openRecordset("Select Description from Operation Where OperNo=" + charge).text(u"Description")
                     : "job " + charge);
 }
@@ -42,11 +54,9 @@ QString toolLine(const QString &id)
     const Recordset tool = openRecordset("SELECT * FROM Tools WHERE ID=" + id);
     if (tool.isEmpty())
         return {};
-    const QStringList parts{tool.text(u"Description"), tool.text(u"PartNumber"),
-                            pathOf(clsTools::Kind::types, tool, u"Type"),
-                            pathOf(clsTools::Kind::locations, tool, u"Location"),
-                            tool.field(u"Out").toInteger() ? loanOf(id) : "in the crib"};
-    return parts.join("  |  ");
+    return inOneLine({tool.text(u"Description"), tool.text(u"PartNumber"), pathOf(clsTools::Kind::types, tool, u"Type"),
+                      pathOf(clsTools::Kind::locations, tool, u"Location"),
+                      tool.field(u"Out").toInteger() ? loanOf(id) : "in the crib"});
 }
 
 QString scrapLine(const QString &id)
@@ -57,10 +67,8 @@ QString scrapLine(const QString &id)
                                           + id);
     if (scrap.isEmpty())
         return {};
-    const QStringList parts{scrap.text(u"Description"), scrap.text(u"PartNumber"), scrap.text(u"TypeDescription"),
-                            "scrapped by " + ListItems::personName(scrap) + " on "
-                                + Format::listDate(scrap.text(u"ScrapDate"))};
-    return parts.join("  |  ");
+    return inOneLine({scrap.text(u"Description"), scrap.text(u"PartNumber"), scrap.text(u"TypeDescription"),
+                      "scrapped by " + whoOf(scrap) + " on " + Format::listDate(scrap.text(u"ScrapDate"))});
 }
 
 }
