@@ -195,6 +195,7 @@ QWidget *QueryForm::addValueBox(const Criterion &criterion, const BoundCombo::Fe
         auto *combo = new BoundCombo(ui.Frame1);
         // The bound of a range need not be one of the list.
         combo->setFreeText(true);
+        combo->setTakesBoundValue(criterion.value == Criterion::Employee);
         // Descriptions of tools differ in their last words.
         combo->setMinimumContentsLength(32);
         // On a small screen they may be cut.

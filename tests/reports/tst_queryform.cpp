@@ -151,6 +151,16 @@ private slots:
                 enter(form, "dbcEmp1", "miller anna");
             }),
             "Employee.EmpId = 17", "{Employee.EmpId} = 17");
+        row("the number of an employee", &QueryKind::frmQueryCheckedOut, Steps([](QueryForm &form) {
+                box(form, "chkUseEmp")->click();
+                enter(form, "dbcEmp1", "18");
+            }),
+            "Employee.EmpId = 18", "{Employee.EmpId} = 18");
+        row("the beginning of one name only", &QueryKind::frmQueryCheckedOut, Steps([](QueryForm &form) {
+                box(form, "chkUseEmp")->click();
+                QTest::keyClicks(value(form, "dbcEmp1"), "bak");
+            }),
+            "Employee.EmpId = 21", "{Employee.EmpId} = 21");
         row("a range without an upper bound is a single value", &QueryKind::frmQueryCheckedOut,
             Steps([](QueryForm &form) {
                 box(form, "chkUseJobNo")->click();
