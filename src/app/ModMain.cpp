@@ -1,6 +1,7 @@
 #include "app/ModMain.h"
 
 #include "app/mdiMain.h"
+#include "catalogue/FolderList.h"
 #include "common/ProgramState.h"
 #include "db/Session.h"
 #include "platform/engine/EngineError.h"
@@ -38,8 +39,8 @@ bool openSession()
 
 int ModMain::Main()
 {
-    ProgramState::TypeListOpen = false;
-    ProgramState::LocationListOpen = false;
+    FolderList::TypeListOpen = false;
+    FolderList::LocationListOpen = false;
     const SingleInstance copy("vorlane");
     if (!copy.acquired()) {
         msgBox(

@@ -14,6 +14,10 @@ public:
     static void showModal(const FolderKind &kind);
     ~FolderList() override;
 
+    /// The window of locations, or of types, is open.
+    static inline bool LocationListOpen = false;
+    static inline bool TypeListOpen = false;
+
     Ui::FolderList ui;
 
 private:

@@ -1,7 +1,7 @@
 #include "catalogue/frmScrapReasons.h"
 
 #include "catalogue/frmScrapReasonsAddEdit.h"
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
@@ -38,7 +38,7 @@ std::optional<int> frmScrapReasons::selectedReason() const
     const QModelIndex index = ui.lvwMI->currentIndex();
     if (!index.isValid())
         return {};
-    return ItemKeys::numberOf(m_reasons.item(index.row()).key).toInt();
+    return int(ItemId::of(m_reasons.item(index.row())).number);
 }
 
 void frmScrapReasons::cmdNew_Click()

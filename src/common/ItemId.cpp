@@ -1,9 +1,13 @@
 #include "common/ItemId.h"
 
+#include "platform/text/Numbers.h"
+
+qint16 ItemId::toolNumber() const { return asInteger(number); }
+
 QString ItemId::nodeKey() const
 {
     if (kind == root)
-        return ItemKeys::root;
+        return "x0";
     return (kind == charge ? u'C' : u'l') + digits();
 }
 
@@ -11,7 +15,7 @@ QString ItemId::itemKey(const char *folderPrefix) const
 {
     switch (kind) {
     case root:
-        return ItemKeys::root;
+        return nodeKey();
     case folder:
         return folderPrefix + digits();
     case charge:

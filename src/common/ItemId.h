@@ -1,8 +1,12 @@
 #pragma once
 
-#include "common/ItemKeys.h"
 #include "platform/gui/KeyedList.h"
 #include "platform/gui/KeyedTree.h"
+
+/// How the items of the tool list show what they are.
+namespace ItemIcon {
+enum Number { toolOut = 1, folder = 3, openFolder = 4, toolInStock = 6, toolScrapped = 7 };
+}
 
 /// What a node of the explorer's tree or an item of its list stands for. The keys under which tree and list keep them
 /// are made from it here and read back here.
@@ -24,6 +28,8 @@ struct ItemId {
     bool operator==(const ItemId &) const = default;
     bool isTool() const { return kind == toolInStock || kind == toolOut; }
     QString digits() const { return QString::number(number); }
+    /// The number of a tool. @throws NumberError above 32767: loans carry tool numbers in 16 bits.
+    qint16 toolNumber() const;
 
     /// The tree's key: "x0", "l12", "C1250".
     QString nodeKey() const;

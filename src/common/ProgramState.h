@@ -5,8 +5,5 @@ namespace ProgramState {
 
 /// The suite's main program lies beside this one; tested once at start-up.
 inline bool SuiteInstalled = false;
-/// The list window of locations or of types is open.
-inline bool LocationListOpen = false;
-inline bool TypeListOpen = false;
 
 }

@@ -1,6 +1,6 @@
 #include "explorer/ListItems.h"
 
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "db/Session.h"
 #include "explorer/Panes.h"
 #include "platform/gui/Icons.h"

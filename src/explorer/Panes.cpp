@@ -1,6 +1,6 @@
 #include "explorer/Panes.h"
 
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "db/Session.h"
 #include "explorer/PaneLook.h"
 #include "platform/gui/Handler.h"
@@ -29,7 +29,7 @@ KeyedTree::Node *Panes::begin(const View &view)
     m_ui.lblTree->setText(view.row.title);
     m_ui.tvMain->setMovesAllowed(view.hasMoves());
     m_ui.lstToolList->setMovesAllowed(view.hasMoves());
-    return nodes().add(nullptr, ItemKeys::root, "Tools", Icons::icon("root"));
+    return nodes().add(nullptr, ItemId().nodeKey(), "Tools", Icons::icon("root"));
 }
 
 void Panes::addRows(const QString &statement, const std::function<ListItem(const Recordset &)> &itemOf)

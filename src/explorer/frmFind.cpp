@@ -1,6 +1,5 @@
 #include "explorer/frmFind.h"
 
-#include "common/ItemKeys.h"
 #include "explorer/ListItems.h"
 #include "explorer/frmTree.h"
 #include "platform/gui/Handler.h"

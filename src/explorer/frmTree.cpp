@@ -1,6 +1,6 @@
 #include "explorer/frmTree.h"
 
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "common/MainFrame.h"
 #include "explorer/StatusLine.h"
 #include "platform/gui/Handler.h"

@@ -1,7 +1,7 @@
 // The explorer's commands: each says why it cannot act on what is selected, or opens what does the work.
 #include "catalogue/FolderEditor.h"
 #include "catalogue/frmToolNewEdit.h"
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "common/MainFrame.h"
 #include "db/Literals.h"
 #include "db/Session.h"

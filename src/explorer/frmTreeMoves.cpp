@@ -1,5 +1,5 @@
 // How the user gets about in the explorer's tree and list, and moves things from one folder to another.
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "common/MainFrame.h"
 #include "explorer/frmTree.h"
 #include "explorer/frmTreeSelect.h"

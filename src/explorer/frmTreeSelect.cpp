@@ -1,6 +1,6 @@
 #include "explorer/frmTreeSelect.h"
 
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/Icons.h"
@@ -11,6 +11,8 @@ namespace {
 // Stands for the unread branch of a folder, so that the folder can be expanded. It is known by its key: a crib may
 // well have a folder of that name.
 const auto placeholder = QStringLiteral("garbage");
+
+ItemId idOf(const KeyedTree::Node *node) { return ItemId::of(*node, ItemId::folder); }
 
 bool isUnread(const KeyedTree::Node *node)
 {
@@ -60,7 +62,7 @@ void frmTreeSelect::initTreeLocation()
 
 void frmTreeSelect::initTree()
 {
-    KeyedTree::Node *root = m_tree.add(nullptr, ItemKeys::root, QStringLiteral("Vorlane"), Icons::icon("root"));
+    KeyedTree::Node *root = m_tree.add(nullptr, ItemId().nodeKey(), QStringLiteral("Vorlane"), Icons::icon("root"));
     addFolders(root);
     ui.tvMain->setCurrentIndex(m_tree.indexOf(root));
     ui.tvMain->expand(m_tree.indexOf(root));
@@ -69,7 +71,7 @@ void frmTreeSelect::initTree()
 void frmTreeSelect::addFolders(KeyedTree::Node *parent)
 {
     const ReadScope reading(Session::database());
-    Recordset folders = openRecordset(m_foldersOf.arg(ItemKeys::numberOf(parent->key)));
+    Recordset folders = openRecordset(m_foldersOf.arg(idOf(parent).digits()));
     m_tree.removeChildren(parent);
     for (; !folders.atEnd(); folders.moveNext()) {
         const QString id = folders.text(u"ID");
@@ -104,6 +106,6 @@ void frmTreeSelect::cmdOK_Click()
         return;
     }
     ui.txtDir->setText(KeyedTree::fullPath(node));
-    ui.txtId->setText(ItemKeys::numberOf(node->key));
+    ui.txtId->setText(idOf(node).digits());
     accept();
 }

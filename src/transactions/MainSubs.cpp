@@ -1,7 +1,7 @@
 #include "transactions/MainSubs.h"
 
 #include "common/ExplorerView.h"
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "db/Session.h"
 #include "platform/gui/BoundCombo.h"
 #include "platform/gui/MsgBox.h"
@@ -35,7 +35,7 @@ void MainSubs::CheckOutSelectedTool()
         msgBox({.text = "The selected tool is checked out and cannot be Checked out Again!"});
     } else if (item->icon == ItemIcon::toolScrapped) {
         msgBox({.text = "The selected tool is scrapped and cannot be Checked Out!"});
-    } else if (item->key.startsWith('r')) {
+    } else if (ItemId::of(*item).kind == ItemId::toolInStock) {
         theExplorer().narrowSelection();
         frmCheckOut::showModal();
     }
@@ -51,7 +51,7 @@ void MainSubs::CheckInSelectedTool()
         msgBox({.text = "The selected tool is already checked in!", .buttons = QMessageBox::Ok | QMessageBox::Cancel});
     } else if (item->icon == ItemIcon::toolScrapped) {
         msgBox({.text = "The selected tool is scrapped and must be restored before using!"});
-    } else if (item->key.startsWith("co") && item->icon != ItemIcon::folder) {
+    } else if (ItemId::of(*item).kind == ItemId::toolOut) {
         // The folders of the checked-out view are numbered like tools, but are none.
         theExplorer().narrowSelection();
         frmCheckIn::showModal();
@@ -65,7 +65,7 @@ void MainSubs::RestoreSelectedScrap()
         inform("Please select a scrapped tool to restore.");
         if (theExplorer().itemCount() > 0)
             theExplorer().selectFirstItem();
-    } else if (item->key.startsWith('j')) {
+    } else if (ItemId::of(*item).kind == ItemId::scrapRecord) {
         theExplorer().narrowSelection();
         frmScrapRestore::showModal();
     }
@@ -127,7 +127,7 @@ void MainSubs::showReturned(qint16 toolId)
         ListItem item = *explorer.selectedItem();
         item.setSubItem(5, {});
         item.icon = ItemIcon::toolInStock;
-        item.key = ItemKeys::toolInStock(toolId);
+        item.key = ItemId{ItemId::toolInStock, toolId}.itemKey();
         explorer.patchSelectedItem(item);
     } else if (explorer.itemCount() < 2) {
         explorer.rebuildView();

@@ -1,7 +1,7 @@
 #include "transactions/frmCheckIn.h"
 
 #include "common/ExplorerView.h"
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "platform/gui/Handler.h"
 #include "platform/system/Clock.h"
 #include "platform/text/Format.h"
@@ -14,7 +14,7 @@ frmCheckIn::frmCheckIn()
     const ListItem *item = theExplorer().selectedItem();
     ui.lblDescription->setText(item->text);
     ui.lblPartNo->setText(item->subItem(1));
-    m_toolId = ItemKeys::toolIdOf(item->key, 2);
+    m_toolId = ItemId::of(*item).toolNumber();
     const Lending::OpenLoan loan = Lending::openLoan(m_toolId);
     m_loanShown = loan.id;
     ui.lblEmployee->setText(loan.id == 0 ? "nobody; no loan is on record" : loan.employee);

@@ -1,7 +1,7 @@
 #include "transactions/frmCheckOut.h"
 
 #include "common/ExplorerView.h"
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "platform/gui/Handler.h"
 #include "platform/system/Clock.h"
 #include "platform/text/Format.h"
@@ -37,7 +37,7 @@ bool frmCheckOut::SaveCheckOut()
         return false;
 
     ListItem item = *theExplorer().selectedItem();
-    const qint16 toolId = ItemKeys::toolIdOf(item.key);
+    const qint16 toolId = ItemId::of(item).toolNumber();
     // A job's number is what is shown: where the program's own list is offered, the bound value is only its row there.
     // An overhead operation described by digits alone is taken for a job number as well.
     const QString job = ui.dbcJob->text();
@@ -49,7 +49,7 @@ bool frmCheckOut::SaveCheckOut()
     if (!MainSubs::did(this, "The tool was not checked out.", [&] { Lending::lend(loan); }))
         return false;
 
-    item.key = ItemKeys::toolOut(toolId);
+    item.key = ItemId{ItemId::toolOut, toolId}.itemKey();
     item.setSubItem(5, ui.dbcEmp->text());
     item.icon = ItemIcon::toolOut;
     theExplorer().patchSelectedItem(item);

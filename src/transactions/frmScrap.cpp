@@ -1,7 +1,7 @@
 #include "transactions/frmScrap.h"
 
 #include "common/ExplorerView.h"
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "db/Literals.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
@@ -54,8 +54,8 @@ frmScrap::frmScrap()
     const ListItem *item = theExplorer().selectedItem();
     ui.lblTool->setText(item->text);
     ui.lblLocation->setText(item->subItem(3));
-    m_isOut = item->key.startsWith("co");
-    m_toolId = ItemKeys::toolIdOf(item->key, m_isOut ? 2 : 1);
+    m_isOut = ItemId::of(*item).kind == ItemId::toolOut;
+    m_toolId = ItemId::of(*item).toolNumber();
     if (item->icon == ItemIcon::toolOut)
         GetCheckedOutInfo(m_toolId);
 

@@ -1,7 +1,7 @@
 #include "transactions/frmScrapRestore.h"
 
 #include "common/ExplorerView.h"
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "db/Literals.h"
 #include "db/Session.h"
 #include "platform/gui/Handler.h"
@@ -13,7 +13,7 @@
 
 #include <QTimer>
 
-frmScrapRestore::frmScrapRestore() : m_scrapId(ItemKeys::numberOf(theExplorer().selectedItem()->key))
+frmScrapRestore::frmScrapRestore() : m_scrapId(ItemId::of(*theExplorer().selectedItem()).digits())
 {
     ui.setupUi(this);
     const Recordset scrap = openRecordset("Select * from Scrap where id=" + m_scrapId);

@@ -159,22 +159,22 @@ private slots:
             QCOMPARE(form.objectName(), "frmLocation");
             QCOMPARE(form.windowTitle(), "Tool Locations");
             QCOMPARE(textsOf(form.ui.dblLocation->model()), QStringList({"Attic", "Cabinet A", "Cabinet B"}));
-            QVERIFY(ProgramState::LocationListOpen && !ProgramState::TypeListOpen);
+            QVERIFY(FolderList::LocationListOpen && !FolderList::TypeListOpen);
             QTest::mouseClick(form.ui.Command2, Qt::LeftButton);
             QVERIFY(!form.isVisible());
         });
         FolderList::showModal(FolderKind::location);
-        QVERIFY(!ProgramState::LocationListOpen);
+        QVERIFY(!FolderList::LocationListOpen);
 
         whenModal<FolderList>([](FolderList &form) {
             QCOMPARE(form.objectName(), "frmType");
             QCOMPARE(form.windowTitle(), "Tool Types (Groups)");
             QCOMPARE(textsOf(form.ui.dblLocation->model()), QStringList({"drills", "Torque wrenches", "Wrenches"}));
-            QVERIFY(!ProgramState::LocationListOpen && ProgramState::TypeListOpen);
+            QVERIFY(!FolderList::LocationListOpen && FolderList::TypeListOpen);
             QTest::keyClick(&form, Qt::Key_Escape);
         });
         FolderList::showModal(FolderKind::type);
-        QVERIFY(!ProgramState::TypeListOpen);
+        QVERIFY(!FolderList::TypeListOpen);
     }
 
     void deletes_data()

@@ -1,4 +1,3 @@
-#include "common/ItemKeys.h"
 #include "explorer/frmTreeSelect.h"
 #include "platform/report/Report.h"
 #include "platform/system/ProgramFolder.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ItemKeys.h"
+#include "common/ItemId.h"
 #include "common/ProgramState.h"
 #include "platform/system/Clock.h"
 #include "tests/support/CribDatabase.h"
