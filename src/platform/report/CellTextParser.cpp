@@ -43,7 +43,7 @@ TextPiece CellTextParser::piece(QStringView inner)
     const qsizetype bracket = what.indexOf('(');
     TextPiece piece;
     if (bracket < 0)
-        piece = {TextPiece::FieldValue, {}, field(what)};
+        piece = {TextPiece::FieldValue, {}, m_template.fieldCalled(what, m_line)};
     else if (what.endsWith(')'))
         piece = aggregate(what.first(bracket).trimmed(), what.sliced(bracket + 1).chopped(1).trimmed());
     else
@@ -91,22 +91,13 @@ TextPiece CellTextParser::aggregate(QStringView function, QStringView argument)
             continue;
         Aggregate aggregate{meaning, -1, m_level, m_line};
         if (meaning != Aggregate::Count || !argument.isEmpty())
-            aggregate.field = field(argument);
+            aggregate.field = m_template.fieldCalled(argument, m_line);
         const qsizetype found = m_template.aggregates.indexOf(aggregate);
         if (found < 0)
             m_template.aggregates.append(aggregate);
         return {TextPiece::AggregateValue, {}, int(found < 0 ? m_template.aggregates.size() - 1 : found)};
     }
     fail(QStringLiteral("unknown function %1()").arg(function));
-}
-
-int CellTextParser::field(QStringView name)
-{
-    Field field = Field::fromName(name);
-    if (field.table.isEmpty())
-        fail(QStringLiteral("{%1} names no column of a table").arg(name));
-    field.line = m_line;
-    return m_template.fields.add(field);
 }
 
 void CellTextParser::fail(const QString &what) const { throw templateError(m_template.fileName, m_line, what); }

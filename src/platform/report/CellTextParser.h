@@ -17,7 +17,6 @@ private:
     TextPiece special(QStringView name) const;
     TextPiece parameter(QStringView name);
     TextPiece aggregate(QStringView function, QStringView argument);
-    int field(QStringView name);
     [[noreturn]] void fail(const QString &what) const;
 
     Template &m_template;

@@ -19,11 +19,15 @@ Field Field::fromName(QStringView name)
     return field;
 }
 
-int FieldList::add(const Field &field)
+int FieldList::add(QStringView name, int line)
 {
+    Field field = Field::fromName(name);
+    if (field.table.isEmpty())
+        return -1;
     const int known = find(field.table, field.column);
     if (known >= 0)
         return known;
+    field.line = line;
     m_numbers.insert(field.name().toCaseFolded(), count());
     m_fields.append(field);
     return count() - 1;

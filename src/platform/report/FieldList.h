@@ -25,8 +25,9 @@ struct Field {
 class FieldList
 {
 public:
-    /// The number of `field`, in any case; a new one is added at the end.
-    int add(const Field &field);
+    /// The number of the field called `name`, "Table.Column" in any case; a new one is added at the end, as mentioned
+    /// in the template's `line`. -1 for a name of any other form.
+    int add(QStringView name, int line);
     /// The number of that column, -1 where the report has none of it.
     int find(const QString &table, const QString &column) const;
     int count() const { return int(m_fields.size()); }

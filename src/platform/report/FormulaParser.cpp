@@ -113,12 +113,11 @@ int FormulaParser::field()
     if (end < 0)
         fail(ResultCode::errorInFormula, QStringLiteral("\"}\" expected"));
     const QStringView name = m_text.sliced(m_position, end - m_position);
-    Field field = Field::fromName(name);
-    if (field.table.isEmpty())
+    const int field = m_fields.add(name, m_line);
+    if (field < 0)
         fail(ResultCode::invalidFieldName, QStringLiteral("{%1} names no column of a table").arg(name.left(100)));
-    field.line = m_line;
     m_position = end + 1;
-    return m_fields.add(field);
+    return field;
 }
 
 FormulaCondition::Kind FormulaParser::comparisonSign()

@@ -7,6 +7,14 @@ QPageLayout Template::pageLayout() const
     return layout;
 }
 
+int Template::fieldCalled(QStringView name, int line)
+{
+    const int number = fields.add(name, line);
+    if (number < 0)
+        throw templateError(fileName, line, QStringLiteral("{%1} names no column of a table").arg(name));
+    return number;
+}
+
 void Template::requireParameters(const QHash<QString, QString> &known) const
 {
     for (auto used = parameters.cbegin(); used != parameters.cend(); ++used)

@@ -107,7 +107,7 @@ void TemplateReader::readJoin()
         const QStringList sides = pair.split('=');
         if (sides.size() != 2)
             fail(QStringLiteral("on=\"%1\" is not \"Table.Column = Table.Column\"").arg(on));
-        join.equalFields.append({field(sides[0]), field(sides[1])});
+        join.equalFields.append({m_template.fieldCalled(sides[0], m_line), m_template.fieldCalled(sides[1], m_line)});
     }
     m_template.joins.append(join);
     readEmpty();
@@ -354,16 +354,7 @@ int TemplateReader::fieldReference(const char *attribute)
     const QString reference = requiredText(attribute);
     if (!reference.startsWith('{') || !reference.endsWith('}'))
         fail(QStringLiteral("%1=\"%2\" is not \"{Table.Column}\"").arg(QLatin1StringView(attribute), reference));
-    return field(QStringView(reference).sliced(1).chopped(1));
-}
-
-int TemplateReader::field(QStringView name)
-{
-    Field field = Field::fromName(name);
-    if (field.table.isEmpty())
-        fail(QStringLiteral("\"%1\" names no column of a table").arg(name));
-    field.line = m_line;
-    return m_template.fields.add(field);
+    return m_template.fieldCalled(QStringView(reference).sliced(1).chopped(1), m_line);
 }
 
 Formula TemplateReader::formula(const QString &text)

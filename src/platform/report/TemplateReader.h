@@ -62,7 +62,6 @@ private:
     int choice(const char *attribute, std::initializer_list<Word> words, int otherwise) const;
     Qt::Alignment alignment(Qt::Alignment otherwise) const;
     int fieldReference(const char *attribute);
-    int field(QStringView name);
     Formula formula(const QString &text);
     int gridColumn(const QString &name) const;
     void checkComplete() const;
