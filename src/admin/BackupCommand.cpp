@@ -17,10 +17,9 @@ int backup(const QCommandLineParser &arguments, QTextStream &)
 
 Command backupCommand()
 {
-    return {"backup",
-            {"FILE", "COPY"},
-            {},
-            "Copies a database, also while the program runs",
-            "The copy is the file as it stands between two transactions.",
-            backup};
+    return {.name = "backup",
+            .operands = {"FILE", "COPY"},
+            .summary = "Copies a database, also while the program runs",
+            .details = "The copy is the file as it stands between two transactions.",
+            .run = backup};
 }

@@ -17,8 +17,8 @@ public:
 struct Command {
     QString name;
     /// What must stand behind the name, in this order: "FILE".
-    QStringList operands;
-    QList<QCommandLineOption> options;
+    QStringList operands = {};
+    QList<QCommandLineOption> options = {};
     /// What it does, for the list of commands: one line.
     QString summary;
     /// What else its own help tells.

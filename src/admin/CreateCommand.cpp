@@ -17,10 +17,9 @@ int create(const QCommandLineParser &arguments, QTextStream &)
 
 Command createCommand()
 {
-    return {"create",
-            {"FILE"},
-            {},
-            "Makes an empty database",
-            "It holds the two kinds of charge and the shipped report templates.",
-            create};
+    return {.name = "create",
+            .operands = {"FILE"},
+            .summary = "Makes an empty database",
+            .details = "It holds the two kinds of charge and the shipped report templates.",
+            .run = create};
 }

@@ -28,12 +28,11 @@ int report(const QCommandLineParser &arguments, QTextStream &out)
 
 Command reportCommand()
 {
-    return {"report",
-            {"FILE", "TEMPLATE", "FORMULA", "OUT.pdf|OUT.csv"},
-            {},
-            "Prints a report template into a new file",
-            "TEMPLATE is the name of a file that lies beside the program. FORMULA picks the records:\n"
-            "\"{Tools.Description} = 'Drill'\", or \"\" for all of them.",
-            report,
-            true};
+    return {.name = "report",
+            .operands = {"FILE", "TEMPLATE", "FORMULA", "OUT.pdf|OUT.csv"},
+            .summary = "Prints a report template into a new file",
+            .details = "TEMPLATE is the name of a file that lies beside the program. FORMULA picks the records:\n"
+                       "\"{Tools.Description} = 'Drill'\", or \"\" for all of them.",
+            .run = report,
+            .needsFonts = true};
 }

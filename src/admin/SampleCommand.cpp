@@ -43,10 +43,10 @@ Command sampleCommand()
 {
     const QCommandLineOption scale("scale", "How much there is in it; shop when not given", scaleNames().join('|'),
                                    "shop");
-    return {"sample",
-            {"FILE"},
-            {scale},
-            "Makes a database with a believable crib",
-            "The same scale always gives the same content.",
-            sample};
+    return {.name = "sample",
+            .operands = {"FILE"},
+            .options = {scale},
+            .summary = "Makes a database with a believable crib",
+            .details = "The same scale always gives the same content.",
+            .run = sample};
 }

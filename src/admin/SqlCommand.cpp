@@ -41,10 +41,9 @@ int sql(const QCommandLineParser &arguments, QTextStream &out)
 
 Command sqlCommand()
 {
-    return {"sql",
-            {"FILE", "STATEMENT"},
-            {},
-            "Runs one statement of the query dialect",
-            "A SELECT is printed as CSV with a header line: yes/no as -1 and 0, dates as they are stored.",
-            sql};
+    return {.name = "sql",
+            .operands = {"FILE", "STATEMENT"},
+            .summary = "Runs one statement of the query dialect",
+            .details = "A SELECT is printed as CSV with a header line: yes/no as -1 and 0, dates as they are stored.",
+            .run = sql};
 }

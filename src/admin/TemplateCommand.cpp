@@ -110,14 +110,14 @@ Command templateCommand()
 {
     const QCommandLineOption module("module", "For whose results it is offered: " + moduleNames(), "NAME");
     const QCommandLineOption isDefault("default", "Makes it the one that is chosen at first");
-    return {
-        "template",
-        {"FILE", "DATABASE"},
-        {module, isDefault},
-        "Checks a report template and offers it in a results window",
+    const QString details =
         "FILE lies beside the program, where it is looked for when it is printed. Nothing is entered when it has a\n"
-        "fault; the line is named. Its title becomes the report's name.",
-        enterTemplate,
-        false,
-        {"module"}};
+        "fault; the line is named. Its title becomes the report's name.";
+    return {.name = "template",
+            .operands = {"FILE", "DATABASE"},
+            .options = {module, isDefault},
+            .summary = "Checks a report template and offers it in a results window",
+            .details = details,
+            .run = enterTemplate,
+            .required = {"module"}};
 }

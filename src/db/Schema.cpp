@@ -6,10 +6,23 @@
 
 namespace {
 
-constexpr auto counter = "INTEGER PRIMARY KEY AUTOINCREMENT";
 constexpr auto key = "NOT NULL PRIMARY KEY";
 constexpr auto required = "NOT NULL";
 constexpr auto zero = "NOT NULL DEFAULT 0";
+
+using Schema::Column;
+
+Column counter(const char *name) { return {name, "INTEGER PRIMARY KEY AUTOINCREMENT"}; }
+
+Column number(const char *name, const char *rule = "") { return {name, "LONG", rule}; }
+
+Column text(const char *name, const char *rule = "") { return {name, "TEXT", rule}; }
+
+Column money(const char *name) { return {name, "CURRENCY"}; }
+
+Column dateTime(const char *name) { return {name, "DATETIME"}; }
+
+Column yesNo(const char *name) { return {name, "YESNO", zero}; }
 
 struct Relation {
     const char *table;
@@ -18,8 +31,8 @@ struct Relation {
 };
 
 constexpr Relation relations[] = {
-    {"Tools", "Type", "Types"},
-    {"Tools", "Location", "Locations"},
+    {.table = "Tools", .column = "Type", .referenced = "Types"},
+    {.table = "Tools", .column = "Location", .referenced = "Locations"},
 };
 
 struct Index {
@@ -28,44 +41,14 @@ struct Index {
 };
 
 constexpr Index indexes[] = {
-    {"Types", "Parent, Description"},
-    {"Locations", "Parent, Description"},
-    {"Tools", "Type"},
-    {"Tools", "Location"},
-    {"Tools", "Out, Description"},
-    {"CheckOutIn", "Tool_Id, Active"},
-    {"Scrap", "LineItemTypeId, JobOrOH"},
-    {"Scrap", "JobOrOH"},
-};
-
-struct ShippedReport {
-    const char *module;
-    const char *name;
-    const char *fileName;
-    const char *description;
-    bool isDefault = false;
-};
-
-constexpr bool moduleDefault = true;
-
-// The first six modules are those of the results windows, the last two are offered by the import dialog only.
-constexpr ShippedReport shippedReports[] = {
-    {"Tools CheckedOut", "Tools Checked Out", "ToolsCheckedOut.rpt", "Loans of each employee", moduleDefault},
-    {"Tools CheckedOut", "Loan Sheet", "LoanSheet.rpt", "Loans of each employee on a page of its own, to be signed"},
-    {"Tools CheckedOut", "Longest Out", "LongestOut.rpt", "Tools that are out, the longest first"},
-    {"Tools CheckedOut", "Still Out by Employee", "StillOutByEmployee.rpt", "Tools that each employee still has"},
-    {"Tools CheckedOut", "Still Out by Tool", "StillOutByTool.rpt", "Tools that are out, by description"},
-    {"Tools Scrapped", "Tools Scrapped", "ToolsScrapped.rpt", "Scrapped tools by reason, with their price",
-     moduleDefault},
-    {"Junk Tools", "Junk Tools", "JunkTools.rpt", "Scrapped tools of each job", moduleDefault},
-    {"Tools Type", "Tools by Type", "ToolsByType.rpt", "Tools of each type, with their price", moduleDefault},
-    {"Tools Type", "Tool Labels", "ToolLabels.rpt", "A label with a bar code for each tool"},
-    {"Tools Loc", "Tools by Location", "ToolsByLocation.rpt", "Tools of each location, with their price",
-     moduleDefault},
-    {"Tools Loc", "Count Sheet", "CountSheet.rpt", "Tools of each location, to be ticked off with a bar code reader"},
-    {"Employee", "Employees", "Employees.rpt", "List of the employees", moduleDefault},
-    {"Tools Out", "Tools Checked Out", "ToolsCheckedOut.rpt", "Loans of each employee", moduleDefault},
-    {"All Tools", "Tools by Type", "ToolsByType.rpt", "Tools of each type, with their price", moduleDefault},
+    {.table = "Types", .columns = "Parent, Description"},
+    {.table = "Locations", .columns = "Parent, Description"},
+    {.table = "Tools", .columns = "Type"},
+    {.table = "Tools", .columns = "Location"},
+    {.table = "Tools", .columns = "Out, Description"},
+    {.table = "CheckOutIn", .columns = "Tool_Id, Active"},
+    {.table = "Scrap", .columns = "LineItemTypeId, JobOrOH"},
+    {.table = "Scrap", .columns = "JobOrOH"},
 };
 
 QString bracketed(const QString &name) { return '[' + name + ']'; }
@@ -93,74 +76,91 @@ QString createStatement(const Index &index)
 const std::vector<Schema::Table> &Schema::tables()
 {
     static const std::vector<Table> tables = {
-        {"Types", {{"ID", counter}, {"Description", "TEXT", required}, {"Parent", "LONG", zero}}},
-        {"Locations", {{"ID", counter}, {"Description", "TEXT", required}, {"Parent", "LONG", zero}}},
-        {"Tools",
-         {{"ID", counter},
-          {"Type", "LONG", required},
-          {"Location", "LONG", required},
-          {"Manufacturer", "TEXT"},
-          {"PartNumber", "TEXT"},
-          {"Description", "TEXT", required},
-          {"PricePer", "CURRENCY"},
-          {"Out", "YESNO", zero}}},
-        {"CheckOutIn",
-         {{"ID", counter},
-          {"Tool_Id", "LONG", required},
-          {"Employee", "TEXT"},
-          {"JobOrOH", "LONG"},
-          {"LineItemTypeId", "LONG"},
-          {"DateOut", "DATETIME"},
-          {"DateIn", "DATETIME"},
-          {"Active", "YESNO", zero},
-          {"CheckOutDesc", "TEXT"},
-          {"CheckOutPartNo", "TEXT"}}},
-        {"Scrap",
-         {{"ID", counter},
-          {"ToolID", "LONG"},
-          {"Type", "LONG"},
-          {"TypeDescription", "TEXT"},
-          {"Manufacturer", "TEXT"},
-          {"PartNumber", "TEXT"},
-          {"Description", "TEXT"},
-          {"PricePer", "CURRENCY"},
-          {"Location", "LONG"},
-          {"Employee", "LONG"},
-          {"ScrapDate", "DATETIME"},
-          {"JobOrOH", "LONG"},
-          {"LineItemTypeId", "LONG"},
-          {"Reason", "LONG"},
-          {"Notes", "TEXT"},
-          {"Job", "LONG"},
-          {"Date", "DATETIME"}}},
-        {"ScrapReasons", {{"ID", counter}, {"Description", "TEXT", required}}},
-        {"Reports",
-         {{"Name", "TEXT", required},
-          {"Description", "TEXT"},
-          {"Module", "TEXT", required},
-          {"FileName", "TEXT", required},
-          {"Default", "YESNO", zero},
-          {"oem", "YESNO", zero}}},
-        {"JobVorlane", {{"ID", counter}, {"Jobno", "LONG"}}},
-        {"Employee", {{"EmpID", "LONG", key}, {"LastName", "TEXT"}, {"FirstName", "TEXT"}, {"EmpStatus", "TEXT"}}},
-        {"Job", {{"JobNo", "LONG", key}, {"Shipped", "YESNO", zero}}},
-        {"Operation", {{"OperNo", "LONG", key}, {"Description", "TEXT"}, {"OperType", "TEXT"}}},
-        {"LineItemType", {{"Index", "LONG", key}, {"Code", "TEXT"}}},
+        {.name = "Types", .columns = {counter("ID"), text("Description", required), number("Parent", zero)}},
+        {.name = "Locations", .columns = {counter("ID"), text("Description", required), number("Parent", zero)}},
+        {.name = "Tools",
+         .columns = {counter("ID"), number("Type", required), number("Location", required), text("Manufacturer"),
+                     text("PartNumber"), text("Description", required), money("PricePer"), yesNo("Out")}},
+        {.name = "CheckOutIn",
+         .columns = {counter("ID"), number("Tool_Id", required), text("Employee"), number("JobOrOH"),
+                     number("LineItemTypeId"), dateTime("DateOut"), dateTime("DateIn"), yesNo("Active"),
+                     text("CheckOutDesc"), text("CheckOutPartNo")}},
+        {.name = "Scrap",
+         .columns = {counter("ID"), number("ToolID"), number("Type"), text("TypeDescription"), text("Manufacturer"),
+                     text("PartNumber"), text("Description"), money("PricePer"), number("Location"), number("Employee"),
+                     dateTime("ScrapDate"), number("JobOrOH"), number("LineItemTypeId"), number("Reason"),
+                     text("Notes"), number("Job"), dateTime("Date")}},
+        {.name = "ScrapReasons", .columns = {counter("ID"), text("Description", required)}},
+        {.name = "Reports",
+         .columns = {text("Name", required), text("Description"), text("Module", required), text("FileName", required),
+                     yesNo("Default"), yesNo("oem")}},
+        {.name = "JobVorlane", .columns = {counter("ID"), number("Jobno")}},
+        {.name = "Employee", .columns = {number("EmpID", key), text("LastName"), text("FirstName"), text("EmpStatus")}},
+        {.name = "Job", .columns = {number("JobNo", key), yesNo("Shipped")}},
+        {.name = "Operation", .columns = {number("OperNo", key), text("Description"), text("OperType")}},
+        {.name = "LineItemType", .columns = {number("Index", key), text("Code")}},
     };
     return tables;
 }
 
 const std::vector<Schema::ReportModule> &Schema::reportModules()
 {
+    // The first six modules are those of the results windows, the last two are offered by the import dialog only.
     static const std::vector<ReportModule> modules = {
-        {"Tools CheckedOut", {"CheckOutIn", "Employee", "Operation"}},
-        {"Tools Scrapped", {"Scrap", "Employee", "ScrapReasons", "Operation"}},
-        {"Junk Tools", {"Scrap", "Job"}},
-        {"Tools Type", {"Tools", "Types", "Locations"}},
-        {"Tools Loc", {"Tools", "Types", "Locations"}},
-        {"Employee", {"Employee"}},
-        {"Tools Out", {}},
-        {"All Tools", {}},
+        {.name = "Tools CheckedOut",
+         .tables = {"CheckOutIn", "Employee", "Operation"},
+         .reports = {{.name = "Tools Checked Out",
+                      .fileName = "ToolsCheckedOut.rpt",
+                      .description = "Loans of each employee"},
+                     {.name = "Loan Sheet",
+                      .fileName = "LoanSheet.rpt",
+                      .description = "Loans of each employee on a page of its own, to be signed"},
+                     {.name = "Longest Out",
+                      .fileName = "LongestOut.rpt",
+                      .description = "Tools that are out, the longest first"},
+                     {.name = "Still Out by Employee",
+                      .fileName = "StillOutByEmployee.rpt",
+                      .description = "Tools that each employee still has"},
+                     {.name = "Still Out by Tool",
+                      .fileName = "StillOutByTool.rpt",
+                      .description = "Tools that are out, by description"}}},
+        {.name = "Tools Scrapped",
+         .tables = {"Scrap", "Employee", "ScrapReasons", "Operation"},
+         .reports = {{.name = "Tools Scrapped",
+                      .fileName = "ToolsScrapped.rpt",
+                      .description = "Scrapped tools by reason, with their price"}}},
+        {.name = "Junk Tools",
+         .tables = {"Scrap", "Job"},
+         .reports = {{.name = "Junk Tools", .fileName = "JunkTools.rpt", .description = "Scrapped tools of each job"}}},
+        {.name = "Tools Type",
+         .tables = {"Tools", "Types", "Locations"},
+         .reports = {{.name = "Tools by Type",
+                      .fileName = "ToolsByType.rpt",
+                      .description = "Tools of each type, with their price"},
+                     {.name = "Tool Labels",
+                      .fileName = "ToolLabels.rpt",
+                      .description = "A label with a bar code for each tool"}}},
+        {.name = "Tools Loc",
+         .tables = {"Tools", "Types", "Locations"},
+         .reports = {{.name = "Tools by Location",
+                      .fileName = "ToolsByLocation.rpt",
+                      .description = "Tools of each location, with their price"},
+                     {.name = "Count Sheet",
+                      .fileName = "CountSheet.rpt",
+                      .description = "Tools of each location, to be ticked off with a bar code reader"}}},
+        {.name = "Employee",
+         .tables = {"Employee"},
+         .reports = {{.name = "Employees", .fileName = "Employees.rpt", .description = "List of the employees"}}},
+        {.name = "Tools Out",
+         .tables = {},
+         .reports = {{.name = "Tools Checked Out",
+                      .fileName = "ToolsCheckedOut.rpt",
+                      .description = "Loans of each employee"}}},
+        {.name = "All Tools",
+         .tables = {},
+         .reports = {{.name = "Tools by Type",
+                      .fileName = "ToolsByType.rpt",
+                      .description = "Tools of each type, with their price"}}},
     };
     return modules;
 }
@@ -176,11 +176,14 @@ void Schema::create(Database &database)
     database.executeNative(QString("INSERT INTO sqlite_sequence VALUES ('Scrap', %1)").arg(firstScrapNumber - 1));
     database.executeNative(
         QString("INSERT INTO LineItemType VALUES (%1, 'Job'), (%2, 'Overhead')").arg(jobCharge).arg(overheadCharge));
-    for (const ShippedReport &report : shippedReports) {
-        const QStringList texts{quoted(report.name), quoted(report.description), quoted(report.module),
-                                quoted(report.fileName)};
-        database.executeNative(
-            QString("INSERT INTO Reports VALUES (%1, %2, -1)").arg(texts.join(", ")).arg(report.isDefault ? -1 : 0));
+    for (const ReportModule &module : reportModules()) {
+        for (const ShippedReport &report : module.reports) {
+            const bool isDefault = &report == &module.reports.front();
+            const QStringList texts{quoted(report.name), quoted(report.description), quoted(module.name),
+                                    quoted(report.fileName)};
+            database.executeNative(
+                QString("INSERT INTO Reports VALUES (%1, %2, -1)").arg(texts.join(", ")).arg(isDefault ? -1 : 0));
+        }
     }
     transaction.commit();
 }
