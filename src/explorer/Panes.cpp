@@ -2,7 +2,6 @@
 
 #include "common/ItemId.h"
 #include "db/Session.h"
-#include "explorer/PaneLook.h"
 #include "platform/gui/Handler.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
@@ -100,8 +99,8 @@ void Panes::list(const Node *node)
 void Panes::setInCharge(bool tree)
 {
     m_treeHasFocus = tree;
-    PaneLook::setInCharge(*m_ui.tvMain, tree);
-    PaneLook::setInCharge(*m_ui.lstToolList, !tree);
+    m_ui.tvMain->setInCharge(tree);
+    m_ui.lstToolList->setInCharge(!tree);
 }
 
 void Panes::showHint()

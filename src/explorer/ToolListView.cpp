@@ -1,18 +1,15 @@
 #include "explorer/ToolListView.h"
 
-#include "explorer/DragPictures.h"
 #include "explorer/ListItems.h"
-#include "explorer/PaneLook.h"
 
 #include <QContextMenuEvent>
-#include <QDrag>
 #include <QHeaderView>
 #include <QMimeData>
 #include <QMouseEvent>
 
 const QString ToolListView::dragFormat = QStringLiteral("application/x-vorlane-items");
 
-ToolListView::ToolListView(QWidget *parent) : QTreeView(parent), m_items(&ListItems::picture), m_widths(*this, m_items)
+ToolListView::ToolListView(QWidget *parent) : PaneView(parent), m_items(&ListItems::picture), m_widths(*this, m_items)
 {
     setModel(&m_items);
     setRootIsDecorated(false);
@@ -33,12 +30,6 @@ void ToolListView::setColumns(const std::vector<ListColumn> &columns)
     m_items.setColumns(columns);
     m_widths.reset();
     showSortMark();
-}
-
-void ToolListView::setHint(const QString &hint)
-{
-    if (hint != std::exchange(m_hint, hint))
-        viewport()->update();
 }
 
 int ToolListView::selectedRow() const
@@ -77,24 +68,9 @@ bool ToolListView::selectRowsIf(const std::function<bool(int)> &suits)
 
 void ToolListView::setMovesAllowed(bool allowed)
 {
-    setDragEnabled(allowed);
-    setAcceptDrops(allowed);
+    PaneView::setMovesAllowed(allowed);
     DragArmed = false;
     DragItem = -1;
-}
-
-void ToolListView::focusInEvent(QFocusEvent *event)
-{
-    QTreeView::focusInEvent(event);
-    if (PaneLook::isUsersChoice(*event))
-        emit touched();
-}
-
-void ToolListView::paintEvent(QPaintEvent *event)
-{
-    QTreeView::paintEvent(event);
-    if (m_items.rowCount() == 0 && !m_hint.isEmpty())
-        PaneLook::paintHint(*this, viewport()->rect(), m_hint);
 }
 
 void ToolListView::mousePressEvent(QMouseEvent *event)
@@ -103,7 +79,7 @@ void ToolListView::mousePressEvent(QMouseEvent *event)
         DragItem = indexAt(event->position().toPoint()).row();
         emit itemPressed();
     }
-    QTreeView::mousePressEvent(event);
+    PaneView::mousePressEvent(event);
     emit touched();
 }
 
@@ -116,12 +92,12 @@ void ToolListView::mouseMoveEvent(QMouseEvent *event)
         if (DragItem < 0 || row < 0 || row == DragItem)
             return;
     }
-    QTreeView::mouseMoveEvent(event);
+    PaneView::mouseMoveEvent(event);
 }
 
 void ToolListView::mouseReleaseEvent(QMouseEvent *event)
 {
-    QTreeView::mouseReleaseEvent(event);
+    PaneView::mouseReleaseEvent(event);
     emit touched();
     if (event->button() == Qt::RightButton && selectedRow() >= 0)
         emit popUpWanted(event->globalPosition().toPoint());
@@ -140,15 +116,19 @@ void ToolListView::keyPressEvent(QKeyEvent *event)
         headingClicked(column);
         return;
     }
-    // The first arrow key in a list without a selection takes the first item, as it stands under the focus already.
-    if ((event->key() == Qt::Key_Down || event->key() == Qt::Key_Up) && selectedRow() < 0 && m_items.count() > 0) {
-        selectRow(qMax(0, currentIndex().row()));
+    // The first such key in a list without a selection takes the item that stands under the focus already.
+    const QList<int> moves{Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown};
+    if (moves.contains(event->key()) && selectedRow() < 0 && m_items.count() > 0) {
+        const int last = m_items.count() - 1;
+        selectRow(event->key() == Qt::Key_Home      ? 0
+                      : event->key() == Qt::Key_End ? last
+                                                    : qMax(0, currentIndex().row()));
         emit touched();
         return;
     }
     const QModelIndex before = currentIndex();
     const QItemSelection selectedBefore = selectionModel()->selection();
-    QTreeView::keyPressEvent(event);
+    PaneView::keyPressEvent(event);
     if (before != currentIndex() || selectedBefore != selectionModel()->selection())
         emit touched();
 }
@@ -163,12 +143,7 @@ void ToolListView::contextMenuEvent(QContextMenuEvent *event)
 
 void ToolListView::startDrag(Qt::DropActions)
 {
-    auto *drag = new QDrag(this);
-    auto *data = new QMimeData;
-    data->setData(dragFormat, {});
-    drag->setMimeData(data);
-    setDragPictures(*drag);
-    drag->exec(Qt::MoveAction);
+    drag(dragFormat);
     DragArmed = false;
 }
 

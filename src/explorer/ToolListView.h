@@ -1,11 +1,10 @@
 #pragma once
 
+#include "explorer/PaneView.h"
 #include "platform/gui/ColumnWidths.h"
 
-#include <QTreeView>
-
 /// The explorer's tool list on the screen, in report style.
-class ToolListView : public QTreeView
+class ToolListView : public PaneView
 {
     Q_OBJECT
 public:
@@ -18,9 +17,6 @@ public:
     const KeyedList &items() const { return m_items; }
     void setColumns(const std::vector<ListColumn> &columns);
 
-    /// What stands in the list while it is empty.
-    void setHint(const QString &hint);
-
     /// Row of the item that commands act on: the current one, if it is selected, else the first selected; -1.
     int selectedRow() const;
     /// All selected rows from top to bottom.
@@ -29,25 +25,20 @@ public:
     /// Selects all rows that suit. @returns whether there are any; else the selection stays.
     bool selectRowsIf(const std::function<bool(int row)> &suits);
 
-    /// Items may be dragged onto tree nodes in the two views that show stored trees.
-    void setMovesAllowed(bool allowed);
-    bool movesAllowed() const { return dragEnabled(); }
+    void setMovesAllowed(bool allowed) override;
     /// A drag of items may start or is under way.
     bool DragArmed = false;
     /// Row of the item that was under the pointer when the left button went down; -1 when none was.
     int DragItem = -1;
 
 signals:
-    /// The list was clicked or used by keyboard: commands act on it from now on.
-    void touched();
     void itemPressed();
     void popUpWanted(const QPoint &globalPosition);
     /// An item was double-clicked, or Enter pressed on it.
     void itemOpened();
 
 protected:
-    void focusInEvent(QFocusEvent *event) override;
-    void paintEvent(QPaintEvent *event) override;
+    QRect emptyRoom() const override { return m_items.rowCount() == 0 ? viewport()->rect() : QRect(); }
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -64,5 +55,4 @@ private:
 
     KeyedList m_items;
     ColumnWidths m_widths;
-    QString m_hint;
 };

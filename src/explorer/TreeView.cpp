@@ -1,11 +1,8 @@
 #include "explorer/TreeView.h"
 
-#include "explorer/DragPictures.h"
-#include "explorer/PaneLook.h"
 #include "explorer/ToolListView.h"
 
 #include <QContextMenuEvent>
-#include <QDrag>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -15,7 +12,7 @@ const QString nodeFormat = QStringLiteral("application/x-vorlane-node");
 constexpr int hoverBeforeExpanding = 800; // milliseconds of a drag over a closed node
 }
 
-TreeView::TreeView(QWidget *parent) : QTreeView(parent)
+TreeView::TreeView(QWidget *parent) : PaneView(parent)
 {
     setModel(&m_nodes);
     setHeaderHidden(true);
@@ -52,31 +49,12 @@ void TreeView::setDropHighlight(Node *node)
     viewport()->update();
 }
 
-void TreeView::setMovesAllowed(bool allowed)
+QRect TreeView::emptyRoom() const
 {
-    setDragEnabled(allowed);
-    setAcceptDrops(allowed);
-}
-
-void TreeView::setHint(const QString &hint)
-{
-    if (hint != std::exchange(m_hint, hint))
-        viewport()->update();
-}
-
-void TreeView::focusInEvent(QFocusEvent *event)
-{
-    QTreeView::focusInEvent(event);
-    if (PaneLook::isUsersChoice(*event))
-        emit focused();
-}
-
-void TreeView::paintEvent(QPaintEvent *event)
-{
-    QTreeView::paintEvent(event);
     const QModelIndex root = m_nodes.index(0, 0);
-    if (root.isValid() && m_nodes.rowCount(root) == 0)
-        PaneLook::paintHint(*this, viewport()->rect().adjusted(0, visualRect(root).bottom(), 0, 0), m_hint);
+    if (!root.isValid() || m_nodes.rowCount(root) > 0)
+        return {};
+    return viewport()->rect().adjusted(0, visualRect(root).bottom(), 0, 0);
 }
 
 void TreeView::mousePressEvent(QMouseEvent *event)
@@ -87,7 +65,7 @@ void TreeView::mousePressEvent(QMouseEvent *event)
             selectNode(node);
         return;
     }
-    QTreeView::mousePressEvent(event);
+    PaneView::mousePressEvent(event);
 }
 
 void TreeView::mouseReleaseEvent(QMouseEvent *event)
@@ -98,7 +76,7 @@ void TreeView::mouseReleaseEvent(QMouseEvent *event)
             emit popUpWanted(node, event->globalPosition().toPoint());
         return;
     }
-    QTreeView::mouseReleaseEvent(event);
+    PaneView::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton && node && node == selectedNode())
         emit nodeClicked(node);
     else
@@ -115,7 +93,7 @@ QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex
 void TreeView::keyPressEvent(QKeyEvent *event)
 {
     const Node *before = selectedNode();
-    QTreeView::keyPressEvent(event);
+    PaneView::keyPressEvent(event);
     if (Node *node = selectedNode(); node && node != before)
         emit nodeClicked(node);
 }
@@ -133,12 +111,7 @@ void TreeView::startDrag(Qt::DropActions)
     if (!node || !node->parent) // the root stays where it is
         return;
     m_draggedNode = node;
-    auto *drag = new QDrag(this);
-    auto *data = new QMimeData;
-    data->setData(nodeFormat, {});
-    drag->setMimeData(data);
-    setDragPictures(*drag);
-    drag->exec(Qt::MoveAction);
+    drag(nodeFormat);
     m_draggedNode = nullptr;
     setDropHighlight(nullptr);
     emit gestureEnded();
@@ -152,7 +125,7 @@ void TreeView::dragEnterEvent(QDragEnterEvent *event)
 
 void TreeView::dragMoveEvent(QDragMoveEvent *event)
 {
-    QTreeView::dragMoveEvent(event); // scrolls at the edges and opens closed nodes
+    PaneView::dragMoveEvent(event); // scrolls at the edges and opens closed nodes
     Node *node = nodeUnder(event->position().toPoint());
     setDropHighlight(node);
     event->setDropAction(Qt::MoveAction);
@@ -162,7 +135,7 @@ void TreeView::dragMoveEvent(QDragMoveEvent *event)
 void TreeView::dragLeaveEvent(QDragLeaveEvent *event)
 {
     setDropHighlight(nullptr);
-    QTreeView::dragLeaveEvent(event);
+    PaneView::dragLeaveEvent(event);
 }
 
 void TreeView::dropEvent(QDropEvent *event)
@@ -181,7 +154,7 @@ void TreeView::dropEvent(QDropEvent *event)
 
 void TreeView::drawRow(QPainter *painter, const QStyleOptionViewItem &options, const QModelIndex &index) const
 {
-    QTreeView::drawRow(painter, options, index);
+    PaneView::drawRow(painter, options, index);
     if (!m_dropHighlight || m_nodes.nodeAt(index) != m_dropHighlight)
         return;
     // A frame, so that the mark differs from a selection by more than its colour.

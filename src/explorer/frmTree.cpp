@@ -59,7 +59,7 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
             runUserAction([&] { m_panes.openNode(ui.tvMain->nodes().nodeAt(index)); });
     });
     connect(ui.lstToolList, &ToolListView::touched, this, [this] { m_panes.setInCharge(false); });
-    connect(ui.tvMain, &TreeView::focused, this, [this] { m_panes.setInCharge(true); });
+    connect(ui.tvMain, &TreeView::touched, this, [this] { m_panes.setInCharge(true); });
     connect(ui.lstToolList, &ToolListView::itemPressed, this, [this] { ui.tvMain->setDropHighlight(nullptr); });
     connect(ui.lstToolList->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmTree::showSelectedCount);

@@ -38,7 +38,7 @@ struct Criterion {
     const char *rangeBox;
     const char *valueBoxes; ///< the name of the two boxes up to the "1" and the "2" at its end
     const char *source; ///< name of the list; null where the boxes have none
-    ChoiceList choices;
+    ChoiceList choices = {};
     Fragment single;
     Fragment range;
     Value value = AsShown;
