@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 /// An amount of money.
 struct Cents {
     qint64 amount;
@@ -18,7 +20,7 @@ public:
     {
     }
 
-    /// One row, a value for every column; nullptr leaves one empty.
+    /// One row, a value for every column; std::nullopt leaves one empty.
     template<typename... Values>
     void add(const Values &...values)
     {
@@ -34,7 +36,11 @@ private:
     static QString literal(qint64 number) { return QString::number(number); }
     static QString literal(const QString &text);
     static QString literal(Cents price);
-    static QString literal(std::nullptr_t) { return "NULL"; }
+    template<typename Value>
+    static QString literal(const std::optional<Value> &value)
+    {
+        return value ? literal(*value) : "NULL";
+    }
 
     Database &m_database;
     QString m_head;

@@ -343,12 +343,9 @@ void Filler::writeLoans()
         const Charge charge = chargeAt(from, open[i]);
         const QString number = QString::number(employee.number);
         const Article &article = *tool.article;
-        if (open[i])
-            rows.add(i + 1, tool.number, number, charge.number, charge.kind, stamp(from), nullptr, -1,
-                     article.description, article.partNumber);
-        else
-            rows.add(i + 1, tool.number, number, charge.number, charge.kind, stamp(from), stamp(until), 0,
-                     article.description, article.partNumber);
+        const auto dateIn = open[i] ? std::nullopt : std::optional(stamp(until));
+        rows.add(i + 1, tool.number, number, charge.number, charge.kind, stamp(from), dateIn, open[i] ? -1 : 0,
+                 article.description, article.partNumber);
         tool.freeFrom = until;
         tool.out = open[i];
     }
@@ -385,16 +382,16 @@ void Filler::writeScrap()
         const Charge charge = chargeAt(tool.until);
         const int reason = 1 + m_dice.lowBelow(reasons.size());
         const QString note = m_dice.below(3) == 0 ? m_dice.oneOf(notes) : QString();
-        const auto add = [&](auto job, auto day) {
-            rows.add(number++, tool.number, article.type->number, article.type->name, article.maker, article.partNumber,
-                     article.description, article.price, tool.location->number, employee.number, stamp(tool.until),
-                     charge.number, charge.kind, reason, note, job, day);
-        };
         // The job's own columns, which the junk reports go by, are the suite's entry; it makes none for overhead.
-        if (charge.kind == Schema::jobCharge)
-            add(charge.number, dateOf(tool.until).toString(Qt::ISODate) + " 00:00:00");
-        else
-            add(nullptr, nullptr);
+        std::optional<int> job;
+        std::optional<QString> day;
+        if (charge.kind == Schema::jobCharge) {
+            job = charge.number;
+            day = dateOf(tool.until).toString(Qt::ISODate) + " 00:00:00";
+        }
+        rows.add(number++, tool.number, article.type->number, article.type->name, article.maker, article.partNumber,
+                 article.description, article.price, tool.location->number, employee.number, stamp(tool.until),
+                 charge.number, charge.kind, reason, note, job, day);
     }
     rows.flush();
 }

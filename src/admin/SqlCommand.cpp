@@ -1,17 +1,12 @@
 #include "admin/Command.h"
 #include "platform/engine/Workspace.h"
+#include "platform/text/Csv.h"
 
 #include <QRegularExpression>
 
 namespace {
 
-// RFC 4180: a field with a comma, a quotation mark or a line break stands in quotation marks; lines end in CR LF.
-QString csvField(QString text)
-{
-    static const QRegularExpression special("[,\"\r\n]");
-    return text.contains(special) ? '"' + text.replace('"', "\"\"") + '"' : text;
-}
-
+// Lines end in CR LF, as RFC 4180 has them.
 void writeCsv(const Recordset &rows, QTextStream &out)
 {
     QStringList fields(rows.fieldCount());

@@ -16,36 +16,24 @@ namespace {
 constexpr int busyMilliseconds = 2000;
 constexpr int operationsBetweenPulses = 50'000; // of the engine below: a millisecond or two
 
-/// What the engine below reports, in the suite's numbers and words; "%1" is the file's name.
+/// What the engine below reports, in the suite's numbers.
 struct Refusal {
     int code;
-    int number;
-    const char *text;
+    EngineError::Number number;
 };
 
-constexpr auto duplicateText = "The changes you requested to the table were not successful because they would create "
-                               "duplicate values in the index, "
-                               "primary key, or relationship. Change the data in the field or fields that contain "
-                               "duplicate data, remove the index, "
-                               "or redefine the index to permit duplicate entries and try again.";
-
 constexpr Refusal refusals[] = {
-    {SQLITE_CONSTRAINT_PRIMARYKEY, EngineError::duplicateKey, duplicateText},
-    {SQLITE_CONSTRAINT_UNIQUE, EngineError::duplicateKey, duplicateText},
-    {SQLITE_CONSTRAINT_ROWID, EngineError::duplicateKey, duplicateText},
-    {SQLITE_NOTADB, EngineError::notADatabase, "Unrecognized database format '%1'."},
-    {SQLITE_CORRUPT, EngineError::damagedFile,
-     "Cannot open database '%1'. It may not be a database that your application recognizes, or the file may be "
-     "corrupt."},
-    {SQLITE_CANTOPEN, EngineError::cannotOpenFile,
-     "The database engine cannot open the file '%1'. It is already opened exclusively by another user, or you need "
-     "permission to view its data."},
-    {SQLITE_READONLY, EngineError::readOnly, "Cannot update. Database or object is read-only."},
-    {SQLITE_PERM, EngineError::readOnly, "Cannot update. Database or object is read-only."},
-    {SQLITE_FULL, EngineError::diskFull, "Not enough space on disk."},
-    {SQLITE_IOERR, EngineError::diskError, "Disk or network error."},
-    {SQLITE_TOOBIG, EngineError::tooMuchData,
-     "The field is too small to accept the amount of data you attempted to add."},
+    {SQLITE_CONSTRAINT_PRIMARYKEY, EngineError::duplicateKey},
+    {SQLITE_CONSTRAINT_UNIQUE, EngineError::duplicateKey},
+    {SQLITE_CONSTRAINT_ROWID, EngineError::duplicateKey},
+    {SQLITE_NOTADB, EngineError::notADatabase},
+    {SQLITE_CORRUPT, EngineError::damagedFile},
+    {SQLITE_CANTOPEN, EngineError::cannotOpenFile},
+    {SQLITE_READONLY, EngineError::readOnly},
+    {SQLITE_PERM, EngineError::readOnly},
+    {SQLITE_FULL, EngineError::diskFull},
+    {SQLITE_IOERR, EngineError::diskError},
+    {SQLITE_TOOBIG, EngineError::tooMuchData},
 };
 
 // The limits of the engine below have no codes of their own.
@@ -322,10 +310,10 @@ void Connection::fail(const dialect::Translation *translation, const std::vector
     if (primary == SQLITE_BUSY || primary == SQLITE_LOCKED)
         failLocked(translation);
     if (primary == SQLITE_ERROR && isTooComplex(text))
-        throw EngineError(EngineError::tooComplex, QStringLiteral("Query is too complex."));
+        throw EngineError::of(EngineError::tooComplex);
     for (const Refusal &refusal : refusals)
         if (refusal.code == code || refusal.code == primary)
-            throw EngineError(refusal.number, QString::fromLatin1(refusal.text).replace(QLatin1String("%1"), m_path));
+            throw EngineError::of(refusal.number, m_path);
     throw EngineError(EngineError::internalError, QStringLiteral("Reserved error (%1); %2.").arg(code).arg(text));
 }
 

@@ -6,6 +6,7 @@
 #include "platform/engine/dialect/Parser.h"
 #include "platform/engine/dialect/SqliteWriter.h"
 #include "platform/system/ProgramFolder.h"
+#include "platform/text/Format.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -18,7 +19,6 @@ namespace {
 
 // Longer lists and chains hardly come twice, and the engine below takes a bounded number of parameters.
 constexpr size_t maximumLiterals = 100;
-constexpr qsizetype shortDateLength = 10;
 
 Value literalValue(const dialect::Literal &literal, const dialect::Parameter &parameter)
 {
@@ -28,7 +28,7 @@ Value literalValue(const dialect::Literal &literal, const dialect::Parameter &pa
     else if (literal.kind == dialect::Token::Fraction)
         value = parameter.negated ? -literal.value.toDouble() : literal.value.toDouble();
     else if (parameter.shortDate)
-        value = literal.value.left(shortDateLength);
+        value = Format::shortDate(literal.value);
     return parameter.storedAs == dialect::ValueKind::Unknown ? value : storedValue(value, parameter.storedAs);
 }
 
@@ -98,7 +98,7 @@ const QString &Database::path() const { return d->connection.path(); }
 void Database::backupTo(const QString &file)
 {
     if (QFileInfo::exists(ProgramFolder::toNative(file)))
-        throw EngineError(EngineError::fileExists, QStringLiteral("Database '%1' already exists.").arg(file));
+        throw EngineError::of(EngineError::fileExists, file);
     try {
         d->connection.copyTo(file);
     } catch (...) {

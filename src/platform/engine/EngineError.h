@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <stdexcept>
 
 /// What the database engine refused, by its number and in its own words.
@@ -58,7 +59,42 @@ public:
         typeMismatch = 3464,
     };
 
+    /// The error of a number that means one thing wherever it comes up, in the words that go with it. `name` is the
+    /// file's, where they name one.
+    static EngineError of(Number number, const QString &name = {})
+    {
+        const Words &words = *std::ranges::find(allWords, number, &Words::number);
+        return {number, QString::fromLatin1(words.text).replace(QLatin1String("%1"), name)};
+    }
+
 private:
+    struct Words {
+        Number number;
+        const char *text; ///< "%1" is the file's name
+    };
+    static constexpr Words allWords[] = {
+        {noCurrentRecord, "No current record."},
+        {duplicateKey,
+         "The changes you requested to the table were not successful because they would create duplicate values in the "
+         "index, primary key, or relationship. Change the data in the field or fields that contain duplicate data, "
+         "remove "
+         "the index, or redefine the index to permit duplicate entries and try again."},
+        {diskFull, "Not enough space on disk."},
+        {readOnly, "Cannot update. Database or object is read-only."},
+        {diskError, "Disk or network error."},
+        {damagedFile,
+         "Cannot open database '%1'. It may not be a database that your application recognizes, or the file may be "
+         "corrupt."},
+        {cannotOpenFile,
+         "The database engine cannot open the file '%1'. It is already opened exclusively by another user, or you need "
+         "permission to view its data."},
+        {tooMuchData, "The field is too small to accept the amount of data you attempted to add."},
+        {fileExists, "Database '%1' already exists."},
+        {notADatabase, "Unrecognized database format '%1'."},
+        {tooComplex, "Query is too complex."},
+        {typeMismatch, "Data type mismatch in criteria expression."},
+    };
+
     int m_number;
     QString m_text;
 };

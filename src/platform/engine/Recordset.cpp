@@ -9,15 +9,6 @@
 
 #include <algorithm>
 
-namespace {
-
-[[noreturn]] void noCurrentRecord()
-{
-    throw EngineError(EngineError::noCurrentRecord, QStringLiteral("No current record."));
-}
-
-}
-
 // ---- rows
 
 Recordset::Private::Private(Database::Private &owner, Database::Private::BoundStatement statement)
@@ -41,7 +32,7 @@ const RowStore &Recordset::Private::rows()
 void Recordset::Private::requireCurrent()
 {
     if (current < 0 || current >= count())
-        noCurrentRecord();
+        throw EngineError::of(EngineError::noCurrentRecord);
 }
 
 void Recordset::Private::moveTo(int row)
@@ -71,14 +62,14 @@ void Recordset::moveLast() { setPosition(d->count() - 1); }
 void Recordset::moveNext()
 {
     if (atEnd())
-        noCurrentRecord();
+        throw EngineError::of(EngineError::noCurrentRecord);
     d->moveTo(d->current + 1);
 }
 
 void Recordset::movePrevious()
 {
     if (atBeginning())
-        noCurrentRecord();
+        throw EngineError::of(EngineError::noCurrentRecord);
     d->moveTo(d->current - 1);
 }
 
@@ -87,7 +78,7 @@ int Recordset::position() const { return d->current; }
 void Recordset::setPosition(int row)
 {
     if (row < 0 || row >= d->count())
-        noCurrentRecord();
+        throw EngineError::of(EngineError::noCurrentRecord);
     d->moveTo(row);
 }
 
@@ -123,7 +114,7 @@ Value Recordset::field(QStringView name) const { return field(fieldIndex(name));
 Value Recordset::at(int row, int column) const
 {
     if (row < 0 || row >= d->count() || column < 0 || column >= fieldCount())
-        noCurrentRecord();
+        throw EngineError::of(EngineError::noCurrentRecord);
     return d->rows().at(row, column);
 }
 
@@ -152,7 +143,7 @@ bool Recordset::findFirst(const QString &criteria)
 void Recordset::Private::requireChangeable() const
 {
     if (table().isEmpty())
-        throw EngineError(EngineError::readOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+        throw EngineError::of(EngineError::readOnly);
 }
 
 void Recordset::Private::requireMode() const

@@ -15,11 +15,6 @@ using dialect::ValueKind;
 constexpr double currencyUnits = 10'000;
 constexpr double maximumCurrency = 922'337'203'685'477.0;
 
-[[noreturn]] void typeMismatch()
-{
-    throw EngineError(EngineError::typeMismatch, QStringLiteral("Data type mismatch in criteria expression."));
-}
-
 void requireWithin(double number, double minimum, double maximum)
 {
     if (number < minimum || number > maximum)
@@ -32,7 +27,7 @@ double numberOf(const Value &value)
         return value.toNumber();
     const std::optional<double> number = numberIn(value.toText());
     if (!number)
-        typeMismatch();
+        throw EngineError::of(EngineError::typeMismatch);
     return *number;
 }
 
@@ -54,14 +49,14 @@ QString storedDateText(const Value &value)
 {
     const QString date = value.isText() ? dialect::storedDate(value.toText()) : QString();
     if (date.isEmpty())
-        typeMismatch();
+        throw EngineError::of(EngineError::typeMismatch);
     return date;
 }
 
 int storedYesNo(const Value &value)
 {
     if (value.isText())
-        typeMismatch();
+        throw EngineError::of(EngineError::typeMismatch);
     return value.toBool() ? -1 : 0;
 }
 

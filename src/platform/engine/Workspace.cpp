@@ -30,7 +30,7 @@ std::unique_ptr<Database> Workspace::openDatabase(const QString &path)
                               .arg(path));
     // The engine below takes an empty file, and one of a single byte, for a database without tables.
     if (file.size() < headerSize)
-        throw EngineError(EngineError::notADatabase, QStringLiteral("Unrecognized database format '%1'.").arg(path));
+        throw EngineError::of(EngineError::notADatabase, path);
     auto data = std::make_unique<Database::Private>(path, Connection::Mode::OpenExisting);
     return std::unique_ptr<Database>(new Database(std::move(data)));
 }
@@ -39,7 +39,7 @@ std::unique_ptr<Database> Workspace::createDatabase(const QString &path)
 {
     const QString file = ProgramFolder::toNative(path);
     if (QFileInfo::exists(file))
-        throw EngineError(EngineError::fileExists, QStringLiteral("Database '%1' already exists.").arg(path));
+        throw EngineError::of(EngineError::fileExists, path);
     try {
         auto data = std::make_unique<Database::Private>(path, Connection::Mode::CreateNew);
         return std::unique_ptr<Database>(new Database(std::move(data)));

@@ -5,21 +5,9 @@
 #include <numeric>
 
 namespace {
-BandContext rowContext(int row, bool continued = false)
-{
-    BandContext context;
-    context.row = row;
-    context.continued = continued;
-    return context;
-}
+BandContext rowContext(int row, bool continued = false) { return {.row = row, .continued = continued}; }
 
-BandContext pageContext(int row)
-{
-    BandContext context;
-    context.row = row;
-    context.hasFixedHeight = true;
-    return context;
-}
+BandContext pageContext(int row) { return {.row = row, .hasFixedHeight = true}; }
 }
 
 Layout::Layout(const Template &report, const Records &records, BandComposer &composer)

@@ -1,6 +1,7 @@
 #include "platform/reportcontrol/PageView.h"
 
 #include "platform/report/Report.h"
+#include "platform/report/TextMeasure.h"
 
 #include <QPaintEvent>
 #include <QPainter>
@@ -12,9 +13,7 @@
 
 namespace {
 
-constexpr double twipsPerInch = 1440;
 constexpr int gap = 12; ///< pixels around each page
-constexpr double zoomStep = 1.25;
 constexpr int wheelStep = 120;
 
 }
@@ -43,7 +42,7 @@ void PageView::updatePages()
     viewport()->update();
 }
 
-double PageView::scale() const { return m_zoom * logicalDpiY() / twipsPerInch; }
+double PageView::scale() const { return m_zoom * logicalDpiY() / TextMeasure::twipsPerInch; }
 
 QSize PageView::pageSize() const { return (m_report->pageSize() * scale()).toSize(); }
 
@@ -93,7 +92,7 @@ void PageView::applyFit()
         return;
     }
     const QSizeF room = (viewport()->size() - QSize(2 * gap, 2 * gap)).expandedTo({1, 1});
-    const QSizeF paper = m_report->pageSize() * logicalDpiY() / twipsPerInch;
+    const QSizeF paper = m_report->pageSize() * logicalDpiY() / TextMeasure::twipsPerInch;
     const double toWidth = room.width() / paper.width();
     changeZoom(m_fit == FitWidth ? toWidth : std::min(toWidth, room.height() / paper.height()));
 }
@@ -148,6 +147,13 @@ void PageView::setPlaces(const QList<Place> &places)
     viewport()->update();
 }
 
+int PageView::firstPlaceFrom(int page) const
+{
+    const auto place = std::lower_bound(m_places.begin(), m_places.end(), page,
+                                        [](const Place &place, int page) { return place.page < page; });
+    return int(place - m_places.begin());
+}
+
 void PageView::goToPlace(int number)
 {
     m_currentPlace = number;
@@ -177,15 +183,13 @@ void PageView::paintEvent(QPaintEvent *event)
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(paper.adjusted(-1, -1, 0, 0));
     }
-    const auto first = std::lower_bound(m_places.begin(), m_places.end(), pageAt(event->rect().top()),
-                                        [](const Place &place, int page) { return place.page < page; });
     // The text below stays as black as it is.
     painter.setCompositionMode(QPainter::CompositionMode_Multiply);
-    for (auto place = first; place != m_places.end() && place->page <= last; ++place) {
-        const bool isCurrent = place - m_places.begin() == m_currentPlace;
+    for (int i = firstPlaceFrom(pageAt(event->rect().top())); i < m_places.size() && m_places[i].page <= last; ++i) {
+        const bool isCurrent = i == m_currentPlace;
         painter.setPen(isCurrent ? QPen(Qt::black, 2) : QPen(Qt::NoPen));
         painter.setBrush(isCurrent ? QColor(255, 190, 100) : QColor(255, 240, 130));
-        painter.drawRect(inWindow(*place));
+        painter.drawRect(inWindow(m_places[i]));
     }
 }
 

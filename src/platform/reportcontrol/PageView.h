@@ -12,6 +12,8 @@ public:
     enum Fit { FixedZoom, FitWidth, FitPage };
     static constexpr double smallestZoom = 0.25;
     static constexpr double largestZoom = 4;
+    /// From one step of the zoom to the next.
+    static constexpr double zoomStep = 1.25;
 
     /// A place on a page, in twips.
     struct Place {
@@ -34,8 +36,10 @@ public:
     int currentPage() const { return m_currentPage; }
     void goToPage(int page);
 
-    /// Marks places on the pages; none of them is the current one.
+    /// Marks places on the pages, given from the first page to the last; none of them is the current one.
     void setPlaces(const QList<Place> &places);
+    /// Number of the first place on `page` or behind it; the number of places where there is none.
+    int firstPlaceFrom(int page) const;
     /// Brings a place into sight and marks it as the current one.
     void goToPlace(int number);
 

@@ -20,7 +20,6 @@
 namespace {
 
 constexpr int millisecondsInASlice = 20;
-constexpr double zoomStep = 1.25;
 const QString fitWidth = QStringLiteral("Fit Width");
 const QString fitPage = QStringLiteral("Fit Page");
 
@@ -54,8 +53,8 @@ void PreviewWindow::connectCommands()
         {ui.mnuEditFind, [this] { edit(ui.txtFind); }},
         {ui.mnuEditFindNext, [this] { find(1); }},
         {ui.mnuEditFindPrevious, [this] { find(-1); }},
-        {ui.mnuViewZoomIn, [this] { ui.pages->setZoom(ui.pages->zoom() * zoomStep); }},
-        {ui.mnuViewZoomOut, [this] { ui.pages->setZoom(ui.pages->zoom() / zoomStep); }},
+        {ui.mnuViewZoomIn, [this] { ui.pages->setZoom(ui.pages->zoom() * PageView::zoomStep); }},
+        {ui.mnuViewZoomOut, [this] { ui.pages->setZoom(ui.pages->zoom() / PageView::zoomStep); }},
         {ui.mnuViewActualSize, [this] { ui.pages->setZoom(1); }},
         {ui.mnuViewFitWidth, [this] { ui.pages->setFit(PageView::FitWidth); }},
         {ui.mnuViewFitPage, [this] { ui.pages->setFit(PageView::FitPage); }},
@@ -183,17 +182,16 @@ void PreviewWindow::find(int direction)
     }
     if (ui.txtFind->text() != m_soughtText && !findPlaces())
         return;
-    const int count = int(m_places.size());
-    if (count == 0) {
+    if (m_placeCount == 0) {
         ui.lblFound->setText("Not found");
         return;
     }
     if (m_place >= 0)
-        m_place = (m_place + direction + count) % count;
+        m_place = (m_place + direction + m_placeCount) % m_placeCount;
     else
         m_place = firstPlace(direction);
     ui.pages->goToPlace(m_place);
-    ui.lblFound->setText(QStringLiteral("%1 of %2").arg(m_place + 1).arg(count));
+    ui.lblFound->setText(QStringLiteral("%1 of %2").arg(m_place + 1).arg(m_placeCount));
 }
 
 bool PreviewWindow::findPlaces()
@@ -215,7 +213,7 @@ bool PreviewWindow::findPlaces()
     if (!searched)
         return false;
     m_soughtText = text;
-    m_places = places;
+    m_placeCount = int(places.size());
     m_place = -1;
     ui.pages->setPlaces(places);
     return true;
@@ -224,11 +222,8 @@ bool PreviewWindow::findPlaces()
 // The search begins on the page that is looked at.
 int PreviewWindow::firstPlace(int direction) const
 {
-    const auto onOrAfter = std::lower_bound(m_places.begin(), m_places.end(), ui.pages->currentPage(),
-                                            [](const PageView::Place &place, int page) { return place.page < page; });
-    const int number = int(onOrAfter - m_places.begin());
-    const int count = int(m_places.size());
-    return direction > 0 ? number % count : (number + count - 1) % count;
+    const int number = ui.pages->firstPlaceFrom(ui.pages->currentPage());
+    return direction > 0 ? number % m_placeCount : (number + m_placeCount - 1) % m_placeCount;
 }
 
 void PreviewWindow::mnuFilePrint_Click()

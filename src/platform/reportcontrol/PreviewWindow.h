@@ -50,6 +50,6 @@ private:
     ErrorRoutine m_errorRoutine;
     QTimer m_layoutTimer;
     QString m_soughtText;
-    QList<PageView::Place> m_places; ///< where the text stands
-    int m_place = -1; ///< the one that is shown
+    int m_placeCount = 0; ///< how often the sought text stands on the pages
+    int m_place = -1; ///< number of the one that is shown, -1 for none yet
 };

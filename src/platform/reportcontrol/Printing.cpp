@@ -1,17 +1,14 @@
 #include "platform/reportcontrol/Printing.h"
 
 #include "platform/report/Report.h"
+#include "platform/report/TextMeasure.h"
 
 #include <QPrinter>
 #include <QPrinterInfo>
 
-namespace {
-constexpr double twipsPerPoint = 20;
-}
-
 void setUpPages(QPrinter &printer, const Report &report)
 {
-    const QSizeF points = report.pageSize() / twipsPerPoint;
+    const QSizeF points = report.pageSize() / TextMeasure::twipsPerPoint;
     const bool landscape = points.width() > points.height();
     const QPageSize paper(landscape ? points.transposed() : points, QPageSize::Point, {}, QPageSize::FuzzyMatch);
     printer.setFullPage(true);

@@ -2,12 +2,6 @@
 
 #include <cmath>
 
-namespace {
-
-constexpr int shortDateLength = 10;
-
-}
-
 QString Format::shortDate(const QString &stored) { return stored.left(shortDateLength); }
 
 QString Format::generalDate(const QDateTime &when) { return when.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")); }

@@ -8,6 +8,8 @@
 /// hh:mm:ss"; an empty one gives "".
 namespace Format {
 
+/// Characters of a short date, with which a stored date and time begins.
+inline constexpr int shortDateLength = 10;
 /// "2026-03-04", the one short date form: text order is time order.
 QString shortDate(const QString &stored);
 /// "2026-03-04 13:05:09": the default text form of a date and time, which statements put between

@@ -2,7 +2,7 @@
 
 #include "platform/engine/EngineError.h"
 #include "platform/engine/dialect/SqlText.h"
-#include "platform/text/Numbers.h"
+#include "platform/text/Format.h"
 
 #include <algorithm>
 #include <map>
@@ -14,7 +14,6 @@ namespace {
 constexpr qsizetype maximumRepeated = 100'000;
 // The engine below takes no more arguments to a function.
 constexpr qsizetype maximumArguments = 100;
-constexpr qsizetype shortDateLength = 10;
 
 const QString collate = QStringLiteral(" COLLATE ") + QLatin1String(names::collation);
 
@@ -27,11 +26,6 @@ bool isNumber(ValueKind kind)
 {
     return kind == ValueKind::Long || kind == ValueKind::Number || kind == ValueKind::Currency
         || kind == ValueKind::YesNo;
-}
-
-[[noreturn]] void typeMismatch()
-{
-    throw EngineError(EngineError::typeMismatch, QStringLiteral("Data type mismatch in criteria expression."));
 }
 
 QString negatedIf(bool negated, const QString &sql) { return negated ? QLatin1String("(NOT ") + sql + u')' : sql; }
@@ -196,7 +190,7 @@ Written ExpressionWriter::literal(const Expression &expression, const Parameter 
 QString ExpressionWriter::inlineLiteral(const Expression &expression, const Parameter &use) const
 {
     if (expression.kind == Expression::Date)
-        return quotedText(use.shortDate ? expression.text.left(shortDateLength) : expression.text);
+        return quotedText(use.shortDate ? Format::shortDate(expression.text) : expression.text);
     if (expression.kind == Expression::Text && use.storedAs == ValueKind::Unknown)
         return quotedText(expression.text);
     if (expression.kind == Expression::Text)
@@ -257,7 +251,7 @@ QString ExpressionWriter::condition(const Expression &expression)
     default: {
         const Written written = value(expression);
         if (written.kind == ValueKind::Text)
-            typeMismatch();
+            throw EngineError::of(EngineError::typeMismatch);
         return u'(' + written.sql + QLatin1String(" <> 0)");
     }
     }
@@ -281,7 +275,7 @@ Written ExpressionWriter::comparedValue(const Expression &operand, ValueKind oth
         const bool isDay = operand.wholeDay && other == ValueKind::Date;
         use.shortDate = shortDates || isDay;
         if (!shortDates && (other == ValueKind::Text || isNumber(other)))
-            typeMismatch();
+            throw EngineError::of(EngineError::typeMismatch);
         const Written written = literal(operand, use);
         return isDay ? Written{written.sql, ValueKind::Date, true} : written;
     }
@@ -292,7 +286,7 @@ Written ExpressionWriter::comparedValue(const Expression &operand, ValueKind oth
         return literal(operand, use);
     }
     if (other == ValueKind::Date)
-        typeMismatch();
+        throw EngineError::of(EngineError::typeMismatch);
     return literal(operand, use);
 }
 
@@ -322,7 +316,7 @@ QString ExpressionWriter::taken(const Written &value, Way way)
     if (way == Way::ByNumber && value.kind == ValueKind::Text)
         return call(names::number, {value.sql});
     if (way == Way::ByDay && !value.isDay)
-        return QStringLiteral("substr(%1, 1, %2)").arg(value.sql).arg(shortDateLength);
+        return QStringLiteral("substr(%1, 1, %2)").arg(value.sql).arg(Format::shortDateLength);
     return value.sql;
 }
 
@@ -346,7 +340,7 @@ QString ExpressionWriter::between(const Expression &expression)
 {
     const std::vector<Written> values = comparedValues(expression);
     if (values[0].sql.size() + values[1].sql.size() + values[2].sql.size() > maximumRepeated)
-        throw EngineError(EngineError::tooComplex, QStringLiteral("Query is too complex."));
+        throw EngineError::of(EngineError::tooComplex);
     const Way way = std::max(
         {wayBetween(values[0], values[1]), wayBetween(values[0], values[2]), wayBetween(values[1], values[2])});
     // The bounds may stand in either order.
@@ -439,7 +433,7 @@ Written ExpressionWriter::number(const Expression &expression)
 {
     Written written = value(expression);
     if (written.kind == ValueKind::Date)
-        typeMismatch();
+        throw EngineError::of(EngineError::typeMismatch);
     if (written.kind == ValueKind::Text)
         return {call(names::stored, {written.sql, QString::number(int(ValueKind::Number))}), ValueKind::Number};
     return written;

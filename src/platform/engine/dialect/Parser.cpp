@@ -150,10 +150,6 @@ private:
                               .arg(QLatin1String(what), rest.first(std::min(rest.size(), quotedLength))));
     }
     [[noreturn]] void missingOperator() const { failInExpression("Syntax error (missing operator)"); }
-    [[noreturn]] static void tooComplex()
-    {
-        throw EngineError(EngineError::tooComplex, QStringLiteral("Query is too complex."));
-    }
 
     /// Counts how deep brackets lie within one another, for as long as it lives.
     class Nesting
@@ -162,7 +158,7 @@ private:
         explicit Nesting(int &depth) : m_depth(depth)
         {
             if (m_depth >= maximumNesting)
-                tooComplex();
+                throw EngineError::of(EngineError::tooComplex);
             ++m_depth;
         }
         ~Nesting() { --m_depth; }
@@ -278,7 +274,7 @@ private:
         }
         // More tables than the engine below joins; the tree of joins stays shallow as well.
         if (++m_tables > 64)
-            tooComplex();
+            throw EngineError::of(EngineError::tooComplex);
         auto table = std::make_unique<Source>();
         table->table = name();
         if (takeWord(u"AS") || atName())
@@ -353,7 +349,7 @@ private:
     {
         expression.depth = std::max(expression.depth, operand->depth + 1);
         if (expression.depth > maximumDepth)
-            tooComplex();
+            throw EngineError::of(EngineError::tooComplex);
         expression.operands.push_back(std::move(operand));
     }
     template<typename... Operands>
