@@ -23,14 +23,11 @@ private slots:
     void wrongUsageExitsWithTwo_data()
     {
         columns<QStringList, QString>("arguments", "words");
-        row("nothing", QStringList{}, "A command is missing.");
         row("unknown command", QStringList{"destroy"}, "There is no command 'destroy'.");
         row("missing operand", QStringList{"sql", "crib.mdb"}, "sql takes FILE, STATEMENT; given: 1.");
         row("operand too many", QStringList{"create", "new.mdb", "other.mdb"}, "create takes FILE; given: 2.");
         row("unknown option", QStringList{"check", "crib.mdb", "--repair"}, "repair");
-        row("unknown scale", QStringList{"sample", "new.mdb", "--scale", "huge"}, "huge");
         row("unknown kind of output", QStringList{"report", "crib.mdb", "Tools.rpt", "", "out.txt"}, "out.txt");
-        row("option without its value", QStringList{"sample", "new.mdb", "--scale"}, "scale");
         row("no module", QStringList{"template", "Tools.rpt", "crib.mdb"}, "--module is missing");
     }
 
@@ -63,34 +60,13 @@ private slots:
         }
     }
 
-    void existingFilesAreRefused_data()
-    {
-        columns<QStringList>("arguments");
-        row("create", QStringList{"create"});
-        row("sample", QStringList{"sample"});
-        row("backup", QStringList{"backup", path("crib.mdb")});
-    }
-
-    void existingFilesAreRefused()
-    {
-        QFETCH(QStringList, arguments);
-        const QString kept = path("kept.txt");
-        writeFile(kept, "kept");
-        if (arguments.size() == 2)
-            arguments[1] = path("crib.mdb");
-
-        const AdminRun run(arguments + QStringList{kept});
-        QCOMPARE(run.status, 1);
-        QCOMPARE(run.errors, "error 3204: '" + kept + "' already exists.\n");
-        QCOMPARE(contentOf(kept), "kept");
-        QCOMPARE(files(), (QStringList{"crib.mdb", "kept.txt"}));
-    }
-
     void failureLeavesNoHalfFile_data()
     {
         columns<QStringList>("arguments");
+        row("create over a file", QStringList{"create", "text.mdb"});
+        row("sample over a file", QStringList{"sample", "text.mdb"});
+        row("backup over a file", QStringList{"backup", "crib.mdb", "text.mdb"});
         row("create in a missing folder", QStringList{"create", "absent/new.mdb"});
-        row("sample in a missing folder", QStringList{"sample", "absent/new.mdb"});
         row("backup to a missing folder", QStringList{"backup", "crib.mdb", "absent/new.mdb"});
         row("backup of a file that is no database", QStringList{"backup", "text.mdb", "new.mdb"});
         row("backup of nothing", QStringList{"backup", "nothing.mdb", "new.mdb"});
@@ -107,6 +83,7 @@ private slots:
         QCOMPARE(run.status, 1);
         QVERIFY2(run.errors.startsWith("error 3"), qPrintable(run.errors));
         QCOMPARE(files(), (QStringList{"crib.mdb", "text.mdb"}));
+        QCOMPARE(contentOf(path("text.mdb")), QByteArray(5000, 'x'));
     }
 
     void selectIsPrintedAsCsv()
@@ -118,59 +95,7 @@ private slots:
         QCOMPARE(sql(" select ID, Description as [the name] from Types order by ID").out,
                  "ID,the name\r\n1,\"Drills, \"\"long\"\"\"\r\n2,\"two\nlines\"\r\n3,Jäger's\r\n");
 
-        sql("INSERT INTO Locations (Description) VALUES ('Hall')");
-        sql("INSERT INTO Tools (Type,Location,Description,PricePer,Out) VALUES (1,1,'Tap',12.5,true)");
-        sql("INSERT INTO CheckOutIn (Tool_Id,DateOut,Active) VALUES (1,#3/4/2026 13:05:09#,true)");
-        QCOMPARE(sql("SELECT Description, PricePer, Out, Manufacturer FROM Tools").out,
-                 "Description,PricePer,Out,Manufacturer\r\nTap,12.5,-1,\r\n");
-        QCOMPARE(sql("SELECT DateOut, DateIn FROM CheckOutIn").out, "DateOut,DateIn\r\n2026-03-04 13:05:09,\r\n");
         QCOMPARE(sql("SELECT * FROM Job").out, "JobNo,Shipped\r\n");
-    }
-
-    void actionTellsItsRows()
-    {
-        const AdminRun run({"sql", path("crib.mdb"), "UPDATE LineItemType SET Code = Code"});
-        QCOMPARE(run.out, "2 rows affected\n");
-        QCOMPARE(run.status, 0);
-    }
-
-    void errorsBearTheirNumber_data()
-    {
-        columns<QString, QString, int>("file", "statement", "number");
-        row("no file", "none.mdb", "SELECT * FROM Types", int(EngineError::fileNotFound));
-        row("no table", "crib.mdb", "SELECT * FROM Nothing", int(EngineError::unknownTable));
-        row("no column", "crib.mdb", "SELECT Nothing FROM Types", int(EngineError::unknownColumn));
-        row("second statement", "crib.mdb", "DELETE FROM Types; DELETE FROM Tools",
-            int(EngineError::textAfterStatement));
-    }
-
-    void errorsBearTheirNumber()
-    {
-        QFETCH(QString, file);
-        QFETCH(QString, statement);
-        QFETCH(int, number);
-        const AdminRun run({"sql", path(file), statement});
-        QCOMPARE(run.status, 1);
-        QCOMPARE(run.out, "");
-        QVERIFY2(run.errors.startsWith(QString("error %1: ").arg(number)) && run.errors.endsWith(".\n"),
-                 qPrintable(run.errors));
-    }
-
-    void backupIsConsistentWhileAnotherWrites()
-    {
-        const auto writer = Workspace::first().openDatabase(path("crib.mdb"));
-        writer->execute("INSERT INTO Types (Description) VALUES ('Drills')");
-        {
-            Transaction transaction(*writer);
-            writer->execute("INSERT INTO Types (Description) VALUES ('Taps')");
-            const AdminRun run({"backup", path("crib.mdb"), path("copy.mdb")});
-            QCOMPARE(run.errors, "");
-            QCOMPARE(run.status, 0);
-            transaction.commit();
-        }
-        QCOMPARE(AdminRun({"sql", path("copy.mdb"), "SELECT Description FROM Types"}).out, "Description\r\nDrills\r\n");
-        QCOMPARE(writer->openRecordset("SELECT * FROM Types").recordCount(), 2);
-        QCOMPARE(AdminRun({"check", path("copy.mdb")}).out, "No faults found.\n");
     }
 
     void programRunsByItself()

@@ -163,8 +163,7 @@ private slots:
 
     void nothingIsLostWhenTheFileCannotBeWritten()
     {
-        QFETCH(bool, locked);
-        QFETCH(int, operation);
+        const auto [locked, operation] = fetched<bool, int>("locked", "operation");
         CribLife life(7);
         AgreeableUser user;
         Session::database().executeNative("PRAGMA synchronous=OFF");

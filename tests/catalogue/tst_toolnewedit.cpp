@@ -47,8 +47,7 @@ private slots:
 
     void presetsTheFolderOfTheTree()
     {
-        QFETCH(bool, fromType);
-        QFETCH(bool, fromLocation);
+        const auto [fromType, fromLocation] = fetched<bool, bool>("fromType", "fromLocation");
         whenModal<frmToolNewEdit>([&](frmToolNewEdit &form) {
             QCOMPARE(form.windowTitle(), "New Tool");
             QTEST(folders(form), "preset");
@@ -75,9 +74,8 @@ private slots:
 
     void refusesInThisOrder()
     {
-        QFETCH(QString, location);
-        QFETCH(QString, type);
-        QFETCH(int, manufacturerLength);
+        const auto [location, type, manufacturerLength] =
+            fetched<QString, QString, int>("location", "type", "manufacturerLength");
         ScriptedUser user(QMessageBox::Ok);
         whenModal<frmToolNewEdit>([&](frmToolNewEdit &form) {
             form.ui.txtLocation->setText(location);
@@ -107,9 +105,7 @@ private slots:
 
     void addsAsManyToolsAsAsked()
     {
-        QFETCH(QString, quantity);
-        QFETCH(int, added);
-        QFETCH(QString, message);
+        const auto [quantity, added, message] = fetched<QString, int, QString>("quantity", "added", "message");
         ScriptedUser user(QMessageBox::Ok, message.isEmpty() ? 0 : 1);
         const bool refused = message.startsWith("Unable");
         whenModal<frmToolNewEdit>([&](frmToolNewEdit &form) {
@@ -259,24 +255,6 @@ private slots:
         startNew();
     }
 
-    void forbiddenCharactersAreNotTypedButMayBePasted()
-    {
-        whenModal<frmToolNewEdit>([](frmToolNewEdit &form) {
-            QTest::mouseClick(form.ui.cmdTreeLoc, Qt::LeftButton);
-            for (QWidget *box :
-                 std::initializer_list<QWidget *>{form.ui.cboMan, form.ui.txtPartNumber, form.ui.txtDescription})
-                QTest::keyClicks(box, "a|b'c\\d\"e");
-            QCOMPARE(form.ui.cboMan->currentText(), "abcde");
-            QCOMPARE(form.ui.txtPartNumber->text(), "abcde");
-            QCOMPARE(form.ui.txtDescription->text(), "abcde");
-            QApplication::clipboard()->setText("'s 1/2\" wrench\\");
-            QTest::keyClick(form.ui.txtDescription, Qt::Key_V, Qt::ControlModifier);
-            QTest::mouseClick(form.ui.cmdOK, Qt::LeftButton);
-        });
-        QVERIFY(startNew());
-        QCOMPARE(tools(), QStringList("2|abcde|abcde|abcde's 1/2\" wrench\\|0|0|1"));
-    }
-
     void pricesAreReadAlikeOnEveryDesktop_data()
     {
         columns<QString, QString, QString>("typed", "understood", "price");
@@ -314,8 +292,7 @@ private slots:
 
     void othersWereFaster()
     {
-        QFETCH(QString, meanwhile);
-        QFETCH(QString, message);
+        const auto [meanwhile, message] = fetched<QString, QString>("meanwhile", "message");
         crib->insert("Tools (Type,Location,Description,PricePer)", {"2,1,'Wrench',5"});
         ScriptedUser user(QMessageBox::Ok);
         whenModal<frmToolNewEdit>([&](frmToolNewEdit &form) {
@@ -328,11 +305,6 @@ private slots:
         QCOMPARE(user.texts(), QStringList("Unable to save data.\n\nError: " + message));
         QVERIFY(!tools().join("").contains("Hammer"));
         QCOMPARE(explorer->calls, QStringList("list node"));
-    }
-
-    void saysWhenTheToolIsGone()
-    {
-        QVERIFY_EXCEPTION_THROWN(frmToolNewEdit::Startup("Edit", true, false, 5, 2, 1, {}, {}), EngineError);
     }
 
 private:

@@ -24,15 +24,6 @@ private slots:
         ProgramFolder::setPath({});
     }
 
-    void opensTheFileBesideTheProgram()
-    {
-        QCOMPARE(Session::DbPath(), m_folder->path() + "\\dorvak.mdb");
-        QVERIFY(QFile::exists(m_folder->filePath("dorvak.mdb")));
-        Session::open();
-        QCOMPARE(execute("INSERT INTO Types (Description) VALUES ('Drills')"), 1);
-        QCOMPARE(openRecordset("Select * from Types").text(u"Description"), "Drills");
-    }
-
     void missingFileLeavesNoSession()
     {
         Session::open();

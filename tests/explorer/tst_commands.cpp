@@ -3,8 +3,6 @@
 #include "tests/support/CribExplorer.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
-#include "transactions/frmScrap.h"
-#include "transactions/frmScrapRestore.h"
 
 /// The explorer's commands: what each says, opens and deletes.
 class TestCommands : public QObject
@@ -63,11 +61,8 @@ private slots:
 
     void refusals()
     {
-        QFETCH(QString, button);
-        QFETCH(int, option);
-        QFETCH(QString, node);
-        QFETCH(QString, item);
-        QFETCH(QString, message);
+        const auto [button, option, node, item, message] =
+            fetched<QString, int, QString, QString, QString>("button", "option", "node", "item", "message");
         m_crib->goTo(option, node, item.isEmpty() ? QStringList() : QStringList(item));
         ScriptedUser user(QMessageBox::Ok);
         QTest::mouseClick(explorer().findChild<QPushButton *>(button), Qt::LeftButton);
@@ -100,10 +95,8 @@ private slots:
 
     void newToolLandsWhereItShould()
     {
-        QFETCH(int, option);
-        QFETCH(QString, node);
-        QFETCH(QString, item);
-        QFETCH(QString, preset);
+        const auto [option, node, item, preset] =
+            fetched<int, QString, QString, QString>("option", "node", "item", "preset");
         m_crib->goTo(option, node, item.isEmpty() ? QStringList() : QStringList(item));
         ScriptedUser user;
         if (preset.isEmpty()) {
@@ -185,12 +178,9 @@ private slots:
 
     void deletions()
     {
-        QFETCH(int, option);
-        QFETCH(QString, node);
-        QFETCH(QStringList, items);
-        QFETCH(QString, question);
-        QFETCH(bool, agrees);
-        QFETCH(QString, left);
+        const auto [option, node, items, question, agrees, left] =
+            fetched<int, QString, QStringList, QString, bool, QString>("option", "node", "items", "question", "agrees",
+                                                                       "left");
         m_crib->goTo(option, node, items);
         ScriptedUser user(agrees ? QMessageBox::Yes : QMessageBox::No);
         explorer().ui.cmdDelete->click();
@@ -224,10 +214,8 @@ private slots:
 
     void whatOthersDoMeanwhileHolds()
     {
-        QFETCH(QStringList, items);
-        QFETCH(QString, target);
-        QFETCH(QString, others);
-        QFETCH(QString, message);
+        const auto [items, target, others, message] =
+            fetched<QStringList, QString, QString, QString>("items", "target", "others", "message");
         m_crib->goTo(0, "l2", items);
         const auto everything = [this] {
             return m_crib->rows("Select ID,Type,Out from Tools") + m_crib->rows("Select ID,Parent from Types");
@@ -297,18 +285,6 @@ private slots:
         QCOMPARE(explorer().ui.lblSelected->text(), "1 of 2 selected");
     }
 
-    void deletingKeepsThePlace()
-    {
-        m_crib->goTo(0, "l2", {"r1"});
-        ScriptedUser user(QMessageBox::Yes, 2);
-        explorer().ui.cmdDelete->click();
-        QCOMPARE(explorer().selectedItem()->key, "r2"); // the next one
-        m_crib->goTo(0, "l4");
-        explorer().ui.cmdDelete->click();
-        QCOMPARE(m_crib->tree()->selectedNode()->key, "l2"); // the one above
-        QCOMPARE(m_crib->keys(), QStringList({"r2", "co3"}));
-    }
-
     void purgeAsksOnce()
     {
         m_crib->goTo(3, "C1250", {"j16384", "j16385"});
@@ -320,31 +296,6 @@ private slots:
         QCOMPARE(m_crib->rows("Select Count(*) from Scrap"), QStringList("0"));
         QCOMPARE(m_crib->rows("Select Count(*) from CheckOutIn where Tool_Id=70"), QStringList("0"));
         QCOMPARE(m_crib->tree()->nodes().root()->children.size(), size_t(0)); // nothing is scrapped any more
-    }
-
-    // From the crib to the scrap and back, as menus and buttons lead.
-    void scrapAndRestore()
-    {
-        ProgramState::SuiteInstalled = true;
-        m_crib->goTo(0, "l3", {"r4"});
-        whenModal<frmScrap>([](frmScrap &form) {
-            form.ui.dbcEmp->setText("BAKER TOM");
-            form.ui.dbcJobType->setText("Job");
-            form.ui.dbcJob->setText("12500");
-            form.ui.dbcScrapReason->setText("Broken");
-            form.ui.cmdOK->click();
-        });
-        explorer().cmdScrapTool_Click();
-        QCOMPARE(m_crib->rows("Select ToolID,JobOrOH from Scrap where ID=16386"), QStringList("4|12500"));
-
-        m_crib->goTo(3, "C12500", {"j16386"});
-        ScriptedUser user(QMessageBox::Ok);
-        whenModal<frmScrapRestore>([](frmScrapRestore &form) { form.ui.cmdRestore->click(); });
-        explorer().ui.cmdRestoreScrap->click();
-        QCOMPARE(user.texts(), QStringList("Tool was successfully restored"));
-        QCOMPARE(m_crib->rows("Select ID,Type,Out from Tools where ID=4"), QStringList("4|3|0"));
-        QVERIFY(!m_crib->node("C12500"));
-        ProgramState::SuiteInstalled = false;
     }
 
     void aFailedViewLeavesNothingOfTheOneBefore()

@@ -2,26 +2,8 @@
 #include "tests/support/CribExplorer.h"
 #include "tests/support/DataRows.h"
 
-#include <QElapsedTimer>
 #include <QStatusBar>
 #include <QtTest>
-
-namespace {
-
-/// Counts how often a widget is painted.
-class Paints : public QObject
-{
-public:
-    explicit Paints(QWidget *widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint;
-        return false;
-    }
-    int count = 0;
-};
-
-}
 
 /// What the explorer asks of the engine and of the screen, which decides how fast it is with a large crib.
 class TestCost : public QObject
@@ -41,16 +23,6 @@ private slots:
     }
 
     void cleanup() { m_crib.reset(); }
-
-    void addingReadsNoTable()
-    {
-        const qint64 before = counters().rowsFetched;
-        Recordset loans = openRecordset("Select * from checkoutin");
-        loans.addNew();
-        loans.setField(u"Tool_Id", 1);
-        loans.update();
-        QCOMPARE(counters().rowsFetched, before);
-    }
 
     void indexesAreUsed_data()
     {
@@ -73,34 +45,6 @@ private slots:
         for (const QString &statement : statements)
             QVERIFY(execute(statement) > 0);
         QCOMPARE(counters().fullScanSteps, before);
-    }
-
-    void aListIsPaintedOnce()
-    {
-        const Paints list(m_crib->list()->viewport());
-        m_crib->go("l2");
-        QCOMPARE(explorer().itemCount(), tools);
-        QCOMPARE(list.count, 0);
-        QTRY_VERIFY(list.count > 0);
-        QCoreApplication::processEvents();
-        QCOMPARE(list.count, 1);
-    }
-
-    void aSearchPaintsNowAndThen()
-    {
-        explorer().ui.cmdFind->click();
-        frmFind &find = frmFind::instance();
-        find.ui.txtFind->setText("Wrench*");
-        QCoreApplication::processEvents();
-        const Paints list(find.ui.lstFind->viewport()), status(find.ui.sbr1);
-        QElapsedTimer timer;
-        timer.start();
-        find.ui.cmdStart->click();
-        QCOMPARE(find.ui.lstFind->model()->rowCount(), tools + 1);
-        // At the start, at the end, and every 33 ms in between.
-        const int most = int(timer.elapsed() / 33) + 3;
-        QVERIFY2(list.count <= most, qPrintable(QString::number(list.count)));
-        QVERIFY2(status.count <= most, qPrintable(QString::number(status.count)));
     }
 
     void folderPathsAreReadOnce()
@@ -126,14 +70,6 @@ private slots:
         m_crib->run({"DELETE FROM Tools"});
         QTest::keyClick(m_crib->list(), Qt::Key_Up);
         QTRY_VERIFY2(status->text().contains("gone meanwhile"), qPrintable(status->text()));
-    }
-
-    void nothingIsAskedWhileIdle()
-    {
-        const qint64 before = counters().run;
-        for (int i = 0; i < 20; ++i)
-            QCoreApplication::processEvents();
-        QCOMPARE(counters().run, before);
     }
 
 private:

@@ -51,8 +51,7 @@ private slots:
 
     void findsInEachView()
     {
-        QFETCH(QString, mode);
-        QFETCH(QString, text);
+        const auto [mode, text] = fetched<QString, QString>("mode", "text");
         QTEST(found(mode, text), "hits");
     }
 
@@ -88,16 +87,6 @@ private slots:
         QVERIFY(problem.startsWith("Error: Unable to delete Types data.\r\nError: "));
         QCOMPARE(m_crib->rows("Select ID from Tools"), QStringList({"1", "2"}));
         QCOMPARE(m_crib->rows("Select Tool_Id from CheckOutIn"), QStringList("2"));
-    }
-
-    void blanksAreNoText()
-    {
-        frmFind &find = openFind("   ");
-        ScriptedUser user(QMessageBox::Ok);
-        find.ui.cmdStart->click();
-        QCOMPARE(user.texts(), QStringList("Please enter the text to find."));
-        QVERIFY(find.ui.cmdStart->isEnabled());
-        QVERIFY(!find.ui.cmdStop->isEnabled());
     }
 
     void stopKeepsWhatWasFound()
@@ -137,8 +126,7 @@ private slots:
 
     void goToLeadsToTheHit()
     {
-        QFETCH(int, option);
-        QFETCH(QString, text);
+        const auto [option, text] = fetched<int, QString>("option", "text");
         m_crib->view(option);
         frmFind &find = openFind(text);
         find.ui.cmdStart->click();

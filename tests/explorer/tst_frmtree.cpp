@@ -38,24 +38,6 @@ private slots:
 
     void cleanup() { m_crib.reset(); }
 
-    void startsInTypeView()
-    {
-        QCOMPARE(m_crib->frame.progress, QStringList({"5Loading Data from database...", "40", "100"}));
-        QCOMPARE(explorer().TreeMode(), "type");
-        QCOMPARE(m_crib->tree()->selectedNode(), m_crib->node("x0"));
-        QVERIFY(m_crib->tree()->isExpanded(m_crib->tree()->currentIndex()));
-        QCOMPARE(explorer().ui.lblList->text(), "Contents of 'Tools'");
-        QCOMPARE(m_crib->listLines(), QStringList({"t4|3|\u00c4xte", "t3|3|Drills", "t1|3|Wrenches"}));
-
-        m_crib->view(1);
-        explorer().Startup(false); // it is open already
-        QCOMPARE(explorer().TreeMode(), "location");
-
-        QSignalSpy unloads(&explorer(), &frmTree::FormUnload);
-        explorer().close();
-        QCOMPARE(unloads.count(), 1);
-    }
-
     void treesOfTheFourViews_data()
     {
         columns<int, QString, QStringList>("option", "title", "nodes");
@@ -100,8 +82,7 @@ private slots:
 
     void listsOfTheFourViews()
     {
-        QFETCH(int, option);
-        QFETCH(QString, node);
+        const auto [option, node] = fetched<int, QString>("option", "node");
         m_crib->view(option);
         m_crib->go(node);
         QStringList lines = m_crib->listLines();
@@ -129,18 +110,6 @@ private slots:
         }
     }
 
-    void apostropheBreaksTheCheckedOutList()
-    {
-        m_crib->run({"UPDATE Tools SET Description='Miller''s torque wrench' WHERE ID=3"});
-        m_crib->view(2);
-        ScriptedUser user(QMessageBox::Ok);
-        for (const auto &child : m_crib->node("x0")->children)
-            if (child->text.startsWith("Miller"))
-                m_crib->go(child->key);
-        QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
-        QVERIFY(!QApplication::overrideCursor());
-    }
-
     // The suite, or a program that was cut off, may have written any of these.
     void recordsThatFitNowhereHideNoOther()
     {
@@ -161,15 +130,6 @@ private slots:
         QCOMPARE(user.texts().last(), "Element not found");
         m_crib->go("l5");
         QCOMPARE(m_crib->keys(), QStringList("l11"));
-    }
-
-    void kindsAreReadAnewWhenOpened()
-    {
-        m_crib->view(3);
-        m_crib->run({"DELETE FROM Scrap WHERE JobOrOH=900",
-                     "INSERT INTO Scrap (Description,JobOrOH,LineItemTypeId) VALUES('Drill 9',7001,4)"});
-        m_crib->tree()->expandNode(m_crib->node("l4"));
-        QCOMPARE(m_crib->treeLines(m_crib->node("l4")), QStringList({"l4 Job", ".C1250 1250", ".C7001 7001"}));
     }
 
     void headingsSort()
@@ -204,9 +164,7 @@ private slots:
 
     void popUps()
     {
-        QFETCH(int, option);
-        QFETCH(QString, node);
-        QFETCH(QString, item);
+        const auto [option, node, item] = fetched<int, QString, QString>("option", "node", "item");
         m_crib->goTo(option, node);
         const QStringList before = m_crib->listLines();
         QWidget *place = m_crib->tree()->viewport();
@@ -235,9 +193,7 @@ private slots:
 
     void doubleClickFollows()
     {
-        QFETCH(int, option);
-        QFETCH(QString, from);
-        QFETCH(QString, item);
+        const auto [option, from, item] = fetched<int, QString, QString>("option", "from", "item");
         m_crib->goTo(option, from, {item});
         emit m_crib->list()->itemOpened();
         QTEST(m_crib->tree()->selectedNode()->key, "to");
@@ -267,11 +223,8 @@ private slots:
 
     void listMoves()
     {
-        QFETCH(int, option);
-        QFETCH(QString, from);
-        QFETCH(QStringList, items);
-        QFETCH(QString, to);
-        QFETCH(QStringList, messages);
+        const auto [option, from, items, to, messages] =
+            fetched<int, QString, QStringList, QString, QStringList>("option", "from", "items", "to", "messages");
         m_crib->goTo(option, from, items);
         m_crib->list()->DragArmed = true;
         ScriptedUser user;
@@ -325,9 +278,8 @@ private slots:
 
     void nodeMoves()
     {
-        QFETCH(QString, dragged);
-        QFETCH(QString, target);
-        QFETCH(QStringList, messages);
+        const auto [dragged, target, messages] =
+            fetched<QString, QString, QStringList>("dragged", "target", "messages");
         ScriptedUser user;
         if (!messages.isEmpty())
             user.answers(QMessageBox::Yes);

@@ -59,10 +59,8 @@ private slots:
 
     void picks()
     {
-        QFETCH(QString, mode);
-        QFETCH(QList<int>, keys);
-        QFETCH(bool, refused);
-        QFETCH(QString, path);
+        const auto [mode, keys, refused, path] =
+            fetched<QString, QList<int>, bool, QString>("mode", "keys", "refused", "path");
         ScriptedUser user;
         if (refused)
             user.answers(QMessageBox::Ok);
@@ -85,47 +83,6 @@ private slots:
         }
     }
 
-    void foldersWithoutSubFoldersCannotBeExpanded()
-    {
-        frmTreeSelect form("type", nullptr);
-        const QTreeView *tree = form.ui.tvMain;
-        QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches"}));
-        QVERIFY(!tree->model()->hasChildren(node(tree, "Drills")));
-        QVERIFY(tree->model()->hasChildren(node(tree, "Wrenches")));
-    }
-
-    void branchesAreReadOnce()
-    {
-        frmTreeSelect form("type", nullptr);
-        QTreeView *tree = form.ui.tvMain;
-        const auto statements = [] { return Session::database().counters().run; };
-        QVERIFY(!node(tree, "Torque wrenches").isValid());
-
-        const qint64 before = statements();
-        tree->expand(node(tree, "Wrenches"));
-        QCOMPARE(shown(tree), QStringList({"Vorlane", "Drills", "Wrenches", "Torque wrenches"}));
-        // The children, and whether their one folder has any.
-        QCOMPARE(statements() - before, 2);
-        QVERIFY(!node(tree, "Digital").isValid());
-
-        tree->collapse(node(tree, "Wrenches"));
-        tree->expand(node(tree, "Wrenches"));
-        QCOMPARE(statements() - before, 2);
-        QCOMPARE(shown(tree).last(), "Torque wrenches");
-    }
-
-    void folderMayBeCalledLikeThePlaceholder()
-    {
-        crib->run({"INSERT INTO Locations (Description,Parent) VALUES('garbage',1)"});
-        frmTreeSelect form("location", nullptr);
-        QTreeView *tree = form.ui.tvMain;
-        tree->expand(node(tree, "Cabinet A"));
-        tree->setCurrentIndex(node(tree, "garbage"));
-        QTest::mouseClick(form.ui.cmdOK, Qt::LeftButton);
-        QCOMPARE(form.ui.txtDir->text(), "Vorlane\\Cabinet A\\garbage");
-        QCOMPARE(form.ui.txtId->text(), "4");
-    }
-
     void folderThatMovedMeanwhileIsShownWhereItIs()
     {
         frmTreeSelect form("type", nullptr);
@@ -133,20 +90,6 @@ private slots:
         crib->run({"Update Types set Parent=1 where Description='Drills'"});
         tree->expand(node(tree, "Wrenches"));
         QCOMPARE(shown(tree), QStringList({"Vorlane", "Wrenches", "Drills", "Torque wrenches"}));
-    }
-
-    void unreadableBranchStaysClosed()
-    {
-        frmTreeSelect form("type", nullptr);
-        QTreeView *tree = form.ui.tvMain;
-        Session::close();
-        ScriptedUser user(QMessageBox::Ok);
-
-        tree->expand(node(tree, "Wrenches"));
-
-        QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
-        QVERIFY(!tree->isExpanded(node(tree, "Wrenches")));
-        QVERIFY(tree->model()->hasChildren(node(tree, "Wrenches")));
     }
 
 private:

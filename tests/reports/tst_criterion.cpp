@@ -67,9 +67,7 @@ private slots:
 
     void condition()
     {
-        QFETCH(const QueryKind *, form);
-        QFETCH(QString, caption);
-        QFETCH(Entry, entry);
+        const auto [form, caption, entry] = fetched<const QueryKind *, QString, Entry>("form", "caption", "entry");
         const Condition built = conditionOf(criterion(*form, caption), entry);
         QTEST(built.statement, "statement");
         QTEST(built.formula, "formula");
@@ -86,9 +84,7 @@ private slots:
 
     void refused()
     {
-        QFETCH(const QueryKind *, form);
-        QFETCH(QString, caption);
-        QFETCH(QString, shown);
+        const auto [form, caption, shown] = fetched<const QueryKind *, QString, QString>("form", "caption", "shown");
         QVERIFY_EXCEPTION_THROWN(conditionOf(criterion(*form, caption), {.shown = {shown}}), std::exception);
     }
 

@@ -73,9 +73,7 @@ private slots:
 
     void statementAndFormula()
     {
-        QFETCH(const QueryKind *, form);
-        QFETCH(QStringList, templates);
-        QFETCH(QString, id);
+        const auto [form, templates, id] = fetched<const QueryKind *, QStringList, QString>("form", "templates", "id");
         int found = 0;
         for (int round = 0; round < 300; ++round) {
             QString where, formula;
@@ -151,7 +149,7 @@ private:
     static QStringList printed(const QString &file, const QString &id, const QString &formula)
     {
         Template report = TemplateReader::readFile(PROGRAM_DATA "/templates/" + file);
-        const int field = report.fields.add(Field::fromName(id));
+        const int field = report.fields.add(id, 0);
         Formula selection = Formula::parse(formula, report.fields);
         const Records records = DataSource(Session::database(), report, selection).read([](double) {});
         QStringList ids;

@@ -57,9 +57,7 @@ private slots:
         damaged.replace(100, 400, QByteArray(400, 'x'));
 
         row("an empty file", QByteArray(), unrecognized);
-        row("one byte", QByteArray("x"), unrecognized);
         row("a text", QByteArray("Tools\r\n1;Drill\r\n").repeated(500), unrecognized);
-        row("a picture's beginning", QByteArray("\x89PNG\r\n\x1a\n", 8) + QByteArray(5000, '\0'), unrecognized);
         row("damaged where its tables are listed", damaged, damagedFile);
         row("cut off", cut, damagedFile);
     }
@@ -72,33 +70,14 @@ private slots:
         QCOMPARE(contentOf(path("crib.mdb")), contents);
     }
 
-    void placesWithoutAFile_data()
-    {
-        columns<QString, QString>("name", "error");
-        row("missing", "crib.mdb", "3024 Could not find file 'FOLDER/crib.mdb'.");
-        row("folder missing", "no/crib.mdb", "3024 Could not find file 'FOLDER/no/crib.mdb'.");
-        row("a folder", ".",
-            "3051 The database engine cannot open the file 'FOLDER/.'. It is not a file, or you need "
-            "permission to view its data.");
-        row("the end of a text in the name", QString("crib") + QChar(u'\0') + ".mdb",
-            QString("3024 Could not find file 'FOLDER/crib") + QChar(u'\0') + ".mdb'.");
-    }
-
     void placesWithoutAFile()
     {
-        QFETCH(QString, name);
-        create("crib");
-        QTEST(openError(name), "error");
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files), QStringList("crib"));
-    }
-
-    void unreadableFile()
-    {
-        create();
-        QVERIFY(QFile::setPermissions(path("crib.mdb"), QFile::WriteOwner));
-        if (QFileInfo(path("crib.mdb")).isReadable())
-            QSKIP("This user may read every file.");
-        QVERIFY(openError("crib.mdb").startsWith("3051 "));
+        QCOMPARE(openError("crib.mdb"), "3024 Could not find file 'FOLDER/crib.mdb'.");
+        QCOMPARE(openError("."),
+                 "3051 The database engine cannot open the file 'FOLDER/.'. It is not a file, or you need "
+                 "permission to view its data.");
+        QVERIFY(openError(QString("crib") + QChar(u'\0') + ".mdb").startsWith("3024 "));
+        QVERIFY(QDir(m_folder->path()).isEmpty());
     }
 
     void readOnlyFile()
@@ -116,28 +95,6 @@ private slots:
         types.edit();
         types.setField(u"Description", QString("x"));
         QCOMPARE(wordsOf([&] { types.update(); }), refused);
-    }
-
-    void separatorsOfOtherSystems()
-    {
-        QDir(m_folder->path()).mkdir("crib");
-        create("crib/dorvak.mdb");
-        const QString written = m_folder->path() + "\\crib\\\\dorvak.mdb";
-        const auto database = Workspace::first().openDatabase(written);
-        QCOMPARE(database->path(), written);
-        QCOMPARE(wordsOf([&] { Workspace::first().openDatabase(written + "\\x"); }),
-                 "3024 Could not find file '" + written + "\\x'.");
-    }
-
-    void otherProgramsFile()
-    {
-        OtherProgram(path("other.db"))
-            .run("CREATE TABLE a(b); CREATE TABLE c(d PRIMARY KEY, e) WITHOUT ROWID; INSERT INTO c VALUES (1, 2)");
-        const auto database = Workspace::first().openDatabase(path("other.db"));
-        QVERIFY(wordsOf([&] { database->openRecordset("Select * from Tools"); }).startsWith("3078 "));
-        Recordset rows = database->openRecordset("Select * from c");
-        QCOMPARE(rows.recordCount(), 1);
-        QVERIFY(wordsOf([&] { rows.edit(); }).startsWith("3027 "));
     }
 
     void lockedFile()

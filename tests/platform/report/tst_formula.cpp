@@ -2,8 +2,6 @@
 #include "tests/platform/report/ReportCrib.h"
 #include "tests/support/DataRows.h"
 
-#include <QElapsedTimer>
-
 namespace {
 
 FieldKind kindOf(const QString &column)
@@ -35,8 +33,6 @@ struct Bound {
     FieldList fields;
     Formula formula;
 };
-
-QString repeated(const QString &term, const QString &joint, int count) { return QStringList(count, term).join(joint); }
 
 }
 
@@ -70,39 +66,29 @@ private slots:
             QTest::addRow("%s for %s", formula, qPrintable(value.toString())) << formula << column << value << matches;
         };
         row("", "Text", "anything", true);
-        row("  ", "Text", QVariant(), true);
         row("{T.Text} = 'drill'", "Text", "DRILL", true);
         row("{T.Text} = 'stra\u00dfe'", "Text", "STRASSE", false);
         row("{T.Text} = '\u00c4XTE'", "Text", "\u00e4xte", true);
-        row("{T.Text} < 'b'", "Text", "\u00c4x", true);
         row("{T.Text} = 'O''Neil \"x\"'", "Text", "O'Neil \"x\"", true);
         row("{T.Text} = \"O'Neil \"\"x\"\"\"", "Text", "O'Neil \"x\"", true);
-        row("{T.Text} = ''", "Text", "", true);
         row("{T.Text} in 'd' to 'a'", "Text", "Bit", true);
-        row("{T.Text} in 'a' to 'b'", "Text", "Bit", false);
         row("{T.Text} IN 'a' TO 'b'", "Text", "B", true);
         row("{T.Text} = 7", "Text", "7.0", true);
         row("{T.Text} = 7", "Text", "seven", false);
-        row("{T.Text} <> 7", "Text", "seven", false);
         row("{T.Text} in 10 to 2", "Text", "9", true);
         row("{T.Text} in 10 to 2", "Text", "1009", false);
-        row("{T.Number} = 1.5", "Number", 1.5, true);
         row("{T.Number}=-1e3", "Number", -1000, true);
         row("{T.Number} in 25 to 10", "Number", 25, true);
-        row("{T.Number} in 10 to 25", "Number", 25.5, false);
         row("{T.Number} <= .5", "Number", 0.5, true);
         row("{T.Number} > 5", "Number", 5, false);
         row("{T.Number} >= 5", "Number", 5, true);
         row("{T.Flag} = true", "Flag", -1, true);
-        row("{T.Flag} = FALSE", "Flag", 0, true);
-        row("{T.Flag} <> 0", "Flag", -1, true);
         row("{T.Date} = date(2024,03,04)", "Date", "2024-03-04 23:59:59", true);
         row("{T.Date}= Date ( 2024 , 3 , 4 )", "Date", "2024-03-04 00:00:00", true);
         row("{T.Date} > date(2024,03,04)", "Date", "2024-03-04 10:00:00", false);
         row("{T.Date} > date(2024,03,04)", "Date", "2024-03-05 00:00:00", true);
         row("{T.Date} in date(2023,12,30) to date(2024,01,02)", "Date", "2024-01-02 17:30:00", true);
         row("{T.Date} in date(2024,01,02) to date(2023,12,30)", "Date", "2023-12-30 00:00:00", true);
-        row("{T.Date} in date(2023,12,30) to date(2024,01,02)", "Date", "2024-01-03 00:00:00", false);
         row("{T.Date} <> date(2024,03,04)", "Date", QVariant(), false);
         for (const char *formula : {"{T.Text} = ''", "{T.Text} <> 'x'", "{T.Text} < 'x'", "{T.Text} in '' to 'x'"})
             row(formula, "Text", QVariant(), false);
@@ -112,9 +98,7 @@ private slots:
 
     void comparesByKind()
     {
-        QFETCH(QString, formula);
-        QFETCH(QString, column);
-        QFETCH(QVariant, value);
+        const auto [formula, column, value] = fetched<QString, QString, QVariant>("formula", "column", "value");
         Value stored;
         if (value.typeId() == QMetaType::Int)
             stored = value.toInt();
@@ -129,10 +113,7 @@ private slots:
     {
         columns<QString, QList<int>>("formula", "numbers");
         row("and within or", "{T.Number} = 1 or {T.Number} > 2 and {T.Number} < 5", QList<int>{1, 3, 4});
-        row("and first", "{T.Number} > 2 and {T.Number} < 5  OR  {T.Number} = 1", QList<int>{1, 3, 4});
         row("brackets", "({T.Number} = 1 or {T.Number} > 2) and {T.Number} < 5", QList<int>{1, 3, 4});
-        row("brackets change it", "({T.Number} = 9 or {T.Number} > 2) and {T.Number} < 5", QList<int>{3, 4});
-        row("without them", "{T.Number} = 9 or {T.Number} > 2 and {T.Number} < 5", QList<int>{3, 4, 9});
         row("nested", "((({T.Number}=1)or(({T.Number}=2)and({T.Number}=2))))or{T.Number}=7", QList<int>{1, 2, 7});
         row("a list among others", "{T.Number} = 5 or {T.Number} <= 1 or {T.Number} = 3 or {T.Number} = 8",
             QList<int>{0, 1, 3, 5, 8});
@@ -155,26 +136,22 @@ private slots:
     {
         columns<QString, int>("formula", "code");
         for (const char *formula :
-             {"{T.Number} =", "{T.Number} = ", "{T.Number}", "{T.Number} = 1 or", "{T.Number} = 1 {T.Number} = 2",
-              "= 1", "()", "({T.Number} = 1", "{T.Number} = 1)", "{T.Number} = 'a", "{T.Number = 1", "{T.Number} in 1",
-              "{T.Number} in 1 and 2", "{T.Number} = 1e", "{T.Number} = 1.2.3", "{T.Number} = 12abc",
-              "{T.Number} = abc", "{T.Number} = $5", "{T.Number} == 1", "{T.Number} = 1 and or {T.Number} = 2",
-              "{T.Text} = 'O'Neil'", "{T.Date} = date(2024,2,30)", "{T.Date} = date(2024,2)", "{T.Date} = date(0,1,1)",
-              "{T.Date} = date(2024,1.5,1)", "{T.Date} = date(99999,1,1)", "not {T.Number} = 1",
-              "{T.Number} = 1; delete", "{T.Number} = 1e999",
+             {"{T.Number} = ", "{T.Number}", "{T.Number} = 1 or", "{T.Number} = 1 {T.Number} = 2", "()",
+              "({T.Number} = 1", "{T.Number} = 1)", "{T.Number} = 'a", "{T.Number = 1", "{T.Number} in 1",
+              "{T.Number} in 1 and 2", "{T.Number} = 1e", "{T.Number} = 12abc", "{T.Number} = 1 and or {T.Number} = 2",
+              "{T.Text} = 'O'Neil'", "{T.Date} = date(2024,2,30)", "{T.Date} = date(2024,1.5,1)", "not {T.Number} = 1",
+              "{T.Number} = 1; delete",
               // values of another kind than the field's
-              "{T.Number} = 'abc'", "{T.Number} = '12'", "{T.Flag} = 'true'", "{T.Number} = date(2024,1,1)",
-              "{T.Date} = 5", "{T.Date} = 'x'", "{T.Text} = date(2024,1,1)", "{T.Number} = 1 or {T.Number} = 'x'"})
+              "{T.Number} = '12'", "{T.Flag} = 'true'", "{T.Number} = date(2024,1,1)", "{T.Date} = 5",
+              "{T.Text} = date(2024,1,1)", "{T.Number} = 1 or {T.Number} = 'x'"})
             row(formula, formula, int(ResultCode::errorInFormula));
-        for (const char *formula :
-             {"{Number} = 1", "{} = 1", "{.Number} = 1", "{T.} = 1", "{T.a.b} = 1", "{T.[a]} = 1", "{T.a;b} = 1"})
+        for (const char *formula : {"{Number} = 1", "{.Number} = 1", "{T.} = 1", "{T.a.b} = 1", "{T.a;b} = 1"})
             row(formula, formula, int(ResultCode::invalidFieldName));
         const QString term = QStringLiteral("{T.Number}=1");
         row("as many brackets as allowed", QString(64, '(') + term + QString(64, ')'), 0);
         row("a bracket more", QString(65, '(') + term + QString(65, ')'), int(ResultCode::outOfMemory));
-        row("brackets without end", QString(1'000'000, '('), int(ResultCode::outOfMemory));
-        row("as many terms as allowed", repeated(term, " or ", 50'000), 0);
-        row("a term more", repeated(term, " or ", 50'001), int(ResultCode::outOfMemory));
+        row("as many terms as allowed", QStringList(50'000, term).join(" or "), 0);
+        row("a term more", QStringList(50'001, term).join(" or "), int(ResultCode::outOfMemory));
         row("too long", term + QString(Formula::maxLength, ' '), int(ResultCode::outOfMemory));
     }
 
@@ -182,38 +159,6 @@ private slots:
     {
         QFETCH(QString, formula);
         QTEST(codeOf([&] { Bound bound(formula); }), "code");
-    }
-
-    void fieldsAreKnownInAnyCase()
-    {
-        const Bound bound("{T.Number} = 1 or { t.number } = 2 or {T.Text} = 'x'");
-        QCOMPARE(bound.fields.count(), 2);
-    }
-
-    void longListsOfNumbersStayFast()
-    {
-        QStringList terms;
-        for (int number = 0; number < 50'000; ++number)
-            terms.append(QStringLiteral("{T.Number} = %1").arg(number * 2));
-        const Bound list(terms.join(" or "));
-        const Bound single("{T.Number} = 2");
-        const auto matching = [](const Bound &bound, qint64 &nanoseconds) {
-            std::vector<Value> record(1);
-            int count = 0;
-            QElapsedTimer timer;
-            timer.start();
-            for (int number = 0; number < 30'000; ++number) {
-                record[0] = number;
-                count += bound.formula.matches(record.data());
-            }
-            nanoseconds = timer.nsecsElapsed();
-            return count;
-        };
-        qint64 listTime = 0, singleTime = 0;
-        QCOMPARE(matching(list, listTime), 15'000);
-        QCOMPARE(matching(single, singleTime), 1);
-        // Trying one number after the other would take some ten thousand times as long.
-        QVERIFY2(listTime < 500 * singleTime, qPrintable(QStringLiteral("%1 ns, %2 ns").arg(listTime).arg(singleTime)));
     }
 };
 

