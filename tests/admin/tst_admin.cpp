@@ -81,7 +81,8 @@ private slots:
 
         const AdminRun run(arguments);
         QCOMPARE(run.status, 1);
-        QVERIFY2(run.errors.startsWith("error 3"), qPrintable(run.errors));
+        const bool exists = QByteArray(QTest::currentDataTag()).contains(" over a file");
+        QVERIFY2(run.errors.startsWith(exists ? "error 3204: " : "error 3"), qPrintable(run.errors));
         QCOMPARE(files(), (QStringList{"crib.mdb", "text.mdb"}));
         QCOMPARE(contentOf(path("text.mdb")), QByteArray(5000, 'x'));
     }

@@ -159,6 +159,7 @@ private slots:
     {
         m_crib->addTemplate("LoanSheet.rpt", "<from table=\"CheckOutIn\"/>", "{CheckOutIn.ID}");
         m_crib->frame.resize(1003, 404);
+        ScriptedUser user(QMessageBox::Ok);
         ResultsWindow &window = open(ResultsKind::frmReportToolsOutQresults, loans(), "{CheckOutIn.ID} in 1 to 3");
         QCOMPARE(window.ui.dbcReport->text(), "Tools Checked Out"); // the default
         QCOMPARE(window.ui.lbldesc->text(), "Loans of each employee");
@@ -175,7 +176,6 @@ private slots:
         QVERIFY(preview && preview->isVisible());
         QCOMPARE(preview->windowTitle(), "Query Results");
         QVERIFY(window.isVisible());
-        ScriptedUser user(QMessageBox::Ok);
         preview->ui.mnuFilePrint->trigger();
         QVERIFY2(user.texts().value(0).startsWith("20526:  No Default Printer."), "this machine has a printer");
 
