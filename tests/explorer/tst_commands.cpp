@@ -285,6 +285,18 @@ private slots:
         QCOMPARE(explorer().ui.lblSelected->text(), "1 of 2 selected");
     }
 
+    void deletingKeepsThePlace()
+    {
+        m_crib->goTo(0, "l2", {"r1"});
+        ScriptedUser user(QMessageBox::Yes, 2);
+        explorer().ui.cmdDelete->click();
+        QCOMPARE(explorer().selectedItem()->key, "r2"); // the next one
+        m_crib->goTo(0, "l4");
+        explorer().ui.cmdDelete->click();
+        QCOMPARE(m_crib->tree()->selectedNode()->key, "l2"); // the one above
+        QCOMPARE(m_crib->keys(), QStringList({"r2", "co3"}));
+    }
+
     void purgeAsksOnce()
     {
         m_crib->goTo(3, "C1250", {"j16384", "j16385"});
