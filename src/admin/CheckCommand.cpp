@@ -112,7 +112,7 @@ void Checker::checkCircles(const QString &table)
         std::optional<qint64> seenFrom = std::nullopt;
     };
     QMap<qint64, Folder> folders;
-    // A folder of the number 0 lies in itself as long as it has that number.
+    // The top level has the number 0. A folder of that number would lie in itself; it is told by its number already.
     const Recordset rows = m_database.openNative("SELECT ID, Description, Parent FROM " + table + " WHERE ID <> 0");
     for (int row = 0; row < rows.recordCount(); ++row)
         folders.insert(rows.at(row, 0).toInteger(), {rows.at(row, 1).toText(), rows.at(row, 2).toInteger()});

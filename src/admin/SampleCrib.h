@@ -19,7 +19,7 @@ struct Scale {
     int employees;
     int jobs;
     int operations;
-    int out;
+    int out; ///< loans that are still open
 };
 
 std::span<const Scale> scales();

@@ -40,7 +40,7 @@ std::vector<Node> growLocations(int size, Dice &dice);
 
 /// Of a type below the top level: the kind of tool in the singular, "Drill".
 QString familyName(const Node &type);
-/// In cents.
+/// Usual price of a tool of the type, in cents.
 int usualPrice(const Node &type);
 /// A tool of the type, with what the type leaves open drawn: "Jobber Drill, Cobalt, 5.5 mm".
 QString toolDescription(const Node &type, Dice &dice);

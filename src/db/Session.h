@@ -22,8 +22,9 @@ Database &database();
 
 }
 
-/// Runs an action statement through the session. @returns the number of rows it touched.
+/// Runs an INSERT, UPDATE or DELETE through the session. @returns the number of rows it touched.
+/// @throws EngineError as Database::execute() does.
 qint64 execute(const QString &statement);
 
-/// Runs a SELECT through the session and reads its rows to the end.
+/// Runs a SELECT through the session, as Database::openRecordset() does.
 Recordset openRecordset(const QString &statement);

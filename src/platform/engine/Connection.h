@@ -32,10 +32,11 @@ public:
 
     const QString &path() const { return m_path; }
 
+    /// Compiles one statement of the engine's own language. @throws EngineError where it is not one.
     Prepared prepare(const QString &sql);
-    /// Runs with `values` for "?1" onwards to the end, and puts the rows, if any, into `rows`; afterwards
-    /// the statement can run anew. `translation` tells what it was, for the words of an error.
-    /// @returns the number of rows that it changed.
+    /// Runs a statement to its end, with `values` for its "?1" onwards, and adds the rows that it gives to `rows`, if
+    /// given. It can be run again then. An error is worded by `translation`, which knows the tables that it was about.
+    /// @returns the number of rows that it changed. @throws EngineError
     qint64 run(sqlite3_stmt *statement, const std::vector<Value> &values, RowStore *rows = nullptr,
                const dialect::Translation *translation = nullptr);
     /// Runs a SELECT with `values`; `visit` finds the statement on each row, and may end the reading by what it throws.
@@ -44,14 +45,16 @@ public:
     /// `pulse` is called some hundreds of times a second while this connection works, and must not use it. What it
     /// throws ends the statement that runs.
     void setPulse(std::function<void()> pulse);
-    /// Stands on the first row, and so keeps the file's lock.
+    /// Runs a SELECT to its first row and leaves it there, which keeps the file open for reading.
     void hold(sqlite3_stmt *statement);
-    /// Runs any number of statements.
+    /// Runs any number of statements of the engine's own language and drops their rows.
     void execute(const QString &sql);
     /// Reads the rows of one statement.
     RowStore read(const QString &sql);
+    /// Copies the file as it stands between two transactions into a new one.
     void copyTo(const QString &file);
 
+    /// The file's tables with their columns and relations, as they are at present.
     dialect::Schema schema();
 
     Database::Counters counters;
@@ -60,6 +63,7 @@ private:
     template<typename Visit>
     void step(sqlite3_stmt *statement, const std::vector<Value> &values, const dialect::Translation *translation,
               Visit visit);
+    /// Throws what went wrong last.
     [[noreturn]] void fail(const dialect::Translation *translation = nullptr, const std::vector<Value> &values = {});
     [[noreturn]] void failRelation(const dialect::Translation *translation, const std::vector<Value> &values);
     [[noreturn]] void failLocked(const dialect::Translation *translation) const;

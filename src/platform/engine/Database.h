@@ -11,12 +11,12 @@ public:
     ~Database();
     Q_DISABLE_COPY_MOVE(Database)
 
-    /// Runs an INSERT, UPDATE or DELETE. @returns the number of rows it touched.
+    /// Runs an INSERT, UPDATE or DELETE. @returns the number of rows it touched. @throws EngineError 3065 for a SELECT.
     qint64 execute(const QString &statement);
 
-    /// Runs a SELECT and reads its rows to the end.
-    /// Those of one whole table, which can be added to, are read when they are first asked for. The
-    /// recordset needs this database for as long as it lives.
+    /// Runs a SELECT and reads its rows to the end; rows that can be changed, those of "SELECT *" from one table, are
+    /// read when they are first asked for, so that adding to a table does not read it. The recordset must not outlive
+    /// this database. @throws EngineError 3219 for any other statement.
     Recordset openRecordset(const QString &statement);
 
     /// The file's name as it was given to openDatabase().
@@ -29,6 +29,7 @@ public:
     /// Runs text in the engine's native language (not the dialect): tables and indexes of a new
     /// file, upkeep.
     void executeNative(const QString &sql);
+    /// The rows of one such statement; they cannot be changed.
     Recordset openNative(const QString &sql);
 
     /// What has been asked of the engine since the file was opened; tests and measurements read it.
@@ -56,9 +57,11 @@ private:
 class Transaction
 {
 public:
+    /// @throws EngineError 3260 while somebody else writes, after two seconds of waiting.
     explicit Transaction(Database &database);
     ~Transaction();
     Q_DISABLE_COPY_MOVE(Transaction)
+    /// @throws EngineError when the changes cannot be stored; they are rolled back then.
     void commit();
 
 private:
@@ -72,6 +75,7 @@ private:
 class ReadScope
 {
 public:
+    /// @throws EngineError 3260 while somebody else stores a change, after two seconds of waiting.
     explicit ReadScope(Database &database);
     ~ReadScope();
     Q_DISABLE_COPY_MOVE(ReadScope)
@@ -85,7 +89,8 @@ private:
 class SelectByNumber
 {
 public:
-    /// `statement` holds any number in its place. @throws EngineError as Database::openRecordset() does.
+    /// `statement` has any number where the numbers are to stand. @throws EngineError as Database::openRecordset()
+    /// does.
     SelectByNumber(Database &database, const QString &statement);
     ~SelectByNumber();
     Q_DISABLE_COPY_MOVE(SelectByNumber)

@@ -61,7 +61,8 @@ void RowStore::append(sqlite3_stmt *statement)
 {
     m_rows.push_back(m_used);
     for (int column = 0; column < m_columnCount; ++column) {
-        // Asked through its value a column costs one look-up; without locks the value may be asked anything.
+        // Taken once as a value, the column is looked up once and not for each question. The engine below allows the
+        // questions as long as one thread alone uses the connection.
         sqlite3_value *const value = sqlite3_column_value(statement, column);
         const int type = sqlite3_value_type(value);
         const void *text = type == SQLITE_TEXT || type == SQLITE_BLOB ? sqlite3_value_blob(value) : nullptr;

@@ -15,6 +15,6 @@ public:
     /// another process for longer than two seconds (3260).
     std::unique_ptr<Database> openDatabase(const QString &path);
 
-    /// Makes a new, empty file and opens it. @throws EngineError when the file exists already.
+    /// Makes a new, empty file and opens it. @throws EngineError 3204 when the file exists.
     std::unique_ptr<Database> createDatabase(const QString &path);
 };

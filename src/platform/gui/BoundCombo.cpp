@@ -69,7 +69,8 @@ BoundCombo::BoundCombo(QWidget *parent) : QComboBox(parent)
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(24);
     setMaxVisibleItems(16);
-    // The box's own answer to a finished text, to put the row's capitals in its place, is not ours.
+    // When a text is finished, the box itself would put the row's text with its capitals in its place; commit() decides
+    // that here.
     disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     connect(this, &QComboBox::currentIndexChanged, this, &BoundCombo::commit);
     // A text that comes by other ways than the keys: pasted, dropped, set by the program.
@@ -147,7 +148,7 @@ Value BoundCombo::boundValue() const
 void BoundCombo::showPopup()
 {
     runUserAction([this] { fetchRows(); });
-    // Not before: the list is made when it is first asked for.
+    // Only here, as view() makes the list: most boxes are never opened.
     if (auto *list = qobject_cast<QListView *>(view()))
         list->setUniformItemSizes(true);
     QComboBox::showPopup();

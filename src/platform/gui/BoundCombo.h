@@ -26,19 +26,22 @@ public:
     /// A typed or scanned bound value counts as its row, like the number on an employee's badge.
     void setTakesBoundValue(bool takes) { m_takesBoundValue = takes; }
 
-    /// The choices and their two fields. The text shown is cleared. Combo boxes may share one recordset.
+    /// Offers `rows`: shows the field `listField` of each and hands out `boundField`. The text shown is cleared. Combo
+    /// boxes may share one recordset. @throws EngineError 3265 for a field that the rows do not have.
     void setSource(std::shared_ptr<Recordset> rows, const QString &listField, const QString &boundField);
     void setSource(Recordset rows, const QString &listField, const QString &boundField);
     using Fetch = std::function<std::shared_ptr<Recordset>()>;
-    /// The same, but the choices are fetched when the box is first opened or typed into.
+    /// The same, but the choices are fetched when the box is first opened, typed into or given a text. After an error,
+    /// which the user is shown, the next attempt fetches again.
     void setSource(Fetch fetch, const QString &listField, const QString &boundField);
     /// No choices, no text.
     void clearSource();
 
-    /// The text shown, without what does not count.
+    /// The text shown; empty while it is no row's, unless the box takes free texts.
     QString text() const;
-    /// Shows `text` as if the user had chosen it: the first row with that text, in any case, is the choice. To choose
-    /// among rows of the same text, findData() gives the row with a bound value, as text.
+    /// Shows `text` as if the user had chosen it: the choice is the first row with that text, in any case. Where
+    /// several rows have the same text, findData() tells the row of a bound value, given as text, for
+    /// setCurrentIndex().
     void setText(const QString &text);
     /// Shows a text that is no choice, though a row may have the same: what a record says that is not offered any more.
     /// `why` tells the user so until something is chosen or typed.

@@ -16,16 +16,16 @@ public:
         QString heading;
         QString field;
         Form form = AsStored;
-        /// When there are any, what the field's numbers stand for.
+        /// What is shown for each number of the field, where its numbers stand for something; any other shows as empty.
         QHash<qint64, QString> names = {};
     };
 
     explicit BoundGrid(QWidget *parent = nullptr);
     ~BoundGrid() override;
 
-    /// Shows `rows`; nothing is selected then.
+    /// Shows `rows`; nothing is selected then. @throws EngineError 3265 for a field that they do not have.
     void setSource(std::shared_ptr<const Recordset> rows, const QList<Column> &columns);
-    /// The rows shown, in the grid's order.
+    /// The rows shown, in the grid's order. Only after setSource().
     const Recordset &rows() const;
     /// Numbers of the selected rows, in the order in which they were selected.
     const QList<int> &selectedRows() const { return m_selectedRows; }

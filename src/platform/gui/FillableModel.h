@@ -43,7 +43,7 @@ public:
 
 protected:
     bool isFilling() const { return m_fillings > 0; }
-    /// What is due before the view reads the filled model.
+    /// Called when the model is filled, just before the view reads it; a sorted model sorts here.
     virtual void filled() { }
 
 private:

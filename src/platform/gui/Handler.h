@@ -13,7 +13,8 @@ public:
     Q_DISABLE_COPY_MOVE(HourGlass)
 };
 
-/// The ordinary pointer for the life of the object, whatever hourglasses stand.
+/// The ordinary pointer for the life of the object, for a question in the midst of long work; the hourglasses come back
+/// after it.
 class NormalPointer
 {
 public:

@@ -19,6 +19,7 @@ struct ListItem {
     QString path = {}; ///< of the tree node that holds the item, in lists that lead there
     QString nodeKey = {}; ///< that node's key, where it is known
 
+    /// Empty for a column that was given no text.
     QString subItem(int number) const { return subItems.value(number - 1); }
     void setSubItem(int number, const QString &text);
 };
@@ -43,6 +44,7 @@ public:
     using IconSource = std::function<ItemPicture(int number)>;
     explicit KeyedList(IconSource icons, QObject *parent = nullptr);
 
+    /// A list sorted by a column that is no longer there is sorted by the last one.
     void setColumns(std::vector<ListColumn> columns);
     const std::vector<ListColumn> &columns() const { return m_columns; }
     void clear();

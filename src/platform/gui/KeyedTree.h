@@ -40,7 +40,7 @@ public:
     void removeChildren(Node *node);
     /// Takes the node with all below it out of the tree.
     void remove(Node *node);
-    /// Hangs the node with all below it under another one, where its text belongs.
+    /// Hangs the node with all below it under `parent`, which is not below it, where its text belongs.
     void move(Node *node, Node *parent);
     /// The node goes where its new text belongs when its parent is sorted.
     void setText(Node *node, const QString &text);
@@ -48,6 +48,7 @@ public:
     Node *root() const { return m_root.get(); }
     /// Null when no node has that key.
     Node *find(const QString &key) const { return m_byKey.value(key); }
+    /// Null for an invalid index, as is the index of no node.
     Node *nodeAt(const QModelIndex &index) const;
     QModelIndex indexOf(const Node *node) const;
     /// The texts from the root down to the node, separated by "\".

@@ -81,7 +81,7 @@ QString Manual::pageFor(const QWidget *widget)
                                         [&](const WindowPage &row) { return widget->objectName() == row.window; });
         if (found != pages.end())
             return found->page;
-        // The choices that drop down below a box while one types belong to nothing but through their focus.
+        // The choices that drop down while one types have no parent; they hand their focus to the box they belong to.
         const QWidget *around = widget->parentWidget() ? widget->parentWidget() : widget->focusProxy();
         // In the window that a menu or a box came from, the control that was last used leads to the child window.
         if (around && widget->isWindow() && around->window()->focusWidget())

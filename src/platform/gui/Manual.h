@@ -11,7 +11,7 @@ class QWidget;
 /// The manual: HTML pages in the folder "manual" beside the program, one a window.
 namespace Manual {
 
-/// A window, by its object name, and the file of its page.
+/// A window or menu, by its object name, and the file of its page.
 struct WindowPage {
     const char *window;
     const char *page;

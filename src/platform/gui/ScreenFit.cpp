@@ -89,17 +89,18 @@ ScreenFit::ScreenFit() { QCoreApplication::instance()->installEventFilter(this);
 
 bool ScreenFit::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::Show && event->type() != QEvent::WindowActivate)
+    const bool isShown = event->type() == QEvent::Show;
+    if (!isShown && event->type() != QEvent::WindowActivate)
         return false;
     auto *window = qobject_cast<QWidget *>(watched);
     if (!window || (window->windowType() != Qt::Window && window->windowType() != Qt::Dialog))
         return false;
     // Before it is shown a window gets its size; when it is active for the first time it has its frame and its place.
     // Later its place is the user's.
-    if (event->type() == QEvent::Show || window->property(placeIsDue).toBool()) {
-        window->setProperty(placeIsDue, event->type() == QEvent::Show);
+    if (isShown || window->property(placeIsDue).toBool()) {
+        window->setProperty(placeIsDue, isShown);
         // A window that was put nowhere yet gets its place from the desktop, a dialog over its owner.
-        fit(window, event->type() != QEvent::Show || window->testAttribute(Qt::WA_Moved));
+        fit(window, !isShown || window->testAttribute(Qt::WA_Moved));
     }
     return false;
 }

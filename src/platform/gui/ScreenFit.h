@@ -13,7 +13,7 @@ class ScreenFit : public QObject
 public:
     ScreenFit();
 
-    /// Where on its screen the inside of a window may lie, so that its frame is in sight, too.
+    /// The part of its screen, in pixels, in which the inside of a window may lie so that its frame is in sight, too.
     static QRect roomFor(const QWidget *window);
 
 protected:

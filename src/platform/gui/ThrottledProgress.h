@@ -10,7 +10,9 @@ class ThrottledProgress : public QProgressBar
 public:
     explicit ThrottledProgress(QWidget *parent = nullptr);
 
+    /// For `maximum` rows to come; `text` stands in the bar.
     void start(int maximum, const QString &text = {});
+    /// One more row is done.
     void step();
     void finish();
 

@@ -15,7 +15,8 @@ struct BandContext {
     bool continued = false;
     int page = -1; ///< from 0; -1 while it is not known
     int pageCount = -1;
-    /// A page's own header and footer are as high on every page: nothing in them wraps or gives up its room.
+    /// For the page's own header and footer, which are as high on every page: no text in them wraps, and a line whose
+    /// condition does not hold stays blank.
     bool hasFixedHeight = false;
 };
 
@@ -32,11 +33,12 @@ public:
     double margin() const { return m_margin; }
     TextMeasure &measure() { return m_measure; }
 
+    /// The heights of the strips that are printed of the band, none where its condition does not hold.
     std::vector<double> stripHeights(const Band &band, const BandContext &context);
     double height(const Band &band, const BandContext &context);
     /// The height of the tallest strip that the band may come to have.
     double tallestStrip(const Band &band);
-    /// What strips `first` to `first + count - 1` show when they begin at `top`.
+    /// Adds what strips `first` to `first + count - 1` show to `elements`; the first of them begins at `top`.
     void compose(const Band &band, const BandContext &context, int first, int count, double top,
                  QList<PageElement> &elements);
 

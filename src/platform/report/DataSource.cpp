@@ -239,7 +239,8 @@ void DataSource::readListed(std::vector<Value> &values, const std::vector<double
 
 void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &done) const
 {
-    // The rows come in the order of the counter, or, where the engine thinks better of it, in another.
+    // The counter tells how much is done, as rows mostly come in its order. Where they come in another, the progress
+    // waits instead of going back.
     const QString numbers =
         m_key.isEmpty() ? QStringLiteral("0, 0") : QStringLiteral("min([%1]), max([%1])").arg(m_key);
     const Recordset extent =

@@ -23,7 +23,8 @@ constexpr std::pair<QLatin1StringView, FieldFormat> formats[] = {
     {QLatin1StringView("upper"), {FieldFormat::Upper}},
 };
 
-/// Money has four places; what is half there goes away from zero, whatever its binary fraction says.
+/// Money has four places. Rounded to them first, a half goes away from zero even where its binary fraction is a little
+/// less.
 QString rounded(double number, int decimals)
 {
     const double scale = std::pow(10, decimals);

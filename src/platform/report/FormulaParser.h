@@ -9,6 +9,7 @@ class FormulaParser
 {
 public:
     FormulaParser(const QString &text, FieldList &fields, int line);
+    /// @throws ReportError as Formula::parse() does.
     FormulaCondition parse();
 
 private:

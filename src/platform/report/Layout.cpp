@@ -172,8 +172,8 @@ void Layout::beginPage(int row, int continuedLevels)
             placeWhole(m_template.groups[level].header, rowContext(row, true));
 }
 
-/// Places a band on this page if it fits, else on the next one if it fits there, else in parts. What is to stand below
-/// it, so many twips high, has at least the band's last strip above it.
+/// Places a band on this page if it fits, else on the next one if it fits there, else in parts. `below` is the height
+/// of the footers that follow: a page on which they stand has at least the band's last strip above them.
 void Layout::place(const Band &band, int row, int continuedLevels, double below, bool shaded)
 {
     const std::vector<double> strips = m_composer.stripHeights(band, rowContext(row));

@@ -44,11 +44,12 @@ private:
     const Template &m_template;
     const Records &m_records;
     BandComposer &m_composer;
-    double m_top; ///< where rows begin and end, below the page's header and above its footer
+    // In twips: where rows begin and end on a page, below its header and above its footer.
+    double m_top;
     double m_bottom;
 
     std::vector<Page> m_pages;
-    double m_y = 0;
+    double m_y = 0; ///< where the next band goes
     bool m_pageHasRows = false; ///< more than headings
     int m_nextRow = 0;
     bool m_nextIsShaded = false;

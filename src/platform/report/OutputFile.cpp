@@ -25,10 +25,10 @@ void OutputFile::check(QFileDevice &file)
 {
     if (file.error() == QFileDevice::NoError)
         return;
-    // A write that got only a part of its bytes onto the disk does not know why; the next one does.
+    // A write of which only a part got onto the disk does not tell why; the next write does.
     if (file.error() == QFileDevice::WriteError)
         file.flush();
-    // The resource that a write can lack is room.
+    // The one resource that a write may lack is room on the disk.
     const int code = file.error() == QFileDevice::ResourceError ? ResultCode::diskFull : ResultCode::fileError;
     throw ReportError(code, QStringLiteral("%1: %2").arg(file.fileName(), file.errorString()));
 }

@@ -22,6 +22,7 @@ public:
     Records(const Template &report, std::vector<Value> values);
 
     int count() const { return int(m_order.size()); }
+    /// The values of a row, by the numbers of their fields.
     const Value *record(int row) const { return &m_values[size_t(m_order[row]) * m_width]; }
     /// The rows of the group that `row` is in; level 0 is the outermost group.
     const Run &run(int level, int row) const { return m_runs[level][m_runOfRow[level][row]]; }

@@ -137,7 +137,7 @@ QList<QRectF> Report::find(const QString &text, int page) const
             continue;
         const auto cellEnd =
             std::find_if(element + 1, elements.end(), [](const PageElement &next) { return !next.cellText.isEmpty(); });
-        // What is broken between two lines of a cell stands on neither of them.
+        // A sought text that is broken between two lines of a cell is found on neither; its place is the first line.
         const bool isBroken =
             element->cellText.contains(text, Qt::CaseInsensitive) && std::none_of(element, cellEnd, shows);
         if (isBroken || shows(*element))

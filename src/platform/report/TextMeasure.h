@@ -18,7 +18,7 @@ public:
 
     /// A font whose pixels are twips. `size` is in points here and below.
     const QFont &font(double size, bool bold) { return face(size, bold).font; }
-    /// From the top of a line to the letters' feet.
+    /// From the top of a line to the base line that the letters stand on.
     double baseline(double size, bool bold);
     /// From one line to the next, for regular and bold texts alike.
     double lineHeight(double size) { return face(size, false).lineHeight; }

@@ -16,7 +16,8 @@ QString Format::dialogDate(const QDateTime &when) { return when.toString(QString
 
 QString Format::currency(double amount)
 {
-    // Money has four places; what is half a cent there goes up, whatever its binary fraction says.
+    // Money has four places. Rounded to them first, an amount of half a cent goes up even where its binary fraction is
+    // a little less.
     double whole = 0;
     const double fraction = std::modf(std::fabs(amount), &whole);
     int cents = (int(std::round(fraction * 10000)) + 50) / 100;

@@ -28,8 +28,8 @@ double leadingNumber(const QString &text);
 /// outside -32768 to 32767, "Type mismatch" for no number.
 qint16 toInteger(const QString &text);
 
-/// A whole number as a 16-bit one, likewise.
+/// `number` in 16 bits, as loans and trees hold numbers. @throws NumberError "Overflow" outside -32768 to 32767.
 qint16 asInteger(qint64 number);
 
-/// `text` as a 32-bit number, likewise.
+/// `text` as a 32-bit number, rounded and refused likewise.
 qint32 toLong(const QString &text);

@@ -195,10 +195,8 @@ QString ExpressionWriter::inlineLiteral(const Expression &expression, const Para
         return quotedText(expression.text);
     if (expression.kind == Expression::Text)
         return call(names::stored, {quotedText(expression.text), QString::number(int(use.storedAs))});
-    // Written as a fraction, a number of any length is read as one; ".5" is not a number down there.
+    // A whole number of any length stays a fraction; without a point the engine below would take it for an integer.
     QString number = expression.text;
-    if (number.startsWith(u'.'))
-        number.prepend(u'0');
     if (expression.kind == Expression::Fraction && !number.contains(u'.')
         && !number.contains(u'e', Qt::CaseInsensitive))
         number += QLatin1String(".0");

@@ -40,30 +40,31 @@ public:
     explicit ExpressionWriter(Literals literals) : m_literals(literals) { }
 
     // ---- tables and columns
-    /// @throws EngineError for a second table of the same name.
+    /// Adds a table of the statement's FROM. @throws EngineError 3081 for a second one of the same name.
     void addTable(const NamedTable &table);
     const std::vector<NamedTable> &tables() const { return m_tables; }
     FoundColumn find(const Expression &column) const;
     static Written column(const NamedTable &table, int column);
+    /// "column1" for 1: the name of a column that is found by its place.
     static QString positionName(size_t position);
-    /// Takes a name that no table has for a parameter, as the engine does; refuseMissing() says in
-    /// the end how many the statement lacks.
+    /// Notes a name that no table has. The engine takes it for a parameter that was given no value.
     void addMissing(const QString &name);
+    /// @throws EngineError 3061 with the number of such names, if there are any.
     void refuseMissing() const;
 
     // ---- conditions and values
     /// A condition gives 1, 0 or null.
     QString condition(const Expression &expression);
-    /// The condition of a join, which may speak of the tables joined there, `from` one up to another.
-    /// @throws EngineError where it speaks of others.
+    /// The condition of a join, which may name the tables joined there: those with the numbers `from` to `to` - 1.
+    /// @throws EngineError 3082 where it names another.
     QString joinCondition(const Expression &expression, size_t from, size_t to);
     /// A value; a condition among them is -1, 0 or null.
     Written value(const Expression &expression);
-    /// A value of a SELECT's list, which alone may count; afterwards refuseMixedCount().
+    /// A value of a SELECT's list, the only place where rows may be counted; refuseMixedCount() is due after the last.
     Written output(const Expression &expression);
     /// Notes that a star stands in a SELECT's list.
     void addAllColumns() { m_plainColumn = QStringLiteral("*"); }
-    /// Refuses a list that counts rows and shows a row's columns beside.
+    /// @throws EngineError 3122 for a list that counts rows and shows the columns of a row as well.
     void refuseMixedCount() const;
     bool counts() const { return m_counts; }
     /// A value as `column` stores it.
@@ -71,8 +72,9 @@ public:
     static QString stored(const Written &written, const Column &column);
     /// Whether both mean the same value.
     bool same(const Expression &a, const Expression &b);
-    /// Notes that the statement's translation depends on the literal's value.
+    /// Notes that the translation depends on the literal's value: the statement with another one is translated anew.
     void pin(const Expression &literal);
+    /// A text that is compared and sorted as compareText() does; anything else as it is.
     static QString collated(const Written &text);
 
     /// What the statement's literals became.

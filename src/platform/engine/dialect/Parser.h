@@ -9,7 +9,7 @@ namespace dialect {
 /// @throws EngineError for a statement that does not follow the dialect.
 Statement parse(QStringView statement);
 
-/// A condition as it stands behind WHERE, with nothing behind it.
+/// A condition as it stands behind WHERE, with nothing behind it. @throws EngineError likewise.
 ExpressionPtr parseCondition(QStringView condition);
 
 }

@@ -207,8 +207,8 @@ private:
         m_out.sql += orderBy(select, columns);
     }
     // A table that a list of distinct rows does not show, such as the loans behind a list of employees, only decides
-    // which rows are in the list: it is as good without its repetitions. Where an index finds its rows, it is left
-    // alone.
+    // which rows are in the list. Rows of it that are alike decide alike, so that one of each is enough to join with. A
+    // table whose rows an index finds is quick enough as it is.
     void narrowHiddenTables(const Select &select)
     {
         const std::vector<NamedTable> &tables = m_expressions.tables();
@@ -241,8 +241,8 @@ private:
                 m_narrowed.emplace(quotedName(tables[i].name), columns);
         }
     }
-    // The case-blind comparison is dear, and a list of distinct texts has few of them: rows that are the same to the
-    // byte go first, and only what is left is compared as texts are.
+    // Comparing texts without regard to case is slow. Rows that are the same to the byte are dropped first, quickly;
+    // only the few that are left are compared as texts.
     void writeDistinctTexts(const Select &select, const std::vector<SelectedColumn> &columns)
     {
         QStringList inner, outer;

@@ -9,7 +9,7 @@ namespace dialect {
 Translation translate(const Statement &statement, const Schema &schema, Literals literals);
 
 /// Translates a condition over one row, whose columns are "?1" onwards and whose literals stand in
-/// the text; the statement gives 1 for a row that meets it.
+/// the text; the statement gives 1 for a row that meets it. @throws EngineError likewise.
 QString translateCondition(const Expression &condition, const std::vector<OutputColumn> &columns);
 
 }

@@ -17,7 +17,8 @@ inline constexpr char currency[] = "vorlane_currency";
 inline constexpr char stored[] = "vorlane_stored"; ///< (value, int(ValueKind)): as a column of the kind holds it
 }
 
-/// Whether literals become parameters of the statement, as they do where it is kept, or stand in it.
+/// How literals stand in the written statement: as parameters, so that it can be kept and run with other values, or as
+/// they are.
 enum class Literals { AsParameters, Inline };
 
 /// A literal that is handed over when the translated statement runs.
@@ -28,8 +29,8 @@ struct Parameter {
     ValueKind storedAs = ValueKind::Unknown; ///< kind of the column that it is stored in or compared with
 };
 
-/// A literal whose value went into the translation: another statement of the same shape is
-/// translated alike only where it has the same value there.
+/// A literal whose value the translation depends on. A kept translation serves another statement of the same shape only
+/// if that has the same value there.
 struct PinnedLiteral {
     int literal;
     QString value;
