@@ -101,11 +101,13 @@ void mdiMain::showTools()
 {
     frmTree &explorer = frmTree::instance();
     explorer.Startup(false);
-    bringToFront(qobject_cast<QMdiSubWindow *>(explorer.parentWidget()));
+    bringToFront(&explorer);
 }
 
-void mdiMain::bringToFront(QMdiSubWindow *window)
+void mdiMain::bringToFront(QWidget *child)
 {
+    auto *window = qobject_cast<QMdiSubWindow *>(child->parentWidget());
+    activateWindow();
     window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     m_clientArea->setActiveSubWindow(window);
 }
@@ -120,7 +122,7 @@ void mdiMain::mnuWindow_AboutToShow()
         QAction *entry = windows->addAction(QStringLiteral("&%1 %2").arg(number).arg(window->windowTitle()));
         entry->setCheckable(true);
         entry->setChecked(window == m_clientArea->activeSubWindow());
-        connect(entry, &QAction::triggered, window, [this, window] { bringToFront(window); });
+        connect(entry, &QAction::triggered, window, [this, window] { bringToFront(window->widget()); });
     }
     if (open.isEmpty())
         windows->addAction("(none)")->setEnabled(false);

@@ -23,6 +23,7 @@ public:
     void showTools();
 
     void showChildWindow(QWidget *child, const QSize &size) override;
+    void bringToFront(QWidget *child) override;
     void popUp(const QString &menu, const QPoint &globalPosition, const QStringList &leftOut) override;
     void showStartProgress(int percent, const QString &status) override;
 
@@ -38,7 +39,6 @@ private:
     mdiMain();
     void makeMenus();
     void makeToolbar();
-    void bringToFront(QMdiSubWindow *window);
     void mnuWindow_AboutToShow();
     void mnuDeleteScrapped_Click();
 

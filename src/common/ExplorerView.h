@@ -32,7 +32,8 @@ public:
     virtual void patchSelectedItem(const ListItem &item) = 0;
     /// Takes the item out of the list; the next one is selected then, or the last.
     virtual void removeSelectedItem() = 0;
-    /// Of several selected items only the one that commands act on stays selected, so that the user sees which.
+    /// Of several selected items only the one that commands act on stays selected, so that the user sees which. What
+    /// acts on one item does so when it opens.
     virtual void narrowSelection() = 0;
     virtual int itemCount() const = 0;
     virtual void selectFirstItem() = 0;

@@ -15,6 +15,8 @@ public:
     /// Makes `child` a child window of the frame: centred in its client area, with the toolbar's height taken off
     /// the height that is available. The child is deleted when it is closed.
     virtual void showChildWindow(QWidget *child, const QSize &size) = 0;
+    /// Makes the child window, minimised or not, and the frame the active ones.
+    virtual void bringToFront(QWidget *child) = 0;
     /// Shows one of the frame's hidden menus, by its name, as a pop-up, without the entries named in `leftOut`. Comes
     /// back when it is closed and what was chosen is done.
     virtual void popUp(const QString &menu, const QPoint &globalPosition, const QStringList &leftOut = {}) = 0;

@@ -194,7 +194,7 @@ std::optional<Objection> FolderView::whyKept(const Things &things, bool fromTree
     const QList<qint32> tools = numbersOf(things, true);
     if (!tools.isEmpty()
         && !openRecordset("SELECT Id FROM Tools WHERE Out=-1 AND Id IN (" + joined(tools) + ")").isEmpty())
-        return Objection{"You must Check In the tool before deleting.", QMessageBox::NoIcon, true};
+        return Objection{"You must Check In the tool before deleting."};
     return {};
 }
 
@@ -202,7 +202,7 @@ View::Outcome FolderView::remove(const Things &things, bool fromTree) const
 {
     if (const auto refusal = whyKept(things, fromTree)) {
         say(*refusal);
-        return refusal->stale ? Outcome::stale : Outcome::declined;
+        return Outcome::stale;
     }
     const QString oneFolder = "You are about to delete a tool " + mode() + ". This can not be undone. Are you sure?";
     const bool tool = things.front().id.isTool();
@@ -236,7 +236,7 @@ std::optional<Objection> FolderView::whyNotMoved(const Things &things, const Thi
         const Recordset folder =
             openRecordset(QString("SELECT * FROM ") + m_names.plural + " WHERE id=" + QString::number(above));
         if (folder.isEmpty() || seen.contains(above))
-            return Objection{"'" + target.text + "' is no longer there.", QMessageBox::Information, true};
+            return Objection{"'" + target.text + "' is no longer there.", QMessageBox::Information};
         seen.insert(above);
         above = folder.field(u"Parent").toInteger();
     }
@@ -247,9 +247,9 @@ std::optional<Objection> FolderView::whyNotMoved(const Things &things, const Thi
         const QString chosen =
             QString(" FROM ") + (tools ? "tools" : m_names.plural) + " WHERE id IN (" + joined(numbers) + ")";
         if (openRecordset("SELECT Count(*) as cnt" + chosen).field(u"cnt").toInteger() < numbers.size())
-            return Objection{"Not all of the items are still there.", QMessageBox::Information, true};
+            return Objection{"Not all of the items are still there.", QMessageBox::Information};
         if (tools && !openRecordset("SELECT id" + chosen + " AND out=-1").isEmpty())
-            return Objection{mustCheckIn, QMessageBox::NoIcon, true};
+            return Objection{mustCheckIn};
     }
     return {};
 }
@@ -269,7 +269,7 @@ View::Outcome FolderView::move(const Things &things, const Thing &target, bool f
     }
     if (const auto refusal = whyNotMoved(things, target)) {
         say(*refusal);
-        return refusal->stale ? Outcome::stale : Outcome::declined;
+        return Outcome::stale;
     }
     if (msgBox({.text = "Move the items to " + target.text + "?",
                 .icon = QMessageBox::Question,
@@ -311,7 +311,7 @@ void FolderView::find(clsTools &search, const QString &pattern) const
         QString("SELECT * FROM ") + m_names.plural + " WHERE description LIKE " + pattern, [&](const Recordset &row) {
             const clsTools::Place place = search.placeOf(m_names.kind, qint32(row.field(u"ID").toInteger()));
             ListItem item = ListItems::folder(m_names.itemPrefix + row.text(u"ID"), row.text(u"Description"));
-            item.subItems = {QString(), QString(), place.path};
+            item.subItems = {QString(), QString(), place.shown};
             item.path = place.path;
             item.nodeKey = place.nodeKey;
             return item;
@@ -321,7 +321,7 @@ void FolderView::find(clsTools &search, const QString &pattern) const
         return ListItem{.key = "r" + row.text(u"ID"),
                         .text = row.text(u"Description"),
                         .icon = row.field(u"Out").toBool() ? ItemIcon::toolOut : ItemIcon::toolInStock,
-                        .subItems = {row.text(u"PartNumber"), row.text(u"Manufacturer"), place.path},
+                        .subItems = {row.text(u"PartNumber"), row.text(u"Manufacturer"), place.shown},
                         .path = place.path,
                         .nodeKey = place.nodeKey};
     });

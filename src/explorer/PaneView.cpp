@@ -5,6 +5,7 @@
 #include <QDrag>
 #include <QFocusEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPainter>
 
 void PaneView::setInCharge(bool inCharge)
@@ -41,6 +42,13 @@ void PaneView::focusInEvent(QFocusEvent *event)
     const Qt::FocusReason reason = event->reason();
     if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::MenuBarFocusReason)
         emit touched();
+}
+
+// Only the left button drags.
+void PaneView::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->buttons() == Qt::NoButton || event->buttons() & Qt::LeftButton)
+        QTreeView::mouseMoveEvent(event);
 }
 
 void PaneView::paintEvent(QPaintEvent *event)

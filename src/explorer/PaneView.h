@@ -24,6 +24,7 @@ signals:
 
 protected:
     void focusInEvent(QFocusEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     /// Where the hint may stand; null when the pane is not empty.
     virtual QRect emptyRoom() const = 0;

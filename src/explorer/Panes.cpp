@@ -9,6 +9,8 @@
 #include <QScopeGuard>
 #include <QTimer>
 
+#include <set>
+
 Panes::Panes(Ui::frmTree &ui, bool &treeHasFocus) : m_ui(ui), m_treeHasFocus(treeHasFocus) { }
 
 Panes::Hidden::Hidden(Panes &panes) : m_tree(*panes.m_ui.tvMain), m_filling(panes.nodes())
@@ -74,11 +76,20 @@ void Panes::rebuild()
 {
     const Place before = place();
     const QStringList expanded = expandedNodes();
-    show(*m_view);
+    std::exception_ptr problem;
+    try {
+        show(*m_view);
+    } catch (...) {
+        if (!m_begun)
+            throw;
+        problem = std::current_exception(); // the place may be in what stands
+    }
     for (const QString &key : expanded)
         if (const Node *node = nodes().find(key))
             m_ui.tvMain->expandNode(node);
     comeBack(before);
+    if (problem)
+        std::rethrow_exception(problem);
 }
 
 void Panes::list(const Node *node)
@@ -181,13 +192,17 @@ void Panes::comeBack(const Place &place)
     list(node ? node : nodes().root());
     if (!node || !sameFolder)
         return;
-    const auto wasSelected = [&](const ListItem &item) {
-        const ItemId id = m_view->idOf(item);
-        return std::any_of(place.selected.begin(), place.selected.end(), [&](const Thing &thing) {
-            return thing.id == id || (thing.id.isTool() && id.isTool() && thing.id.number == id.number);
-        });
+    // A tool that was lent meanwhile is the same tool.
+    const auto sign = [](const ItemId &id) {
+        return std::pair(id.isTool() ? ItemId::toolInStock : id.kind, id.number);
     };
-    m_ui.lstToolList->selectRowsIf([&](int row) { return wasSelected(items().item(row)); });
+    std::set<std::pair<ItemId::Kind, qint64>> before;
+    for (const Thing &thing : place.selected)
+        before.insert(sign(thing.id));
+    const bool found = m_ui.lstToolList->selectRowsIf(
+        [&](int row) { return before.count(sign(m_view->idOf(items().item(row)))) > 0; });
+    if (!found && !before.empty() && !place.treeHasFocus)
+        selectItem(place.nextKey);
     setInCharge(place.treeHasFocus);
 }
 
@@ -274,7 +289,6 @@ void Panes::selectNew(const QStringList &before)
 
 void Panes::removed(const View::Things &things)
 {
-    const Place before = place();
     for (const Thing &thing : things) {
         Node *node = thing.id.kind == ItemId::folder ? nodes().find(thing.id.nodeKey()) : nullptr;
         if (!node)
@@ -284,8 +298,6 @@ void Panes::removed(const View::Things &things)
         nodes().remove(node);
     }
     relist();
-    if (!before.treeHasFocus && m_ui.lstToolList->selectedRow() < 0)
-        selectItem(before.nextKey);
 }
 
 void Panes::moved(const View::Things &things, const QString &target)
@@ -310,6 +322,6 @@ void Panes::renamed(Node *node, const QString &text)
 // Later, when windows that are just being opened are there; the same remark is made once.
 void Panes::tell(const QString &remark)
 {
-    if (remark != std::exchange(m_told, remark) && !remark.isEmpty())
+    if (isStarted && remark != std::exchange(m_told, remark) && !remark.isEmpty())
         QTimer::singleShot(0, m_ui.tvMain, [remark] { inform(remark); });
 }

@@ -39,6 +39,9 @@ public:
 
     // What the window does
 
+    /// Remarks wait until the window is started.
+    bool isStarted = false;
+
     /// Builds the view's tree and lists its root. @throws EngineError or KeyError; a view that could not even be begun
     /// leaves the one before.
     void show(const View &view);

@@ -156,6 +156,12 @@ void ScrapView::fillList(Panes &panes, const Node *node) const
                       scrapItem);
 }
 
+KeyedTree::Node *ScrapView::sameNode(KeyedTree &nodes, const Thing &before) const
+{
+    Node *node = View::sameNode(nodes, before);
+    return node && idOf(*node->parent) == before.parent ? node : nullptr;
+}
+
 QString ScrapView::popUpOf(const ListItem &item) const
 {
     return idOf(item).kind == ItemId::scrapRecord ? "mnuListPopScrap" : QString();
@@ -200,13 +206,15 @@ QString ScrapView::selectionFormula(const Node &node) const
 
 void ScrapView::find(clsTools &search, const QString &pattern) const
 {
-    const auto folder = [](const QString &key, const QString &text, const QString &path) {
-        ListItem item = ListItems::folder(key, text);
+    const auto folder = [](const ItemId &id, const QString &text, const QString &path) {
+        ListItem item = ListItems::folder(id.itemKey(), text);
         item.path = path + text;
+        item.nodeKey = id.nodeKey();
         return item;
     };
+    const auto charge = [](const Recordset &row) { return ItemId{ItemId::charge, row.field(u"JobOrOH").toInteger()}; };
     search.addRows(kindsOfCharge + " WHERE LineItemType.Code LIKE " + pattern, [&](const Recordset &row) {
-        return folder("s" + row.text(u"LineItemTypeID"), row.text(u"Code"), "Tools\\");
+        return folder({ItemId::chargeKind, row.field(u"LineItemTypeID").toInteger()}, row.text(u"Code"), "Tools\\");
     });
 
     // The statement crosses every scrap record with the kind 'Job'; an operation's records are no job's.
@@ -215,20 +223,19 @@ void ScrapView::find(clsTools &search, const QString &pattern) const
         " INNER JOIN LineItemType"
         " WHERE LineItemType.Code='Job' and JobOrOh LIKE "
             + pattern,
-        [&](const Recordset &row) { return folder("l" + row.text(u"JobOrOH"), row.text(u"JobOrOH"), "Tools\\Job\\"); },
+        [&](const Recordset &row) { return folder(charge(row), row.text(u"JobOrOH"), "Tools\\Job\\"); },
         [](const Recordset &row) { return row.field(u"LineItemTypeID").toInteger() == Schema::jobCharge; });
 
-    search.addRows("SELECT distinct JoborOH,LineItemTypeID,Operation.Description"
-                   " FROM (Scrap INNER JOIN LineItemType"
-                   " ON Scrap.LineItemTypeID = LineItemType.index)"
-                   " INNER JOIN Operation on"
-                   " (Scrap.JobOrOh=Operation.OperNo)"
-                   " WHERE LineItemType.code='Overhead'"
-                   " and Operation.Description LIKE "
-                       + pattern,
-                   [&](const Recordset &row) {
-                       return folder("l" + row.text(u"JobOrOH"), row.text(u"Description"), "Tools\\Overhead\\");
-                   });
+    search.addRows(
+        "SELECT distinct JoborOH,LineItemTypeID,Operation.Description"
+        " FROM (Scrap INNER JOIN LineItemType"
+        " ON Scrap.LineItemTypeID = LineItemType.index)"
+        " INNER JOIN Operation on"
+        " (Scrap.JobOrOh=Operation.OperNo)"
+        " WHERE LineItemType.code='Overhead'"
+        " and Operation.Description LIKE "
+            + pattern,
+        [&](const Recordset &row) { return folder(charge(row), row.text(u"Description"), "Tools\\Overhead\\"); });
 
     search.addRows("SELECT Scrap.*,Employee.EmpId,"
                    " Employee.LastName,Employee.FirstName"
@@ -239,9 +246,10 @@ void ScrapView::find(clsTools &search, const QString &pattern) const
                    [&](const Recordset &row) {
                        const bool forOverhead = row.field(u"LineItemTypeId").toInteger() == Schema::overheadCharge;
                        ListItem item = scrapItem(row);
-                       const QString charge = chargeText(row);
-                       item.subItems.append(charge);
-                       item.path = (forOverhead ? "Tools\\Overhead\\" : "Tools\\Job\\") + charge;
+                       const QString called = chargeText(row);
+                       item.subItems.append(called);
+                       item.path = (forOverhead ? "Tools\\Overhead\\" : "Tools\\Job\\") + called;
+                       item.nodeKey = charge(row).nodeKey();
                        return item;
                    });
 }

@@ -16,6 +16,8 @@ public:
     void fillList(Panes &panes, const Node *node) const override;
     ItemId idOf(const Node &node) const override { return ItemId::of(node, ItemId::chargeKind); }
     ItemId idOf(const ListItem &item) const override { return ItemId::of(item, ItemId::charge); }
+    /// A job and an operation may have one number, and so one key.
+    Node *sameNode(KeyedTree &nodes, const Thing &before) const override;
     QString popUpOf(const Node &node) const override { return node.parent ? "mnuTreePopScrap" : QString(); }
     QString popUpOf(const ListItem &item) const override;
     Outcome remove(const Things &things, bool fromTree) const override;

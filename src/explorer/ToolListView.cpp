@@ -49,7 +49,12 @@ std::vector<int> ToolListView::selectedRows() const
     return rows;
 }
 
-void ToolListView::selectRow(int row) { setCurrentIndex(m_items.index(row, 0)); }
+// Whatever keys are held down: the view itself would add the row with Ctrl, or take it away.
+void ToolListView::selectRow(int row)
+{
+    selectionModel()->setCurrentIndex(m_items.index(row, 0),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
 
 bool ToolListView::selectRowsIf(const std::function<bool(int)> &suits)
 {
@@ -109,8 +114,6 @@ void ToolListView::keyPressEvent(QKeyEvent *event)
         emit itemOpened();
         return;
     }
-    if (m_widths.keyPressed(*event))
-        return;
     if (const int column = event->key() - Qt::Key_1;
         event->modifiers() == Qt::ControlModifier && column >= 0 && column < m_items.columnCount()) {
         headingClicked(column);

@@ -72,8 +72,12 @@ void TreeView::mouseReleaseEvent(QMouseEvent *event)
 {
     Node *node = nodeUnder(event->position().toPoint());
     if (event->button() == Qt::RightButton) {
-        if (node)
-            emit popUpWanted(node, event->globalPosition().toPoint());
+        if (node) {
+            selectNode(node);
+            emit popUpWanted(selectedNode(), event->globalPosition().toPoint());
+        } else {
+            emit gestureEnded();
+        }
         return;
     }
     PaneView::mouseReleaseEvent(event);

@@ -15,7 +15,6 @@ struct QueryKind;
 struct Objection {
     QString text;
     QMessageBox::Icon icon = QMessageBox::NoIcon;
-    bool stale = false; ///< it contradicts what the panes show
 };
 /// Shows it with OK.
 void say(const Objection &refusal);

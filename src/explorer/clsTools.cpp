@@ -78,9 +78,10 @@ clsTools::Place clsTools::placeOf(Kind kind, qint32 folder)
         return known;
     known.nodeKey = ItemId{ItemId::folder, folder}.nodeKey();
     try {
-        known.path = "Tools\\" + path(kind, folder);
+        known.shown = known.path = "Tools\\" + path(kind, folder);
     } catch (const BrokenChain &broken) {
-        known.path = broken.what(); // one folder that cannot be reached hides no other hit
+        known.path = "...";
+        known.shown = broken.what(); // one folder that cannot be reached hides no other hit
     }
     return known;
 }

@@ -52,7 +52,8 @@ public:
                  const std::function<bool(const Recordset &)> &suits = {});
     /// Where a folder stands in the tree.
     struct Place {
-        QString path; ///< from the root "Tools" on; where the way up is broken, what is wrong with it
+        QString path; ///< from the root "Tools" on; dots where the way up is broken
+        QString shown; ///< the same, or what is wrong with the way up
         QString nodeKey;
     };
     /// It is read once in a search.

@@ -69,8 +69,7 @@ void frmFind::cmdStart_Click()
         if (m_closeAfterSearch)
             close();
     });
-    m_searched = mfrmTree.view();
-    mobjTools.Find(*m_searched, ui.txtFind->text(), m_hits);
+    mobjTools.Find(*mfrmTree.view(), ui.txtFind->text(), m_hits);
 }
 
 void frmFind::cmdStop_Click()
@@ -104,9 +103,7 @@ void frmFind::cmdGoto_Click()
     const QModelIndex index = ui.lstFind->currentIndex();
     if (!index.isValid())
         return;
-    ListItem hit = m_hits.item(index.row());
-    if (mfrmTree.view() != m_searched)
-        hit.nodeKey.clear(); // another tree numbers its nodes otherwise
+    const ListItem hit = m_hits.item(index.row());
     if (!mfrmTree.goToHit(hit))
         inform("Unable to find the tree node " + hit.path
                + ". Make sure that the View mode has not changed since you ran this search. If so, please click on the "
@@ -137,6 +134,9 @@ void frmFind::keyPressEvent(QKeyEvent *event)
     } else if (event->key() == Qt::Key_Down && focusWidget() == ui.txtFind && m_hits.count() > 0) {
         ui.lstFind->setFocus();
         ui.lstFind->setCurrentIndex(m_hits.index(0, 0));
+    } else if (const int column = event->key() - Qt::Key_1;
+               event->modifiers() == Qt::ControlModifier && column >= 0 && column < m_hits.columnCount()) {
+        m_hits.clickHeading(column);
     } else {
         QDialog::keyPressEvent(event);
     }

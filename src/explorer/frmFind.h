@@ -39,7 +39,6 @@ private:
     clsTools mobjTools;
     KeyedList m_hits;
     ColumnWidths *m_widths = nullptr;
-    const class View *m_searched = nullptr; ///< the view that the hits are of
     bool m_inSearch = false;
     bool m_closeAfterSearch = false;
     QElapsedTimer m_sinceCountShown;

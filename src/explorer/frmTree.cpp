@@ -121,6 +121,7 @@ void frmTree::Startup(bool showProgress)
         mdi.showStartProgress(40);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
+    m_panes.isStarted = true;
     ViewByType();
     ui.tvMain->setFocus();
     if (showProgress)
@@ -227,6 +228,7 @@ void frmTree::renameNode(const QString &mode, int id, const QString &text)
 void frmTree::closeEvent(QCloseEvent *event)
 {
     m_started = false;
+    theMainFrame().showStatus({});
     emit FormUnload();
     event->accept();
 }

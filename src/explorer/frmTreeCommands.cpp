@@ -51,7 +51,6 @@ void frmTree::cmdScrapTool_Click()
         inform("The selected tool has already been scrapped.");
         return;
     }
-    narrowSelection();
     frmScrap::showModal();
 }
 

@@ -82,11 +82,12 @@ void frmTree::moveToPicked()
 // The explorer comes to the front; the find dialog stays open behind it.
 bool frmTree::goToHit(const ListItem &hit)
 {
-    if (m_panes.nodes().find(hit.nodeKey))
+    // By number, as siblings may be called alike, if that is the node meant.
+    if (const Node *node = m_panes.nodes().find(hit.nodeKey); node && KeyedTree::fullPath(node) == hit.path)
         m_panes.goTo(hit.nodeKey);
     else if (!m_panes.showPath(hit.path))
         return false;
-    activateWindow();
+    theMainFrame().bringToFront(this);
     ui.tvMain->setFocus();
     if (hit.icon == ItemIcon::folder)
         return true;

@@ -36,7 +36,6 @@ void MainSubs::CheckOutSelectedTool()
     } else if (item->icon == ItemIcon::toolScrapped) {
         msgBox({.text = "The selected tool is scrapped and cannot be Checked Out!"});
     } else if (ItemId::of(*item).kind == ItemId::toolInStock) {
-        theExplorer().narrowSelection();
         frmCheckOut::showModal();
     }
 }
@@ -53,7 +52,6 @@ void MainSubs::CheckInSelectedTool()
         msgBox({.text = "The selected tool is scrapped and must be restored before using!"});
     } else if (ItemId::of(*item).kind == ItemId::toolOut) {
         // The folders of the checked-out view are numbered like tools, but are none.
-        theExplorer().narrowSelection();
         frmCheckIn::showModal();
     }
 }
@@ -66,7 +64,6 @@ void MainSubs::RestoreSelectedScrap()
         if (theExplorer().itemCount() > 0)
             theExplorer().selectFirstItem();
     } else if (ItemId::of(*item).kind == ItemId::scrapRecord) {
-        theExplorer().narrowSelection();
         frmScrapRestore::showModal();
     }
 }

@@ -11,6 +11,7 @@
 frmCheckIn::frmCheckIn()
 {
     ui.setupUi(this);
+    theExplorer().narrowSelection();
     const ListItem *item = theExplorer().selectedItem();
     ui.lblDescription->setText(item->text);
     ui.lblPartNo->setText(item->subItem(1));

@@ -20,6 +20,7 @@ frmCheckOut::frmCheckOut()
                    .overheadStatement = "Select OperNo,Description from Operation Where"
                                         " OperType='O'order by Description"},
                   this);
+    theExplorer().narrowSelection();
     const ListItem *item = theExplorer().selectedItem();
     ui.lblTool->setText(item->text);
     // Behind the mark "..\" of a folder elsewhere in the tree.

@@ -51,6 +51,7 @@ frmScrap::frmScrap()
                   this);
     ui.dbcScrapReason->setSource(openRecordset("Select Id,Description from ScrapReasons order by description"),
                                  "Description", "Id");
+    theExplorer().narrowSelection();
     const ListItem *item = theExplorer().selectedItem();
     ui.lblTool->setText(item->text);
     ui.lblLocation->setText(item->subItem(3));

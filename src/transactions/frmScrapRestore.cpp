@@ -15,6 +15,7 @@
 
 frmScrapRestore::frmScrapRestore() : m_scrapId(ItemId::of(*theExplorer().selectedItem()).digits())
 {
+    theExplorer().narrowSelection();
     ui.setupUi(this);
     const Recordset scrap = openRecordset("Select * from Scrap where id=" + m_scrapId);
     ui.txtPart->setText(scrap.text(u"partNumber"));

@@ -63,9 +63,7 @@ private slots:
         m_crib->run({"UPDATE Types SET Parent=3 WHERE ID=1"}); // 1 above 2 above 3 above 1
         // A hit that hangs on nothing says so and hides no other.
         m_crib->insert("Types (Description,Parent)", {"'Torque heads',0"});
-        QCOMPARE(found("type", "*torque*"),
-                 QStringList({"t2 Unable to find the parent record", "t3 Unable to find the parent record",
-                              "t4 Tools\\Torque heads", "r1 Unable to find the parent record"}));
+        QCOMPARE(found("type", "*torque*"), QStringList({"t2 ...", "t3 ...", "t4 Tools\\Torque heads", "r1 ..."}));
     }
 
     void deletesSubtreesWhole()

@@ -21,6 +21,7 @@ public:
         resize(size);
         show();
     }
+    void bringToFront(QWidget *) override { activateWindow(); }
     void popUp(const QString &menu, const QPoint &, const QStringList &leftOut) override
     {
         popUps.append(leftOut.isEmpty() ? menu : menu + " without " + leftOut.join(','));

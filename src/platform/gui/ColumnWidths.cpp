@@ -17,6 +17,7 @@ constexpr int step = 16; // pixels
 ColumnWidths::ColumnWidths(QTreeView &view, const KeyedList &list) : QObject(&view), m_view(view), m_list(list)
 {
     view.viewport()->installEventFilter(this);
+    view.installEventFilter(this);
     connect(&list, &QAbstractItemModel::modelReset, this, &ColumnWidths::fit);
     connect(view.header(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
         if (m_fitting || column >= int(m_own.size()))
@@ -91,9 +92,11 @@ bool ColumnWidths::keyPressed(const QKeyEvent &key)
     return true;
 }
 
-bool ColumnWidths::eventFilter(QObject *, QEvent *event)
+bool ColumnWidths::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Resize)
+    if (event->type() == QEvent::KeyPress)
+        return keyPressed(*static_cast<QKeyEvent *>(event));
+    if (event->type() == QEvent::Resize && watched == m_view.viewport())
         fit();
     if (event->type() != QEvent::ToolTip)
         return false;

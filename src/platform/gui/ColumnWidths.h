@@ -7,7 +7,8 @@ class QTreeView;
 
 /// The widths of the columns of a list in report style, and the whole text of a cell that is cut. Each starts with its
 /// own; room that is left beside them goes to the first column until its texts are whole, then to all in proportion.
-/// What the user sets stays.
+/// What the user sets stays: Ctrl with an arrow goes to the next column, with Shift it makes the column narrower or
+/// wider.
 class ColumnWidths : public QObject
 {
     Q_OBJECT
@@ -17,14 +18,12 @@ public:
 
     /// After the columns have changed: each has its own width again.
     void reset();
-    /// Ctrl with an arrow goes to the next column, with Shift it makes the column narrower or wider.
-    /// @returns whether the key was one of these.
-    bool keyPressed(const QKeyEvent &key);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    bool keyPressed(const QKeyEvent &key);
     void fit();
     int longestText() const;
 
