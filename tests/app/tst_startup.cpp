@@ -133,19 +133,10 @@ private slots:
         });
     }
 
-    void theFrameComesBackAsItWas_data()
-    {
-        columns<QByteArray>("settings");
-        row("on the first day", QByteArray());
-        row("from a broken file", QByteArray("[mdiMain]\ngeometry=@ByteArray(\\x1\\xd9\\xd0\\xcb\\0\\x3\n\0=[", 50));
-        row("from a file of another program", QByteArray("[mdiMain]\ngeometry=@Variant(nonsense)\n"));
-    }
-
     void theFrameComesBackAsItWas()
     {
-        QFETCH(QByteArray, settings);
         makeDatabase();
-        writeFile(file("vorlane.ini"), settings);
+        writeFile(file("vorlane.ini"), "[mdiMain]\ngeometry=@ByteArray(\\x1\\xd9\\xd0\\xcb"); // a broken file
         UserSettings::setFile(file("vorlane.ini"));
         const auto forget = qScopeGuard([] { UserSettings::setFile({}); });
         run([](mdiMain &frame) {

@@ -1,27 +1,7 @@
 #include "explorer/frmTreeSelect.h"
-#include "platform/gui/KeyedTree.h"
 #include "tests/support/CribDatabase.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
-
-namespace {
-
-QStringList shown(const QTreeView *tree)
-{
-    QStringList texts;
-    for (QModelIndex index = tree->model()->index(0, 0); index.isValid(); index = tree->indexBelow(index))
-        texts.append(index.data().toString());
-    return texts;
-}
-
-QModelIndex node(const QTreeView *tree, const QString &text)
-{
-    const QModelIndexList found = tree->model()->match(tree->model()->index(0, 0), Qt::DisplayRole, text, 1,
-                                                       Qt::MatchExactly | Qt::MatchRecursive);
-    return found.value(0);
-}
-
-}
 
 class TestTreeSelect : public QObject
 {
@@ -81,15 +61,6 @@ private slots:
             QCOMPARE(picked->path, path);
             QTEST(picked->id, "id");
         }
-    }
-
-    void folderThatMovedMeanwhileIsShownWhereItIs()
-    {
-        frmTreeSelect form("type", nullptr);
-        QTreeView *tree = form.ui.tvMain;
-        crib->run({"Update Types set Parent=1 where Description='Drills'"});
-        tree->expand(node(tree, "Wrenches"));
-        QCOMPARE(shown(tree), QStringList({"Vorlane", "Wrenches", "Drills", "Torque wrenches"}));
     }
 
 private:

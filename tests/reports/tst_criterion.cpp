@@ -43,13 +43,6 @@ private slots:
             " OR  locations.description = 'Shelf 2'",
             " and {locations.description} = 'Cabinet A' OR  {locations.description} = 'Shelf 1'"
             " OR  {locations.description} = 'Shelf 2'");
-        row("a type with the one below it", tools, "Type", Entry{.shown = {"Wrenches"}},
-            " and types.description = 'Wrenches' OR  types.description = 'Torque wrenches'",
-            " and {types.description} = 'Wrenches' OR  {types.description} = 'Torque wrenches'");
-        row("locations from one to another, as they are called", tools, "Location",
-            Entry{.isRange = true, .shown = {"Cabinet A", "Shelf"}},
-            " and locations.description between 'Cabinet A' and 'Shelf'",
-            " and {locations.description} in 'Cabinet A' to 'Shelf'");
 
         const QueryKind *prices = &QueryKind::frmReportAllTools;
         row("prices as typed", prices, "Price", Entry{.isRange = true, .shown = {"10", "$1,225.50"}},
@@ -59,10 +52,6 @@ private slots:
 
         row("the day of scrapping", &QueryKind::frmQueryScrap, "Scrap Date", Entry{.shown = {"2026-03-04"}},
             " and format(Scrap.ScrapDate,'short date') = #2026-03-04#", " and {Scrap.ScrapDate}= date(2026,03,04)");
-        row("the day of a junk tool", &QueryKind::frmReportJunkTools, "Date In",
-            Entry{.isRange = true, .shown = {"2026-03-04", "2026-03-05"}},
-            " and Date between #2026-03-04# and #2026-03-05#",
-            " and {Scrap.Date} in date(2026,03,04) to date(2026,03,05)");
     }
 
     void condition()
@@ -71,21 +60,6 @@ private slots:
         const Condition built = conditionOf(criterion(*form, caption), entry);
         QTEST(built.statement, "statement");
         QTEST(built.formula, "formula");
-    }
-
-    void refused_data()
-    {
-        columns<const QueryKind *, QString, QString>("form", "caption", "shown");
-        row("a date that is none", &QueryKind::frmQueryCheckedOut, "Check In", "soon");
-        row("a date with a time", &QueryKind::frmReportJunkTools, "Date In", "2026-03-04 08:00");
-        row("a location that is none", &QueryKind::frmQueryTypeLoc, "Location", "Cellar");
-        row("a name that ends the text", &QueryKind::frmQueryTypeLoc, "Type", "O'Brien");
-    }
-
-    void refused()
-    {
-        const auto [form, caption, shown] = fetched<const QueryKind *, QString, QString>("form", "caption", "shown");
-        QVERIFY_EXCEPTION_THROWN(conditionOf(criterion(*form, caption), {.shown = {shown}}), std::exception);
     }
 
 private:

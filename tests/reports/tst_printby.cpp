@@ -41,7 +41,7 @@ private slots:
             QVERIFY(!form.isVisible());
         });
         QueryForm::showModal(QueryKind::frmReportJunkTools);
-        QVERIFY(user.texts()[0].startsWith("20504:  Report Not Found."));
+        QVERIFY(user.boxes()[0].startsWith("Crystal Reports Error (critical): 20504:  Report Not Found.  You have "));
         const ReportControl &control = crib.frame.CrpMain();
         QTEST(control.windowTitle, "title");
         QCOMPARE(control.reportFile, crib.folder.path() + '\\' + file);

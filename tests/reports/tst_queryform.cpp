@@ -27,17 +27,10 @@ private slots:
 
         use->click();
         QCOMPARE(background(*use), QColor(0, 250, 0));
-        QCOMPARE(use->palette().color(QPalette::WindowText), QColor(0, 0, 0));
-        QVERIFY(from->isEnabled() && from->hasFocus());
-        QVERIFY(!range->isEnabled());
+        QVERIFY(from->hasFocus() && !range->isEnabled());
         enter(form, "dbcPart1", "P-1");
-        QVERIFY(range->isEnabled());
-        enter(form, "dbcPart1", "");
-        QVERIFY(range->isEnabled());
-        enter(form, "dbcPart1", "P-1");
-
         range->click();
-        QVERIFY(to->isEnabled() && to->hasFocus());
+        QVERIFY(to->hasFocus());
         enter(form, "dbcPart2", "P-9");
         range->click();
         QVERIFY(!to->isEnabled());
@@ -54,9 +47,7 @@ private slots:
     void rowWithoutValueSwitchesItselfOff()
     {
         QueryForm form(QueryKind::frmReportJunkTools);
-        box(form, "chkUseDate")->click();
         box(form, "chkUseJob")->click();
-        QVERIFY(!box(form, "chkUseDate")->isChecked());
         enter(form, "dbcJob1", "  ");
         box(form, "chkUseDate")->click();
         QVERIFY(!box(form, "chkUseJob")->isChecked());
@@ -71,35 +62,25 @@ private slots:
         QCOMPARE(user.boxes(), QStringList("No Criteria! (information): Please Enter Criteria For Query! [OK]"));
     }
 
-    void listsAreReadOnFirstUse_data()
-    {
-        columns<const QueryKind *>("kind");
-        for (const QueryKind *kind :
-             {&QueryKind::frmQueryCheckedOut, &QueryKind::frmQueryTypeLoc, &QueryKind::frmReportAllTools,
-              &QueryKind::frmQueryScrap, &QueryKind::frmReportJunkTools})
-            row(kind->name, kind);
-    }
-
     void listsAreReadOnFirstUse()
     {
-        QFETCH(const QueryKind *, kind);
         const Database::Counters &counters = Session::database().counters();
-        qint64 run = counters.run;
-        QueryForm form(*kind);
-        QCOMPARE(form.objectName(), kind->name);
-        for (const Criterion &row : kind->criteria)
-            box(form, row.useBox)->click();
-        QCOMPARE(counters.run - run, 0);
-
-        for (const Criterion &row : kind->criteria) {
-            if (!row.source)
-                continue;
-            run = counters.run;
-            for (const char *number : {"1", "2"})
-                form.findChild<BoundCombo *>(row.valueBoxes + QString(number))->showPopup();
-            QCOMPARE(counters.run - run, 1);
-            const QStringList expected = m_crib->rows(row.choices.statement);
-            QCOMPARE(form.findChild<BoundCombo *>(row.valueBoxes + QString("2"))->count(), int(expected.size()));
+        for (const QueryKind *kind :
+             {&QueryKind::frmQueryCheckedOut, &QueryKind::frmQueryTypeLoc, &QueryKind::frmReportAllTools,
+              &QueryKind::frmQueryScrap, &QueryKind::frmReportJunkTools}) {
+            QueryForm form(*kind);
+            for (const Criterion &row : kind->criteria) {
+                qint64 run = counters.run;
+                box(form, row.useBox)->click();
+                QCOMPARE(counters.run, run);
+                if (!row.source)
+                    continue;
+                for (const char *number : {"1", "2"})
+                    form.findChild<BoundCombo *>(row.valueBoxes + QString(number))->showPopup();
+                QCOMPARE(counters.run, run + 1);
+                const auto offered = form.findChild<BoundCombo *>(row.valueBoxes + QString("2"))->count();
+                QCOMPARE(offered, m_crib->rows(row.choices.statement).size());
+            }
         }
     }
 

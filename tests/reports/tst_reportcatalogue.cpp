@@ -2,7 +2,6 @@
 #include "reports/frmImportSelected.h"
 #include "reports/frmNewReport.h"
 #include "tests/reports/ReportsCrib.h"
-#include "tests/support/DataRows.h"
 #include "tests/support/ModelTexts.h"
 #include "tests/support/ScriptedUser.h"
 
@@ -22,57 +21,48 @@ private slots:
     }
     void cleanup() { m_crib.reset(); }
 
-    void setDefault_data()
+    void setsTheDefault()
     {
-        columns<QMessageBox::StandardButton, QStringList>("answer", "templates");
-        row("leaves one", QMessageBox::Ok, QStringList{"Junk Tools|0", "Mine|-1", "Yours|0"});
-        row("asks first", QMessageBox::Cancel, QStringList{"Junk Tools|-1", "Mine|0", "Yours|-1"});
-    }
-
-    void setDefault()
-    {
-        QFETCH(QMessageBox::StandardButton, answer);
         ScriptedUser user(QMessageBox::Ok);
-        user.answers(answer);
-        config([](frmConfigReports &form) {
+        user.answers(QMessageBox::Cancel).answers(QMessageBox::Ok);
+        whenModal<frmConfigReports>([this](frmConfigReports &form) {
             QCOMPARE(form.ui.dbcRtype->currentText(), "Tools Out");
             form.ui.dbcRtype->setCurrentText("Junk Tools");
             QCOMPARE(textsOf(form.ui.dbgReport->model(), 2), QStringList({"Yes", "No", "Yes"}));
             form.ui.cmdDefault->click();
             form.ui.dbgReport->selectRow(1);
             form.ui.cmdDefault->click();
+            QCOMPARE(junkTemplates(), QStringList({"Junk Tools|-1", "Mine|0", "Yours|-1"}));
+            form.ui.cmdDefault->click();
             QCOMPARE(form.ui.dbgReport->selectedRows(), QList<int>{1});
         });
+        frmConfigReports::showModal();
+        const QString question = "Set as Default (question): Set Mine As Default for Junk Tools? [OK]* [Cancel]";
         QCOMPARE(user.boxes(),
-                 QStringList({"Selection Error (information): Nothing Selected!. [OK]",
-                              "Set as Default (question): Set Mine As Default for Junk Tools? [OK]* [Cancel]"}));
-        QTEST(junkTemplates(), "templates");
+                 QStringList({"Selection Error (information): Nothing Selected!. [OK]", question, question}));
+        QCOMPARE(junkTemplates(), QStringList({"Junk Tools|0", "Mine|-1", "Yours|0"}));
     }
 
-    void remove_data()
+    void removes()
     {
-        columns<int, QMessageBox::StandardButton, QStringList, int>("row", "answer", "said", "left");
-        row("one of our own", 1, QMessageBox::Ok, QStringList("Delete This Record?"), 2);
-        row("asks first", 1, QMessageBox::Cancel, QStringList("Delete This Record?"), 3);
-        row("one that came with the program, after the question", 0, QMessageBox::Ok,
-            QStringList{"Delete This Record?", "You Cannot Delete OEM Reports!."}, 3);
-    }
-
-    void remove()
-    {
-        const auto [row, answer, said, left] =
-            fetched<int, QMessageBox::StandardButton, QStringList, int>("row", "answer", "said", "left");
-        ScriptedUser user;
-        user.answers(answer, int(said.size()));
-        config([&](frmConfigReports &form) {
+        ScriptedUser user(QMessageBox::Cancel);
+        user.answers(QMessageBox::Ok, 3);
+        whenModal<frmConfigReports>([](frmConfigReports &form) {
             form.ui.dbcRtype->setCurrentText("Junk Tools");
-            form.ui.dbgReport->selectRow(row);
-            form.ui.cmdRemove->click();
-            QCOMPARE(form.ui.dbgReport->model()->rowCount(), left);
+            const auto remove = [&](int row) {
+                form.ui.dbgReport->selectRow(row);
+                form.ui.cmdRemove->click();
+                return textsOf(form.ui.dbgReport->model());
+            };
+            QCOMPARE(remove(1).size(), 3); // no
+            QCOMPARE(remove(0).size(), 3); // it came with the program
+            QCOMPARE(remove(1), QStringList({"Junk Tools", "Yours"}));
         });
+        frmConfigReports::showModal();
         QCOMPARE(user.seen[0].defaultButton, QMessageBox::Cancel);
-        QCOMPARE(user.texts(), said);
-        QCOMPARE(junkTemplates().size(), left);
+        const QString question = "Delete This Record?";
+        QCOMPARE(user.texts(), QStringList({question, question, "You Cannot Delete OEM Reports!.", question}));
+        QCOMPARE(junkTemplates(), QStringList({"Junk Tools|-1", "Yours|-1"}));
     }
 
     void importing()
@@ -80,7 +70,7 @@ private slots:
         for (const char *name : {"b.rpt", "A.RPT", "notes.txt"})
             m_crib->addTemplate(name, {}, {});
         ScriptedUser user(QMessageBox::Ok, 4);
-        config([&](frmConfigReports &form) {
+        whenModal<frmConfigReports>([&](frmConfigReports &form) {
             form.ui.dbcRtype->setCurrentText("All Tools");
             whenModal<frmNewReport>([](frmNewReport &chooser) {
                 QCOMPARE(textsOf(chooser.ui.filReport->model()), QStringList({"A.RPT", "b.rpt"}));
@@ -104,6 +94,7 @@ private slots:
             form.ui.cmdAdd->click();
             QCOMPARE(form.ui.dbgReport->model()->rowCount(), 2);
         });
+        frmConfigReports::showModal();
         QCOMPARE(user.texts(),
                  QStringList({"Nothing Selected To Delete!", "You must enter a Report Type!", "You must enter a Name!",
                               "You must enter a Description!"}));
@@ -116,12 +107,6 @@ private:
     {
         return m_crib->rows("Select Name,Default from Reports where Module='Junk Tools'");
     }
-    static void config(const std::function<void(frmConfigReports &)> &steps)
-    {
-        whenModal<frmConfigReports>(steps);
-        frmConfigReports::showModal();
-    }
-
     std::unique_ptr<ReportsCrib> m_crib;
 };
 

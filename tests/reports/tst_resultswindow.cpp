@@ -81,8 +81,6 @@ private slots:
                              "or the Default Report is missing! [OK]"));
         QCOMPARE(window.ui.dbcReport->text() + window.ui.lbldesc->text(), QString());
         QVERIFY(!window.ui.cmdPrintScr->isEnabled() && !window.ui.cmdPrintSel->isEnabled());
-        QTest::keyClicks(window.ui.dbcReport, "none");
-        QVERIFY(window.ui.cmdPrintScr->isEnabled() && window.ui.lbldesc->text().isEmpty());
         window.ui.dbcReport->setText("Tools Scrapped");
         QVERIFY(window.ui.cmdPrintScr->isEnabled() && window.ui.cmdPrintSel->isEnabled());
         QCOMPARE(window.ui.lbldesc->text(), "Scrapped tools by reason, with their price");
@@ -122,36 +120,21 @@ private slots:
         ResultsWindow &window = open(ResultsKind::frmReportToolsOutQresults, loans());
         clickHeading(window, 3);
         const QStringList before = textsOf(window.ui.dbgCustFound->model());
-        for (const int column : {1, 2}) { // Decription, Part Number
-            ScriptedUser user(QMessageBox::Ok);
-            clickHeading(window, column);
-            QCOMPARE(user.texts(), QStringList("Too few parameters. Expected 1."));
-            QCOMPARE(user.seen[0].icon, QMessageBox::Critical);
-            QCOMPARE(textsOf(window.ui.dbgCustFound->model()), before);
-            QCOMPARE(window.ui.dbgCustFound->horizontalHeader()->sortIndicatorSection(), 3);
-        }
+        ScriptedUser user(QMessageBox::Ok, 2);
+        clickHeading(window, 1); // Decription
+        clickHeading(window, 2); // Part Number
+        QCOMPARE(user.texts(), QStringList(2, "Too few parameters. Expected 1."));
+        QCOMPARE(textsOf(window.ui.dbgCustFound->model()), before);
+        QCOMPARE(window.ui.dbgCustFound->horizontalHeader()->sortIndicatorSection(), 3);
     }
 
-    void numbersThatDoNotFit_data()
+    void recordsWithoutANumberAreNotPrinted()
     {
-        columns<const ResultsKind *, QString, QString>("kind", "statement", "message");
-        row("above 16 bits", &ResultsKind::frmReportToolsOutQresults,
-            QueryKind::frmQueryCheckedOut.statement + QString(" where CheckOutIn.ID = 40000"), "Overflow");
-        row("none at all", &ResultsKind::frmReportToolsJunkQresults, "Select * FROM Scrap where Job Is Null",
-            "A selected record has no Job.");
-    }
-
-    void numbersThatDoNotFit()
-    {
-        const auto [kind, statement, message] =
-            fetched<const ResultsKind *, QString, QString>("kind", "statement", "message");
-        m_crib->run({"INSERT INTO CheckOutIn (ID,Tool_Id,Active) VALUES(40000,1,0)"});
-        ResultsWindow &window = open(*kind, statement);
+        ResultsWindow &window = open(ResultsKind::frmReportToolsJunkQresults, "Select * FROM Scrap where Job Is Null");
         ScriptedUser user(QMessageBox::Ok);
         select(window, {0});
         window.ui.cmdPrintSel->click();
-        QCOMPARE(user.texts(), QStringList(message));
-        QVERIFY(user.seen[0].detail.contains("Report Shown"));
+        QCOMPARE(user.texts(), QStringList("A selected record has no Job."));
         QVERIFY(!control(window)->preview());
     }
 
@@ -160,7 +143,8 @@ private slots:
         m_crib->addTemplate("LoanSheet.rpt", "<from table=\"CheckOutIn\"/>", "{CheckOutIn.ID}");
         m_crib->frame.resize(1003, 404);
         ScriptedUser user(QMessageBox::Ok);
-        ResultsWindow &window = open(ResultsKind::frmReportToolsOutQresults, loans(), "{CheckOutIn.ID} in 1 to 3");
+        ResultsWindow &window = open(ResultsKind::frmReportToolsOutQresults, loans(), "{CheckOutIn.ID} in 1 to 3",
+                                     &QueryKind::frmQueryCheckedOut);
         QCOMPARE(window.ui.dbcReport->text(), "Tools Checked Out"); // the default
         QCOMPARE(window.ui.lbldesc->text(), "Loans of each employee");
         window.ui.dbcReport->setText("Loan Sheet");
@@ -173,26 +157,18 @@ private slots:
         QCOMPARE(QRect(crpMain.windowLeft, crpMain.windowTop, crpMain.windowWidth, crpMain.windowHeight),
                  QRect(65, 40, 802, 323));
         QPointer<PreviewWindow> preview = crpMain.preview();
-        QVERIFY(preview && preview->isVisible());
-        QCOMPARE(preview->windowTitle(), "Query Results");
-        QVERIFY(window.isVisible());
+        QVERIFY(preview && preview->isVisible() && window.isVisible());
         preview->ui.mnuFilePrint->trigger();
         QVERIFY2(user.texts().value(0).startsWith("20526:  No Default Printer."), "this machine has a printer");
 
-        window.ui.cmdCancel->click();
+        whenModal<QueryForm>([&](QueryForm &form) {
+            QCOMPARE(form.objectName(), "frmQueryCheckedOut");
+            QVERIFY(!preview || !preview->isVisible());
+            QVERIFY(!ResultsWindow::opened(ResultsKind::frmReportToolsOutQresults));
+        });
+        window.ui.cmdRedo->click();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!preview);
-    }
-
-    void failedRunIsExplained()
-    {
-        ResultsWindow &window = open(ResultsKind::frmReportToolsOutQresults, loans());
-        ScriptedUser user(QMessageBox::Ok, 2);
-        window.ui.cmdPrintScr->click();
-        m_crib->addTemplate("ToolsCheckedOut.rpt", "<from table=\"CheckOutIn\"/>\n<sort/>", "x");
-        window.ui.cmdPrintScr->click();
-        QCOMPARE(user.texts()[0], "20504:  Report Not Found.  You have specified a report that does not exist.");
-        QVERIFY(user.seen[1].detail.contains("line 2"));
     }
 
     void selectedRowsAreCopied()
@@ -205,24 +181,6 @@ private slots:
                  "Tool Description\tPart Number\tType\tLocation\tManufacturer\n"
                  "Drill\tP-1\tWrenches\tCabinet A\tHilti\n"
                  "Saw\t3/4\"  x\tTorque wrenches\tCabinet A\t\"Two\t\"\"cells\"\"\"\n");
-    }
-
-    void redo()
-    {
-        QPointer<ResultsWindow> window =
-            &open(ResultsKind::frmReportToolsOutQresults, loans(), {}, &QueryKind::frmQueryCheckedOut);
-        m_crib->addTemplate("ToolsCheckedOut.rpt", "<from table=\"CheckOutIn\"/>", "{CheckOutIn.ID}");
-        window->ui.cmdPrintScr->click();
-        const QPointer<PreviewWindow> preview = control(*window)->preview();
-        QVERIFY(preview);
-        whenModal<QueryForm>([&](QueryForm &form) {
-            QCOMPARE(form.objectName(), "frmQueryCheckedOut");
-            QVERIFY(!preview || !preview->isVisible());
-            QVERIFY(!ResultsWindow::opened(ResultsKind::frmReportToolsOutQresults));
-        });
-        window->ui.cmdRedo->click();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!window);
     }
 
 private:

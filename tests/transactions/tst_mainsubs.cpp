@@ -58,59 +58,36 @@ private slots:
         // Without a selection the first item is offered, if there is one.
         QCOMPARE(explorer.selected, 0);
         QCOMPARE(explorer.calls, key.isEmpty() && box.contains("Check") ? QStringList("focus list") : QStringList());
-        if (!key.isEmpty())
-            return;
-        explorer.items.clear();
-        explorer.selected = -1;
-        user.answers(QMessageBox::Ok);
-        command();
-        QCOMPARE(explorer.selected, -1);
     }
 
-    void purgeTakesRecordLoansAndTheToolOfItsNumber()
+    void purges_data()
     {
-        scrapToolFive();
+        columns<QString, bool, QString, QString, QString>("icon", "kept", "scrap", "loans", "tools");
+        row("a folder is none", "Type", false, "16384", "5 6", "1 5 16384");
+        // The tool of the record's number, not the one that was scrapped.
+        row("record, loans and the tool of its number", "Tool", false, "", "6", "1 5");
+        row("each failure is told and the rest goes on", "Tool", true, "", "5 6", "1 5");
+    }
+
+    void purges()
+    {
+        const auto [icon, kept] = fetched<QString, bool>("icon", "kept");
+        crib->insert("Scrap (ToolID,Type,Description,Location)", {"5,2,'Torque wrench',1"});
+        crib->insert("CheckOutIn (Tool_Id,Employee,Active)", {"5,'21',0", "6,'21',0"});
         crib->insert("Tools (ID,Type,Location,Description)", {"16384,1,1,'Live'", "5,1,1,'Live'"});
-        QVERIFY(!MainSubs::PurgeScrapped("Type", 16384));
-        QCOMPARE(crib->rows("Select ID from Scrap"), QStringList("16384"));
-
-        QVERIFY(MainSubs::PurgeScrapped("Tool", 16384));
-        QCOMPARE(crib->rows("Select ID from Scrap"), QStringList());
-        QCOMPARE(crib->rows("Select Tool_Id from CheckOutIn"), QStringList("6"));
-        // The record's number, not its tool's.
-        QCOMPARE(crib->rows("Select ID from Tools order by ID"), QStringList({"1", "5"}));
-    }
-
-    void purgeReportsEachFailureAndGoesOn()
-    {
-        scrapToolFive();
-        Session::database().executeNative("CREATE TRIGGER KeepLoans BEFORE DELETE ON CheckOutIn"
-                                          " BEGIN SELECT RAISE(ABORT, 'loans are kept'); END");
-        ScriptedUser user(QMessageBox::Ok);
-        QVERIFY(!MainSubs::PurgeScrapped("Tool", 16384));
-        QVERIFY(user.texts()[0].contains("loans are kept"));
-        QVERIFY(user.texts()[0].front().isDigit());
-        QCOMPARE(crib->rows("Select ID from Scrap"), QStringList());
-        QCOMPARE(crib->rows("Select Tool_Id from CheckOutIn"), QStringList({"5", "6"}));
-    }
-
-    void filterKey()
-    {
-        QCOMPARE(MainSubs::FilterKey('a', "XYZA", false, ""), int('a')); // in either case
-        QCOMPARE(MainSubs::FilterKey('b', "*12", false, ""), 0);
-        QCOMPARE(MainSubs::FilterKey('a', "abc", false, "A"), 0);
-        QCOMPARE(MainSubs::FilterKey(8, "0123", true, ""), 8);
-        QCOMPARE(MainSubs::FilterKey(8, "0123", false, ""), 0);
+        if (kept)
+            Session::database().executeNative("CREATE TRIGGER KeepLoans BEFORE DELETE ON CheckOutIn"
+                                              " BEGIN SELECT RAISE(ABORT, 'loans are kept'); END");
+        ScriptedUser user(QMessageBox::Ok, kept);
+        QCOMPARE(MainSubs::PurgeScrapped(icon, 16384), icon == "Tool" && !kept);
+        QCOMPARE(user.texts().join("").contains("loans are kept"), kept);
+        QTEST(crib->rows("Select ID from Scrap").join(' '), "scrap");
+        QTEST(crib->rows("Select Tool_Id from CheckOutIn").join(' '), "loans");
+        QTEST(crib->rows("Select ID from Tools order by ID").join(' '), "tools");
     }
 
 private:
     using Command = void (*)();
-
-    void scrapToolFive()
-    {
-        crib->insert("Scrap (ToolID,Type,Description,Location)", {"5,2,'Torque wrench',1"});
-        crib->insert("CheckOutIn (Tool_Id,Employee,Active)", {"5,'21',0", "6,'21',0"});
-    }
 
     std::optional<CribWithTool> crib;
 };

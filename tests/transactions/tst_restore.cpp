@@ -65,10 +65,6 @@ private slots:
             QTest::keyClick(form.ui.txtDesc, Qt::Key_Return);
             crib->explorer.picked = PickedFolder{2, "Vorlane\\Cabinet B"};
             QTest::mouseClick(form.ui.cmdTreeLoc, Qt::LeftButton);
-            QCOMPARE(form.ui.txtLocation->text(), "Vorlane\\Cabinet B");
-            // A cancelled picker leaves things as they are.
-            crib->explorer.picked.reset();
-            QTest::mouseClick(form.ui.cmdTreeLoc, Qt::LeftButton);
             form.ui.cmdRestore->click();
             crib->explorer.picked = PickedFolder{1, "Vorlane\\Wrenches"};
             QTest::mouseClick(form.ui.cmdTreeType, Qt::LeftButton);
@@ -83,7 +79,7 @@ private slots:
                          "Location. [OK]",
                          remark("Location may not be blank!"), remark("Tool Type may not be blank!"),
                          "Restore Tool: Tool was successfully restored [OK]"}));
-        QCOMPARE(crib->explorer.calls, QStringList({"pick location", "pick location", "pick type", "rebuild view"}));
+        QCOMPARE(crib->explorer.calls, QStringList({"pick location", "pick type", "rebuild view"}));
         QCOMPARE(crib->rows("Select Type,Location from Tools"), QStringList("1|2"));
     }
 
