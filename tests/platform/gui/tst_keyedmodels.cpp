@@ -1,10 +1,8 @@
-#include "platform/gui/ColumnWidths.h"
 #include "platform/gui/KeyedList.h"
 #include "platform/gui/KeyedTree.h"
 
 #include <QAbstractItemModelTester>
 #include <QTest>
-#include <QTreeView>
 
 /// The models behind trees and lists.
 class TestKeyedModels : public QObject
@@ -47,29 +45,6 @@ private slots:
             QCOMPARE(tree.rowCount(), 0);
         }
         QCOMPARE(tree.rowCount(), 1);
-    }
-
-    void spareWidthGoesToTheColumns()
-    {
-        KeyedList list([](int) { return ItemPicture{.meaning = "out"}; });
-        list.setColumns({{"Description", 1500}, {"Part Number", 1500}});
-        QTreeView view;
-        view.setModel(&list);
-        ColumnWidths widths(view, list);
-        widths.reset();
-        view.resize(120, 100);
-        view.show();
-        QCOMPARE(view.columnWidth(0), 100);
-        view.resize(1000, 100);
-        QCOMPARE(view.columnWidth(0), view.columnWidth(1));
-        list.add({.key = "r1", .text = QString(50, 'm')});
-        list.setColumns(list.columns());
-        QVERIFY(view.columnWidth(0) > view.fontMetrics().horizontalAdvance(QString(50, 'm')));
-        QVERIFY(view.columnWidth(0) + view.columnWidth(1) <= view.viewport()->width());
-        view.setColumnWidth(1, 300); // the user's
-        view.resize(1200, 100);
-        QCOMPARE(view.columnWidth(1), 300);
-        QCOMPARE(list.index(0, 0).data(Qt::AccessibleTextRole), QString(50, 'm') + ", out");
     }
 
     void oneDirectionServesAllHeadings()

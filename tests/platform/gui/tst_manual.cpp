@@ -5,13 +5,10 @@
 #include "tests/support/Files.h"
 #include "tests/support/ScriptedUser.h"
 
-#include <QAbstractItemView>
-#include <QCompleter>
 #include <QDir>
 #include <QLineEdit>
 #include <QMenu>
 #include <QRegularExpression>
-#include <QVBoxLayout>
 
 /// The pages of the manual as they are shipped, and F1.
 class TestManual : public QObject
@@ -60,7 +57,6 @@ private slots:
         columns<QString, QString>("focused", "page");
         row("a child window of the frame", "lstToolList", "tool-explorer.html");
         row("a pop-up over the child window", "mnuTreePopTool", "tool-explorer.html");
-        row("choices below a box that is typed into", "choices", "find.html");
         row("a window that nobody knows", "strange", "index.html");
     }
 
@@ -75,18 +71,11 @@ private slots:
         named(&frame, "mdiMain");
         QWidget *explorer = named(new QWidget(&frame), "frmTree");
         QWidget *list = named(new QLineEdit(explorer), "lstToolList");
-        QDialog find(explorer);
-        named(&find, "frmFind");
-        auto *txtFind = new QLineEdit(&find);
-        named(txtFind, "txtFind");
-        QCompleter completer({"Drill", "Die"});
-        completer.setWidget(txtFind);
-        QWidget *choices = named(completer.popup(), "choices");
         named(new QMenu(&frame), "mnuTreePopTool");
         named(new QLineEdit(&strange), "strange");
         list->setFocus(); // where the user was last in the frame
 
-        QWidget *in = focused == "choices" ? choices : frame.findChild<QWidget *>(focused);
+        QWidget *in = frame.findChild<QWidget *>(focused);
         QTest::keyClick(in ? in : strange.findChild<QWidget *>(focused), Qt::Key_F1);
         QCOMPARE(m_asked, QStringList(page));
     }
@@ -107,8 +96,6 @@ private slots:
                 const QPoint home = reader.ui.cmdHome->mapTo(&reader, reader.ui.cmdHome->rect().center());
                 QTest::mouseClick(reader.windowHandle(), Qt::LeftButton, {}, home);
                 QCOMPARE(reader.windowTitle(), "Vorlane Manager: Manual");
-                reader.ui.cmdBack->click();
-                QCOMPARE(reader.windowTitle(), "Check in");
                 // F1 in the reader itself tells of the dialog below it.
                 QTest::keyClick(reader.ui.txtPage, Qt::Key_F1);
                 QCOMPARE(reader.windowTitle(), "Check in");
@@ -117,16 +104,6 @@ private slots:
         }
         Manual::show("find.html"); // also after the dialog has gone
         QCOMPARE(frmManual::instance().windowTitle(), "Find");
-    }
-
-    void saysThatTheManualIsMissing()
-    {
-        QTemporaryDir empty;
-        ProgramFolder::setPath(empty.path());
-        ScriptedUser user(QMessageBox::Ok);
-        Manual::show("index.html");
-        QVERIFY(user.texts().value(0).contains(empty.path() + "/manual/index.html"));
-        QVERIFY(m_asked.isEmpty());
     }
 
 private:

@@ -1,8 +1,7 @@
 #include "platform/gui/ScreenFit.h"
-#include "platform/gui/WrappingPanel.h"
 
+#include <QBoxLayout>
 #include <QDialog>
-#include <QGridLayout>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -31,24 +30,6 @@ private slots:
         QVERIFY(screen.contains(dialog.frameGeometry()));
         QVERIFY(screen.contains(QRect(ok->mapToGlobal(QPoint()), ok->size())));
         QVERIFY(large->isVisible());
-    }
-
-    void controlsGoOnInFurtherRows()
-    {
-        QWidget window;
-        auto &panel = *new WrappingPanel(&window);
-        auto *grid = new QGridLayout(&panel);
-        QPushButton *last = nullptr;
-        for (int column = 0; column < 4; ++column)
-            grid->addWidget(last = new QPushButton("Some command"), 0, column);
-        const int wide = panel.sizeHint().width();
-        for (const int width : {wide, wide * 2 / 3, wide}) {
-            panel.resize(width, 200);
-            window.show();
-            grid->activate();
-            QVERIFY(last->geometry().right() <= panel.width());
-            QCOMPARE(last->y() > grid->itemAtPosition(0, 0)->widget()->y(), width < wide);
-        }
     }
 };
 

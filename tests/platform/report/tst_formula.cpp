@@ -4,21 +4,14 @@
 
 namespace {
 
-FieldKind kindOf(const QString &column)
-{
-    if (column == QStringLiteral("Number"))
-        return FieldKind::Number;
-    if (column == QStringLiteral("Flag"))
-        return FieldKind::YesNo;
-    return column == QStringLiteral("Date") ? FieldKind::DateTime : FieldKind::Text;
-}
-
 /// A formula over table T with the columns Text, Number, Flag and Date.
 struct Bound {
     explicit Bound(const QString &text) : formula(Formula::parse(text, fields))
     {
+        const QHash<QString, FieldKind> kinds{
+            {"Number", FieldKind::Number}, {"Flag", FieldKind::YesNo}, {"Date", FieldKind::DateTime}};
         for (int number = 0; number < fields.count(); ++number)
-            fields.at(number).kind = kindOf(fields.at(number).column);
+            fields.at(number).kind = kinds.value(fields.at(number).column, FieldKind::Text);
         formula.bind(fields);
     }
 
@@ -61,63 +54,46 @@ private slots:
 
     void comparesByKind_data()
     {
-        columns<QString, QString, QVariant, bool>("formula", "column", "value", "matches");
-        const auto row = [](const char *formula, const char *column, const QVariant &value, bool matches) {
-            QTest::addRow("%s for %s", formula, qPrintable(value.toString())) << formula << column << value << matches;
+        columns<QString, QString, Value, bool>("formula", "column", "value", "matches");
+        const auto row = [](const QString &formula, const QString &column, const Value &value, bool matches) {
+            ::row(qPrintable(formula + " for " + value.toText()), formula, column, value, matches);
         };
-        row("", "Text", "anything", true);
-        row("{T.Text} = 'drill'", "Text", "DRILL", true);
-        row("{T.Text} = 'stra\u00dfe'", "Text", "STRASSE", false);
-        row("{T.Text} = '\u00c4XTE'", "Text", "\u00e4xte", true);
-        row("{T.Text} = 'O''Neil \"x\"'", "Text", "O'Neil \"x\"", true);
-        row("{T.Text} = \"O'Neil \"\"x\"\"\"", "Text", "O'Neil \"x\"", true);
-        row("{T.Text} in 'd' to 'a'", "Text", "Bit", true);
-        row("{T.Text} IN 'a' TO 'b'", "Text", "B", true);
-        row("{T.Text} = 7", "Text", "7.0", true);
-        row("{T.Text} = 7", "Text", "seven", false);
-        row("{T.Text} in 10 to 2", "Text", "9", true);
-        row("{T.Text} in 10 to 2", "Text", "1009", false);
-        row("{T.Number}=-1e3", "Number", -1000, true);
+        row("", "Text", QString("anything"), true);
+        row("{T.Text} = 'stra\u00dfe'", "Text", QString("STRASSE"), false);
+        row("{T.Text} = '\u00c4XTE'", "Text", QString("\u00e4xte"), true);
+        row("{T.Text} = 'O''Neil \"x\"'", "Text", QString("O'Neil \"x\""), true);
+        row("{T.Text} = \"O'Neil \"\"x\"\"\"", "Text", QString("O'Neil \"x\""), true);
+        row("{T.Text} in 'd' to 'a'", "Text", QString("Bit"), true);
+        row("{T.Text} = 7", "Text", QString("7.0"), true);
+        row("{T.Text} = 7", "Text", QString("seven"), false);
+        row("{T.Text} in 10 to 2", "Text", QString("9"), true);
+        row("{T.Text} in 10 to 2", "Text", QString("1009"), false);
         row("{T.Number} in 25 to 10", "Number", 25, true);
         row("{T.Number} <= .5", "Number", 0.5, true);
-        row("{T.Number} > 5", "Number", 5, false);
         row("{T.Number} >= 5", "Number", 5, true);
         row("{T.Flag} = true", "Flag", -1, true);
-        row("{T.Date} = date(2024,03,04)", "Date", "2024-03-04 23:59:59", true);
-        row("{T.Date}= Date ( 2024 , 3 , 4 )", "Date", "2024-03-04 00:00:00", true);
-        row("{T.Date} > date(2024,03,04)", "Date", "2024-03-04 10:00:00", false);
-        row("{T.Date} > date(2024,03,04)", "Date", "2024-03-05 00:00:00", true);
-        row("{T.Date} in date(2023,12,30) to date(2024,01,02)", "Date", "2024-01-02 17:30:00", true);
-        row("{T.Date} in date(2024,01,02) to date(2023,12,30)", "Date", "2023-12-30 00:00:00", true);
-        row("{T.Date} <> date(2024,03,04)", "Date", QVariant(), false);
+        row("{T.Date} = date(2024,03,04)", "Date", QString("2024-03-04 23:59:59"), true);
+        row("{T.Date} > date(2024,03,04)", "Date", QString("2024-03-04 10:00:00"), false);
+        row("{T.Date} in date(2024,01,02) to date(2023,12,30)", "Date", QString("2023-12-30 00:00:00"), true);
+        row("{T.Date} <> date(2024,03,04)", "Date", Value(), false);
         for (const char *formula : {"{T.Text} = ''", "{T.Text} <> 'x'", "{T.Text} < 'x'", "{T.Text} in '' to 'x'"})
-            row(formula, "Text", QVariant(), false);
-        row("{T.Number} = 0", "Number", QVariant(), false);
-        row("{T.Number} = 0 or {T.Number} = 1", "Number", QVariant(), false);
+            row(formula, "Text", Value(), false);
+        row("{T.Number} = 0", "Number", Value(), false);
+        row("{T.Number} = 0 or {T.Number} = 1", "Number", Value(), false);
     }
 
     void comparesByKind()
     {
-        const auto [formula, column, value] = fetched<QString, QString, QVariant>("formula", "column", "value");
-        Value stored;
-        if (value.typeId() == QMetaType::Int)
-            stored = value.toInt();
-        else if (value.typeId() == QMetaType::Double)
-            stored = value.toDouble();
-        else if (value.isValid())
-            stored = value.toString();
-        QTEST(Bound(formula).matches({{column, stored}}), "matches");
+        const auto [formula, column, value] = fetched<QString, QString, Value>("formula", "column", "value");
+        QTEST(Bound(formula).matches({{column, value}}), "matches");
     }
 
     void andBindsTighterThanOr_data()
     {
         columns<QString, QList<int>>("formula", "numbers");
         row("and within or", "{T.Number} = 1 or {T.Number} > 2 and {T.Number} < 5", QList<int>{1, 3, 4});
-        row("brackets", "({T.Number} = 1 or {T.Number} > 2) and {T.Number} < 5", QList<int>{1, 3, 4});
-        row("nested", "((({T.Number}=1)or(({T.Number}=2)and({T.Number}=2))))or{T.Number}=7", QList<int>{1, 2, 7});
         row("a list among others", "{T.Number} = 5 or {T.Number} <= 1 or {T.Number} = 3 or {T.Number} = 8",
             QList<int>{0, 1, 3, 5, 8});
-        row("two lists", "({T.Number} = 5 or {T.Number} = 3) and ({T.Number} = 3 or {T.Number} = 1)", QList<int>{3});
         row("list of texts", "{T.Text} = 'N4' or {T.Text} = 'n2' or {T.Number} = 9", QList<int>{2, 4, 9});
     }
 
@@ -148,7 +124,6 @@ private slots:
         for (const char *formula : {"{Number} = 1", "{.Number} = 1", "{T.} = 1", "{T.a.b} = 1", "{T.a;b} = 1"})
             row(formula, formula, int(ResultCode::invalidFieldName));
         const QString term = QStringLiteral("{T.Number}=1");
-        row("as many brackets as allowed", QString(64, '(') + term + QString(64, ')'), 0);
         row("a bracket more", QString(65, '(') + term + QString(65, ')'), int(ResultCode::outOfMemory));
         row("as many terms as allowed", QStringList(50'000, term).join(" or "), 0);
         row("a term more", QStringList(50'001, term).join(" or "), int(ResultCode::outOfMemory));

@@ -26,7 +26,6 @@ struct LaidOut {
         for (const Row &row : rows)
             for (const Field &field : report.fields)
                 values.push_back(row[QStringLiteral("NABC").indexOf(field.column)]);
-        bindConditions();
         records = Records(report, std::move(values));
         composer = std::make_unique<BandComposer>(report, records, parameters, QDateTime({2024, 5, 6}, {7, 8, 9}));
         layout = std::make_unique<Layout>(report, records, *composer);
@@ -57,17 +56,6 @@ struct LaidOut {
     Records records;
     std::unique_ptr<BandComposer> composer;
     std::unique_ptr<Layout> layout;
-
-private:
-    void bindConditions()
-    {
-        for (Band *band : {&report.detail, &report.pageHeader, &report.reportFooter})
-            for (BandLine &line : band->lines) {
-                line.when.bind(report.fields);
-                for (Cell &cell : line.cells)
-                    cell.when.bind(report.fields);
-            }
-    }
 };
 
 QByteArray page(const QByteArray &bands, const QByteArray &attributes = {})
@@ -226,24 +214,30 @@ private slots:
         const QByteArray bands = "<pageheader>" + lines("{#rows} on {#today} at {#now}")
             + "</pageheader><group by=\"{T.A}\"><header>"
             + lines("{T.A:upper}: {count(T.B)} of {count()}, {sum(T.N):currency}")
-            + "</header></group><detail shade=\"#eeeeee\"><line><cell in=\"a\">{T.B}</cell>"
+            + "</header></group><group by=\"{T.C}\"><footer>" + lines("{T.C}: {avg(T.N)} {min(T.N)} {max(T.B)}")
+            + "</footer></group><detail shade=\"#eeeeee\"><line><cell in=\"a\">{T.B}</cell>"
               "<cell in=\"b\">{T.N:number 2}</cell></line></detail><reportfooter>"
             + lines("{sum(T.N)} {avg(T.N):number 1} {min(T.B)} {max(T.B)} {?title} {{x}") + "</reportfooter>";
-        LaidOut laidOut(
-            page(bands),
-            {{1.5, "a", "drill", ""}, {-2, "a", TestValue(), ""}, {10, "a", "Tap", ""}, {3, "b", "\u00c4xte", ""}},
-            {{"title", "Title"}});
+        LaidOut laidOut(page(bands),
+                        {{1.5, "a", "drill", "c"},
+                         {-2, "a", TestValue(), "c"},
+                         {10, "a", "Tap", "d"},
+                         {TestValue(), "a", "saw", "d"},
+                         {3, "b", "\u00c4xte", "d"}},
+                        {{"title", "Title"}});
         laidOut.complete();
-        QCOMPARE(
-            laidOut.texts(0),
-            QStringList({"4 on 2024-05-06 at 2024-05-06 07:08:09", "A: 2 of 3, $9.50", "drill", "1.50", "-2.00", "Tap",
-                         "10.00", "B: 1 of 1, $3.00", "\u00c4xte", "3.00", "12.5 3.1 \u00c4xte Tap Title {x}"}));
-        QList<double> shaded;
+        QCOMPARE(laidOut.texts(0),
+                 QStringList({"5 on 2024-05-06 at 2024-05-06 07:08:09", "A: 3 of 4, $9.50", "drill", "1.50", "-2.00",
+                              "c: -0.25 -2 drill", "Tap", "10.00", "saw", "d: 10 10 Tap", "B: 1 of 1, $3.00",
+                              "\u00c4xte", "3.00", "d: 3 3 \u00c4xte", "12.5 3.1 \u00c4xte Tap Title {x}"}));
+        QList<double> shaded, secondRows; // shading begins anew with each group
         for (const PageElement &element : laidOut.layout->elements(0))
             if (element.kind == PageElement::Shade)
                 shaded.append(element.rect.top());
-        QCOMPARE(shaded.size(), 1); // the second row; shading begins anew with the group
-        QCOMPARE(shaded.first(), laidOut.layout->page(0).bands[2].top);
+        for (const PlacedBand &placed : laidOut.layout->page(0).bands)
+            if (placed.band == &laidOut.report.detail && (placed.row == 1 || placed.row == 3))
+                secondRows.append(placed.top);
+        QCOMPARE(shaded, secondRows);
     }
 
     void wrapsAndElides()
@@ -257,8 +251,6 @@ private slots:
         QStringList wrapped, elided, tooWide;
         int codes = 0;
         for (const PageElement &element : laidOut.layout->elements(0)) {
-            QVERIFY(element.rect.left() >= laidOut.composer->margin());
-            QVERIFY(element.rect.right() <= laidOut.composer->pageSize().width() - laidOut.composer->margin());
             codes += element.kind == PageElement::BarCode;
             if (element.kind != PageElement::Text)
                 continue;
@@ -284,19 +276,6 @@ private slots:
                 QCOMPARE(measure.elided(line, width, 9, false), line);
     }
 
-    void conditionsChooseCellsAndLines()
-    {
-        LaidOut laidOut(page("<detail><line><cell in=\"a\" when=\"{T.N} = 4\">job {T.A}</cell><cell from=\"a\" "
-                             "to=\"b\" when=\"{T.N} = 5\">overhead {T.A}</cell>"
-                             "<cell in=\"a\">other</cell><cell in=\"b\">end</cell></line><line when=\"{T.N} = "
-                             "5\"><cell in=\"a\">more</cell></line></detail>"),
-                        {{4, "x", "", ""}, {5, "y", "", ""}, {TestValue(), "z", "", ""}});
-        laidOut.complete();
-        QCOMPARE(laidOut.texts(0), QStringList({"job x", "end", "overhead y", "more", "other", "end"}));
-        const std::vector<PlacedBand> &bands = laidOut.layout->page(0).bands;
-        QCOMPARE(bands[1].height, 2 * bands[0].height);
-    }
-
     void headingsOfMoreThanHalfAPageAreNotRepeated()
     {
         const QByteArray header =
@@ -304,7 +283,6 @@ private slots:
         LaidOut laidOut(page(header + "<detail>" + lines("{T.N}") + "</detail>"),
                         std::vector<Row>(40, Row{1, "a", "", ""}));
         laidOut.complete();
-        QVERIFY(laidOut.texts(0).contains("head"));
         QVERIFY(!laidOut.texts(1).contains("head"));
     }
 

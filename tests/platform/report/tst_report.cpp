@@ -8,30 +8,14 @@
 #include "platform/report/Report.h"
 #include "platform/system/Clock.h"
 
-#include <QPainter>
 #include <QPdfWriter>
-#include <QProcess>
 
 namespace {
 
-const QByteArray tools =
-    simpleTemplate("<from table=\"Tools\"/><sort by=\"{Tools.ID}\"/>", "{Tools.Description} {Tools.PricePer:currency}",
-                   "<pageheader><line><cell in=\"a\">{?title}, {?selection}</cell></line></pageheader>");
-
-/// What a program of the PDF tools prints; nothing where it is not installed.
-QByteArray printedBy(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    return process.waitForFinished() ? process.readAllStandardOutput() : QByteArray();
-}
-
-/// A device that is full from the start, where the system has one.
-bool openFullDevice(QFile &file)
-{
-    file.setFileName(QStringLiteral("/dev/full"));
-    return file.exists() && file.open(QIODevice::WriteOnly);
-}
+const QByteArray tools = simpleTemplate(
+    "<from table=\"Tools\"/><sort by=\"{Tools.ID}\"/>", "{Tools.Description} {Tools.PricePer:currency}",
+    "<pageheader><line><cell in=\"a\">{?title}, {?selection}</cell></line></pageheader><reportfooter><line "
+    "when=\"{Tools.ID} = 1\"><cell in=\"a\">of one</cell></line></reportfooter>");
 
 }
 
@@ -70,48 +54,16 @@ private slots:
         QTEST(m_report->open(name.replace("FOLDER", m_crib->folder.path()), {}), "code");
     }
 
-    void saysWhatIsWrong_data()
+    void failures()
     {
-        columns<QByteArray, QString, int, QString>("content", "formula", "code", "detail");
-        row("limit", tools, QString(70, '('), 20500, "formula, character 66: too many brackets within each other");
-        row("parameter", simpleTemplate("<from table=\"Tools\"/>", "{Tools.ID}{?color}"), "", 20553,
-            "Test.rpt, line 1: unknown parameter {?color}");
-    }
-
-    void saysWhatIsWrong()
-    {
-        const auto [content, formula, code, detail] =
-            fetched<QByteArray, QString, int, QString>("content", "formula", "code", "detail");
-        m_crib->addTemplate("Test.rpt", content);
-        // The message on standard error, too
-        QTest::ignoreMessage(QtWarningMsg, qPrintable(QStringLiteral("report error %1: %2").arg(code).arg(detail)));
-        QCOMPARE(m_report->open("Test.rpt", formula), code);
-        QCOMPARE(m_report->lastDetail(), detail);
-        QCOMPARE(m_report->pageCount(), 0);
-        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
-        QCOMPARE(m_report->lastDetail(), QString());
-    }
-
-    void databaseFailures()
-    {
+        m_crib->addTemplate("Odd.rpt", simpleTemplate("<from table=\"Tools\"/>", "{Tools.ID}{?color}"));
+        QCOMPARE(m_report->open("Odd.rpt", {}), 20553);
+        QCOMPARE(m_report->lastDetail(), "Odd.rpt, line 1: unknown parameter {?color}");
         QCOMPARE(Report(nullptr).open("Tools.rpt", {}), int(ResultCode::cannotOpenDatabase));
         m_crib->fill("DROP TABLE Tools");
         QCOMPARE(m_report->open("Tools.rpt", {}), int(ResultCode::tableNotFound));
         QVERIFY(QFile::remove(file("crib.mdb")));
         QCOMPARE(m_report->open("Tools.rpt", {}), int(ResultCode::cannotOpenDatabase));
-    }
-
-    void fillsInTitleAndSelection()
-    {
-        m_crib->addTemplate("Tools.rpt",
-                            QByteArray(tools).replace("version=\"1\"", "version=\"1\" title=\"All tools\""));
-        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
-        QCOMPARE(m_report->title(), "All tools");
-        QCOMPARE(m_report->layout(), 0);
-        QCOMPARE(m_report->find("All tools, All records", 0).size(), 1);
-        QCOMPARE(m_report->open("Tools.rpt", " {Tools.ID}\n= 1", {{"title", "Query Results"}}), 0);
-        QCOMPARE(m_report->layout(), 0);
-        QCOMPARE(m_report->find("All tools, Number is 1", 0).size(), 1);
     }
 
     void oneStepAtATime()
@@ -122,12 +74,7 @@ private slots:
         QCOMPARE(m_report->open("Tools.rpt", {}), 0);
         QCOMPARE(busy, int(ResultCode::jobBusy));
         QCOMPARE(m_report->layout(), 0);
-        QImage image(10, 10, QImage::Format_RGB32);
-        QPainter painter(&image);
-        for (const int page : {-1, m_report->pageCount()})
-            QCOMPARE(m_report->paint(painter, page), int(ResultCode::invalidPageNumber));
         QPdfWriter printer(file("no/such/folder.pdf"));
-        QCOMPARE(m_report->print(printer, 0, m_report->pageCount()), int(ResultCode::invalidPageNumber));
         QCOMPARE(m_report->print(printer, 0, 0), int(ResultCode::invalidPrinter));
     }
 
@@ -144,25 +91,21 @@ private slots:
                 m_report->cancel();
         });
         QCOMPARE(m_report->writePdf(pdf), int(ResultCode::cancelled));
-        QCOMPARE(m_report->writeCsv(file("a.csv")), 0);
         calls = 4;
-        QCOMPARE(m_report->writeCsv(file("b.csv")), int(ResultCode::cancelled));
+        QCOMPARE(m_report->writeCsv(file("a.csv")), int(ResultCode::cancelled));
         QCOMPARE(contentOf(pdf), "before");
-        QStringList expected = files + QStringList("a.csv");
-        expected.sort();
-        QStringList found = QDir(m_crib->folder.path()).entryList();
-        found.sort();
-        QCOMPARE(found, expected);
+        QCOMPARE(QDir(m_crib->folder.path()).entryList(), files);
         QCOMPARE(m_report->writePdf(pdf), 0);
-        QVERIFY(contentOf(pdf).startsWith("%PDF"));
     }
 
     void findsTexts()
     {
-        addTools(200);
-        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
+        addTools(20);
+        QCOMPARE(m_report->open("Tools.rpt", {}, {{"title", "All tools"}}), 0);
         QCOMPARE(m_report->layout(), 0);
-        QVERIFY(m_report->find("reamer 1", 0).size() > 10);
+        QCOMPARE(m_report->find("reamer 1", 0).size(), 11);
+        QCOMPARE(m_report->find("All tools, All records", 0).size(), 1);
+        QCOMPARE(m_report->find("of one", 0).size(), 0);
         QVERIFY(m_report->find("", 0).isEmpty() && m_report->find("reamer", 99).isEmpty());
 
         // Also where it is broken into lines.
@@ -170,25 +113,20 @@ private slots:
         QCOMPARE(m_report->open("Tools.rpt", "{Tools.ID} = 1"), 0);
         QCOMPARE(m_report->layout(), 0);
         QCOMPARE(m_report->find(QString("reamer hand ").repeated(15), 0).size(), 1);
+        QCOMPARE(m_report->find("Number is 1", 0).size(), 1);
+        QCOMPARE(m_report->find("of one", 0).size(), 1);
     }
 
     void writesPdf()
     {
         addTools(500);
-        m_crib->execute("UPDATE Tools SET Description = '\u00c4xte & S\u00f6hne' WHERE ID = 1");
-        QCOMPARE(m_report->open("Tools.rpt", {}, {{"title", "My title"}}), 0);
+        QCOMPARE(m_report->open("Tools.rpt", {}), 0);
         const QString pdf = file("a.pdf");
         QCOMPARE(m_report->writePdf(pdf), 0);
         const QByteArray content = contentOf(pdf);
         QVERIFY(content.startsWith("%PDF"));
         QCOMPARE(content.count("/Type /Page\n"), m_report->pageCount());
         QVERIFY(content.contains("/ToUnicode")); // so that its text can be selected
-        if (QStandardPaths::findExecutable("pdftotext").isEmpty())
-            QSKIP("pdftotext is not installed");
-        const QString text = QString::fromUtf8(printedBy("pdftotext", {"-layout", pdf, "-"}));
-        QVERIFY(text.contains("\u00c4xte & S\u00f6hne $0.25"));
-        QVERIFY(text.contains("Reamer 2 $") && text.contains("Reamer 500 $"));
-        QVERIFY(printedBy("pdfinfo", {pdf}).contains("My title"));
     }
 
     void writesCsv()
@@ -238,20 +176,13 @@ private slots:
         BandComposer composer(report, records, {}, Clock::now());
         Layout layout(report, records, composer);
         QVERIFY(layout.advance(QDeadlineTimer::Forever));
-        const auto codeOnFullDisk = [](const std::function<void(QFile &, const Progress &)> &writing) {
-            QFile full;
-            if (!openFullDevice(full))
-                return int(ResultCode::diskFull);
-            return codeOf([&] { writing(full, [](double) {}); });
-        };
-        QCOMPARE(codeOnFullDisk([&](QFile &target, const Progress &progress) {
-                     PageWriter(layout, composer).writePdf(target, report, "T", progress);
-                 }),
-                 int(ResultCode::diskFull));
-        QCOMPARE(codeOnFullDisk([&](QFile &target, const Progress &progress) {
-                     writeCsv(target, records, report.fields, progress);
-                 }),
-                 int(ResultCode::diskFull));
+        QFile full("/dev/full");
+        if (!full.open(QIODevice::WriteOnly))
+            QSKIP("there is no device that is full");
+        const auto progress = [](double) {};
+        PageWriter writer(layout, composer);
+        QCOMPARE(codeOf([&] { writer.writePdf(full, report, "T", progress); }), int(ResultCode::diskFull));
+        QCOMPARE(codeOf([&] { writeCsv(full, records, report.fields, progress); }), int(ResultCode::diskFull));
     }
 
 private:

@@ -36,25 +36,13 @@ private slots:
         }
     }
 
-    void sameTexts_data()
-    {
-        columns<QString, QString, bool>("a", "b", "same");
-        row("other case beyond ASCII", "ÄÖÜ Éclair Ж", "äöü éclair ж", true);
-        row("other case beyond 16 bits", "𐐀", "𐐨", true);
-        row("the two small sigmas", "ΣΑΣ", "σας", true);
-        row("one letter for two", "Maß", "Mass", false);
-    }
-
-    void sameTexts()
-    {
-        const auto [a, b] = fetched<QString, QString>("a", "b");
-        QTEST(compareText(QStringView(a), QStringView(b)) == 0, "same");
-        QTEST(compareText(std::string_view(a.toStdString()), std::string_view(b.toStdString())) == 0, "same");
-        QTEST(foldCase(a) == foldCase(b), "same");
-    }
-
     void capitalsStayEqual()
     {
+        for (const auto &[a, b] : {std::pair("ÄÖÜ Éclair Ж", "äöü éclair ж"), {"𐐀", "𐐨"}, {"ΣΑΣ", "σας"}}) {
+            QCOMPARE(compareText(std::string_view(a), std::string_view(b)), 0);
+            QCOMPARE(foldCase(a), foldCase(b));
+        }
+        QVERIFY(foldCase("Maß") != foldCase("Mass"));
         const QString text = QString::fromUtf8("groß 𐐨 éa");
         QCOMPARE(upperCase(text), QString::fromUtf8("GROß 𐐀 ÉA"));
         QCOMPARE(compareText(QStringView(upperCase(text)), QStringView(text)), 0);
