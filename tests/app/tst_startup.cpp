@@ -88,10 +88,7 @@ private slots:
                              shown.append(action->text());
                      QTEST(shown, "bar");
                      QCOMPARE(frmTree::instance().TreeMode(), "type");
-                     const auto *area = frame.findChild<QMdiArea *>();
-                     const QMdiSubWindow *window = area->subWindowList().value(0);
-                     QCOMPARE(window->size(), QSize(755, 475));
-                     QVERIFY(qAbs(window->geometry().center().x() - area->rect().center().x()) <= 1);
+                     QCOMPARE(frame.findChild<QMdiSubWindow *>()->size(), QSize(755, 475));
                  }),
                  0);
         QCOMPARE(ProgramState::SuiteInstalled, suite);
@@ -102,8 +99,6 @@ private slots:
     {
         makeDatabase();
         run([](mdiMain &frame) {
-            emit frame.menu("mnuWindow")->aboutToShow();
-            QCOMPARE(frame.menu("mnuWindow")->actions().value(0)->text(), "&1 Tools");
             frmTree::instance().ui.optMode1->setChecked(true);
             frame.entry("mnuFileTools")->trigger();
             QCOMPARE(frmTree::instance().TreeMode(), "location"); // open already
@@ -114,11 +109,9 @@ private slots:
 
             frmTree::instance().ui.cmdClose->click();
             QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-            QVERIFY(!frmTree::isLoaded());
             QTRY_VERIFY(frame.findChild<QMdiArea *>()->subWindowList().isEmpty());
             frame.findChild<QAction *>("Toolbar1_1")->trigger();
             QCOMPARE(frmTree::instance().TreeMode(), "type"); // afresh
-            QVERIFY(frmTree::instance().isVisible());
 
             ScriptedUser user(QMessageBox::Ok, 2);
             frame.entry("mnuCheckOut")->trigger();

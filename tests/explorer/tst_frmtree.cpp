@@ -135,55 +135,44 @@ private slots:
         QCOMPARE(m_crib->keys(), QStringList("l11"));
     }
 
-    void popUps_data()
-    {
-        columns<int, QString, QString, QStringList>("option", "node", "item", "menus");
-        row("type node", 0, "l1", "", QStringList("mnuTreePopType"));
-        row("location node", 1, "l1", "", QStringList("mnuTreePopLoc"));
-        row("scrap group", 3, "l4", "", QStringList("mnuTreePopScrap"));
-        row("checked-out node", 2, "l1", "", QStringList());
-        row("tool in stock", 0, "l1", "r1", QStringList("mnuTreePopTool"));
-        row("tool out", 0, "l1", "co2", QStringList("mnuListCheckIn"));
-        row("folder", 0, "l1", "t2", QStringList());
-        row("tool out in its view", 2, "l2", "co3", QStringList("mnuListCheckIn"));
-        row("description folder, keyed alike", 2, "x0", "co2", QStringList());
-        row("scrapped tool", 3, "C900", "j16386", QStringList("mnuListPopScrap"));
-    }
-
     void popUps()
     {
-        const auto [option, node, item] = fetched<int, QString, QString>("option", "node", "item");
-        m_crib->goTo(option, node);
-        const QStringList before = m_crib->listLines();
-        QAbstractItemView *pane = m_crib->tree();
-        QModelIndex place = pane->currentIndex();
-        if (!item.isEmpty()) {
-            pane = m_crib->list();
-            place = m_crib->list()->items().index(m_crib->list()->items().find(item), 0);
+        const std::tuple<int, const char *, const char *, const char *> places[] = {
+            {0, "l1", "", "mnuTreePopType"},
+            {1, "l1", "", "mnuTreePopLoc"},
+            {3, "l4", "", "mnuTreePopScrap"},
+            {2, "l1", "", ""},
+            {0, "l1", "r1", "mnuTreePopTool"},
+            {0, "l1", "co2", "mnuListCheckIn"},
+            {0, "l1", "t2", ""},
+            {2, "l2", "co3", "mnuListCheckIn"},
+            {2, "x0", "co2", ""}, // a folder for a description, keyed like a tool
+            {3, "C900", "j16386", "mnuListPopScrap"},
+        };
+        for (const auto &[option, node, item, menu] : places) {
+            m_crib->goTo(option, node);
+            m_crib->frame.popUps.clear();
+            const bool onTree = QString(item).isEmpty();
+            QAbstractItemView *pane = onTree ? static_cast<QAbstractItemView *>(m_crib->tree()) : m_crib->list();
+            const KeyedList &items = m_crib->list()->items();
+            const QModelIndex place = onTree ? pane->currentIndex() : items.index(items.find(item), 0);
+            QTest::mouseClick(pane->viewport(), Qt::RightButton, {}, pane->visualRect(place).center());
+            QVERIFY2(m_crib->frame.popUps.join("") == menu, item);
+            QCOMPARE(explorer().TreeHasFocus, onTree);
         }
-        QTest::mouseClick(pane->viewport(), Qt::RightButton, {}, pane->visualRect(place).center());
-        QTEST(m_crib->frame.popUps, "menus");
-        QCOMPARE(explorer().TreeHasFocus, item.isEmpty());
-        QCOMPARE(m_crib->listLines(), before);
-    }
-
-    void doubleClickFollows_data()
-    {
-        columns<int, QString, QString, QString>("option", "from", "item", "to");
-        row("type", 0, "x0", "t1", "l1");
-        row("location", 1, "l1", "l3", "l3");
-        row("description", 2, "x0", "co2", "l2");
-        row("kind", 3, "x0", "s5", "l5");
-        row("job", 3, "l4", "l900", "C900");
-        row("a tool leads nowhere", 0, "l1", "r1", "l1");
     }
 
     void doubleClickFollows()
     {
-        const auto [option, from, item] = fetched<int, QString, QString>("option", "from", "item");
-        m_crib->goTo(option, from, {item});
-        emit m_crib->list()->itemOpened();
-        QTEST(m_crib->tree()->selectedNode()->key, "to");
+        const std::tuple<int, const char *, const char *, const char *> ways[] = {
+            {0, "x0", "t1", "l1"}, {1, "l1", "l3", "l3"},     {2, "x0", "co2", "l2"},
+            {3, "x0", "s5", "l5"}, {3, "l4", "l900", "C900"}, {0, "l1", "r1", "l1"}, // a tool leads nowhere
+        };
+        for (const auto &[option, from, item, to] : ways) {
+            m_crib->goTo(option, from, {item});
+            emit m_crib->list()->itemOpened();
+            QCOMPARE(m_crib->tree()->selectedNode()->key, to);
+        }
     }
 
     void moves_data()

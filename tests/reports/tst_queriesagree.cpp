@@ -39,17 +39,15 @@ private slots:
         const QStringList kinds{"4", "5", "5", "Null"}, prices{"Null", "0", "10", "12.5", "0.125", "25.0001"};
         QStringList tools, loans, scrap;
         for (int i = 0; i < 400; ++i) {
-            tools.append(QStringLiteral("%1,%2,%3,%4,'%5',%6")
-                             .arg(1 + m_random.bounded(names))
-                             .arg(1 + m_random.bounded(names))
-                             .arg(text(), text(), anyText(), any(prices)));
-            loans.append(QStringLiteral("1,%1,%2,%3,%4,%5,%6,%7")
-                             .arg(m_random.bounded(6) == 0 ? text() : '\'' + employee() + '\'', charge(), any(kinds),
-                                  date(), date(), text(), text()));
-            scrap.append(
-                QStringLiteral("%1,%2,%3,%4,%5,%6,%7,%8,%9,")
-                    .arg(text(), text(), text(), employee(), date(), charge(), any(kinds), number(names), number(names))
-                + date());
+            const auto folder = [&] { return QString::number(1 + m_random.bounded(names)); };
+            const QString described = '\'' + anyText() + '\'', borrower = '\'' + employee() + '\'';
+            tools.append(QStringList{folder(), folder(), text(), text(), described, any(prices)}.join(','));
+            loans.append(QStringList{"1", m_random.bounded(6) == 0 ? text() : borrower, charge(), any(kinds), date(),
+                                     date(), text(), text()}
+                             .join(','));
+            scrap.append(QStringList{text(), text(), text(), employee(), date(), charge(), any(kinds), number(names),
+                                     number(names), date()}
+                             .join(','));
         }
         m_crib.insert("Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer)", tools);
         m_crib.insert("CheckOutIn (Tool_Id,Employee,JobOrOH,LineItemTypeId,DateOut,DateIn,CheckOutDesc,CheckOutPartNo)",

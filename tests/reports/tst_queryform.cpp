@@ -2,6 +2,9 @@
 #include "tests/support/DataRows.h"
 
 #include "platform/engine/Database.h"
+#include "platform/reportcontrol/PreviewWindow.h"
+#include "platform/reportcontrol/ReportControl.h"
+#include "reports/PrintBy.h"
 #include "reports/QueryKind.h"
 #include "reports/ResultsKind.h"
 #include "reports/ResultsWindow.h"
@@ -86,31 +89,15 @@ private slots:
 
     void generate_data()
     {
-        using Steps = std::function<void(QueryForm &)>;
-        columns<Steps, QString, QString>("steps", "where", "findCrp");
-        row("the number of an employee", Steps([](QueryForm &form) {
-                box(form, "chkUseEmp")->click();
-                enter(form, "dbcEmp1", "18");
-            }),
-            "Employee.EmpId = 18", "{Employee.EmpId} = 18");
-        row("the beginning of one name only", Steps([](QueryForm &form) {
-                box(form, "chkUseEmp")->click();
-                QTest::keyClicks(value(form, "dbcEmp1"), "bak");
-            }),
-            "Employee.EmpId = 21", "{Employee.EmpId} = 21");
-        row("a range without an upper bound is a single value", Steps([](QueryForm &form) {
-                box(form, "chkUseJobNo")->click();
-                enter(form, "dbcJobNo1", "1250");
-                box(form, "chkJobNo")->click();
-            }),
+        columns<QStringList, QString, QString>("steps", "where", "findCrp");
+        row("the number of an employee", QStringList{"chkUseEmp", "dbcEmp1=18"}, "Employee.EmpId = 18",
+            "{Employee.EmpId} = 18");
+        row("a range without an upper bound is a single value",
+            QStringList{"chkUseJobNo", "dbcJobNo1=1250", "chkJobNo"},
             "CheckOutIn.JobOrOh = 1250 and CheckOutIn.LineItemTypeId=4",
             "{CheckOutIn.JobOrOh} = 1250 and {CheckOutIn.LineItemTypeId} = 4");
-        row("criteria follow one another as on the form", Steps([](QueryForm &form) {
-                box(form, "chkUseCheckOut")->click();
-                enter(form, "dbcCheckOut1", "2026-03-01");
-                box(form, "chkUseDescription")->click();
-                enter(form, "dbcDescription1", " Drill ");
-            }),
+        row("criteria follow one another as on the form",
+            QStringList{"chkUseCheckOut", "dbcCheckOut1=2026-03-01", "chkUseDescription", "dbcDescription1= Drill "},
             "CheckOutIn.CheckOutDesc = 'Drill' and format(CheckOutIn.DateOut,'short date') = #2026-03-01#",
             "{CheckOutIn.CheckOutDesc} = 'Drill' and {CheckOutIn.DateOut}= date(2026,03,01)");
     }
@@ -118,9 +105,13 @@ private slots:
     void generate()
     {
         const QueryKind &kind = QueryKind::frmQueryCheckedOut;
-        const auto [steps, where] = fetched<std::function<void(QueryForm &)>, QString>("steps", "where");
+        const auto [steps, where] = fetched<QStringList, QString>("steps", "where");
         whenModal<QueryForm>([&](QueryForm &form) {
-            steps(form);
+            for (const QString &step : steps)
+                if (step.contains('='))
+                    enter(form, step.section('=', 0, 0), step.section('=', 1));
+                else
+                    box(form, step)->click();
             form.ui.cmdGenerate->click();
             QVERIFY(!form.isVisible());
         });
@@ -175,6 +166,42 @@ private slots:
             const ResultsWindow *results = ResultsWindow::opened(ResultsKind::frmReportAllToolsQresults);
             QCOMPARE(results->ui.dbcReport->text(), explorer.mode == "type" ? "Tools by Type" : "Tools by Location");
         }
+    }
+
+    void printsWhatIsChosen_data()
+    {
+        columns<Qt::Key, const PrintByKind *, QString, QString, QString, QString>("key", "kind", "number", "title",
+                                                                                  "file", "formula");
+        row("job", Qt::Key_J, &PrintByKind::frmPrByJob, "1250", "Junk Tools - Ordered By Job", "ToolsJunkByJob.rpt",
+            "{Scrap.job} = 1250");
+        row("employee", Qt::Key_E, &PrintByKind::frmPrByEmp, "17", "Junk Tools - Ordered By Employee",
+            "ToolsJunkByEmployee.rpt", "{Scrap.employee} = 17");
+    }
+
+    void printsWhatIsChosen()
+    {
+        const auto [kind, number, file] = fetched<const PrintByKind *, QString, QString>("kind", "number", "file");
+        ScriptedUser user(QMessageBox::Ok);
+        const auto addTemplate = [&] { m_crib->addTemplate(file, "<from table=\"Scrap\"/>", "{Scrap.ID}"); };
+        QFETCH(Qt::Key, key);
+        whenModal<QueryForm>([key](QueryForm &form) { QTest::keyClick(&form, key, Qt::ControlModifier); });
+        whenModal<PrintBy>([&](PrintBy &form) {
+            QCOMPARE(form.ui.dbcJob->itemText(0), number);
+            form.ui.dbcJob->setCurrentIndex(0);
+            form.ui.cmdOK->click();
+            QVERIFY(form.isVisible()); // a run that fails keeps the dialog
+            addTemplate();
+            form.ui.cmdOK->click();
+            QVERIFY(!form.isVisible());
+        });
+        QueryForm::showModal(QueryKind::frmReportJunkTools);
+        QVERIFY(user.boxes()[0].startsWith("Crystal Reports Error (critical): 20504:  Report Not Found.  You have "));
+        const ReportControl &control = m_crib->frame.CrpMain();
+        QTEST(control.windowTitle, "title");
+        QCOMPARE(control.reportFile, m_crib->folder.path() + '\\' + file);
+        QTEST(control.selectionFormula, "formula");
+        QCOMPARE(control.windowLeft, 65);
+        QVERIFY(control.preview() && control.preview()->isVisible());
     }
 
 private:

@@ -26,11 +26,7 @@ public:
     {
         popUps.append(leftOut.isEmpty() ? menu : menu + " without " + leftOut.join(','));
     }
-    void showStartProgress(int percent, const QString &status) override
-    {
-        progress.append(QString::number(percent) + status);
-    }
+    void showStartProgress(int, const QString &) override { }
 
     QStringList popUps;
-    QStringList progress;
 };
