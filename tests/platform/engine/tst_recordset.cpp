@@ -31,14 +31,12 @@ private slots:
         tools.setField(u"DateIn", QString("3/4/2026 1:05 PM"));
         tools.setField(u"Out", true);
         tools.update();
-        tools.addNew();
-        tools.update();
         QCOMPARE((*m_database)->counters().rowsFetched, before);
         QCOMPARE(column("Select ID & ' ' & Type & ' ' & PricePer & ' ' & DateIn & ' ' & Out from Tools where ID > 1 "
                         "order by ID"),
-                 (QStringList{"2 2 1.2346 2026-03-04 13:05:00 -1", "3    0"}));
+                 QStringList("2 2 1.2346 2026-03-04 13:05:00 -1"));
         // Asked for its rows now, it has the new ones.
-        QCOMPARE(tools.recordCount(), 3);
+        QCOMPARE(tools.recordCount(), 2);
     }
 
     void addedRowsTakeTheirPlace()

@@ -56,8 +56,6 @@ private slots:
         names.removeDuplicates();
         names.sort();
         QCOMPARE(names, QDir(PROGRAM_DATA "/templates").entryList({"*.rpt"}));
-        for (const QString &name : names)
-            QVERIFY2(QFile::exists(PROGRAM_BIN "/" + name), qPrintable(name)); // beside the programs
     }
 
     void print_data()
@@ -90,7 +88,6 @@ private slots:
         Report report(crib.database.get());
         QCOMPARE(report.open(name, formula), 0);
         QCOMPARE(report.open(name, {}), 0);
-        QCOMPARE(report.pageSize().width() * report.pageSize().height(), 8.5 * 11 * 1440 * 1440);
         QCOMPARE(report.layout(), 0);
         QCOMPARE(report.pageCount(), 1);
         QCOMPARE(report.find("No records match the selection.", 0).size(), 1);
