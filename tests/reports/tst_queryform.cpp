@@ -155,6 +155,7 @@ private slots:
     void queryGoesByWhatTheExplorerShows()
     {
         FakeExplorer explorer;
+        QPointer<ResultsWindow> results;
         for (const char *mode : {"type", "location"}) {
             explorer.mode = mode;
             whenModal<QueryForm>([](QueryForm &form) {
@@ -163,7 +164,8 @@ private slots:
                 form.ui.cmdGenerate->click();
             });
             QueryForm::showModal(QueryKind::frmQueryTypeLoc);
-            const ResultsWindow *results = ResultsWindow::opened(ResultsKind::frmReportAllToolsQresults);
+            QVERIFY(!results || !results->isVisible()); // one window of a kind
+            results = ResultsWindow::opened(ResultsKind::frmReportAllToolsQresults);
             QCOMPARE(results->ui.dbcReport->text(), explorer.mode == "type" ? "Tools by Type" : "Tools by Location");
         }
     }
