@@ -1,5 +1,5 @@
+#include "admin/CheckRules.h"
 #include "admin/Command.h"
-#include "admin/RowChecks.h"
 #include "db/Literals.h"
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"

@@ -15,7 +15,7 @@
 bool FolderEditor::Startup(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId)
 {
     FolderEditor editor(kind, mode, id, parentText, parentId);
-    editor.exec();
+    execOver(editor);
     return editor.m_saved;
 }
 

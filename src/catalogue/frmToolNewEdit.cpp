@@ -36,7 +36,7 @@ bool frmToolNewEdit::Startup(const QString &mode, bool fromType, bool fromLocati
             editor.setType(typeId, typeText);
         editor.focusFirstMissing();
     }
-    editor.exec();
+    execOver(editor);
     return editor.m_saved;
 }
 

@@ -81,7 +81,11 @@ void CheckedOutView::fillList(Panes &panes, const Node *node) const
     // The text stands between the quotes as it is: one with an apostrophe is refused by the engine.
     const QString described = " AND Tools.Description='" + node->text + "'";
     panes.addRows(ListItems::toolsOut + described, ListItems::toolOut);
-    ListItems::addOutWithoutLoan(panes, described, ListItems::toolOut);
+    ListItems::addOutWithoutLoan(panes, described, [](const Recordset &row) {
+        ListItem item = ListItems::toolOut(row);
+        item.setSubItem(2, "(no loan on record)");
+        return item;
+    });
 }
 
 KeyedTree::Node *CheckedOutView::nodeOf(KeyedTree &nodes, const ListItem &folder) const

@@ -1,5 +1,6 @@
 #include "explorer/FolderView.h"
 
+#include "catalogue/FolderDeletion.h"
 #include "db/Literals.h"
 #include "db/Session.h"
 #include "explorer/ListItems.h"
@@ -24,9 +25,6 @@ constinit const FolderView::Names FolderView::types{
     .childrenOf = "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description",
     .subFolders = "Select * from types where parent = %1 ORDER BY description",
     .ofFolder = " AND Tools.Type=",
-    .toolsOf = "SELECT Tools.Id"
-               " FROM Tools"
-               " WHERE Tools.Type=",
     .printed = "{Tools.Type}",
 };
 
@@ -40,9 +38,6 @@ constinit const FolderView::Names FolderView::locations{
     .childrenOf = "SELECT * FROM Locations WHERE Parent = 0 ORDER BY Description",
     .subFolders = "Select * from locations where parent = %1 ORDER BY description",
     .ofFolder = " AND Tools.Location=",
-    .toolsOf = "SELECT Tools.Id"
-               " FROM Tools"
-               " WHERE Tools.Location=",
     .printed = "{Tools.Location}",
 };
 
@@ -177,49 +172,29 @@ QString FolderView::popUpOf(const ListItem &item) const
     }
 }
 
-// What stands in the database decides, before the question and again before anything is deleted.
-std::optional<Objection> FolderView::whyKept(const Things &things, bool fromTree) const
-{
-    for (const Thing &thing : things) {
-        if (thing.id.isTool())
-            continue;
-        if (!openRecordset(QString("SELECT id FROM ") + m_names.plural + " WHERE parent=" + thing.id.digits())
-                 .isEmpty())
-            return Objection{fromTree ? QString("You cannot delete ") + m_names.plural + " which contain sub folders."
-                                      : "Cannot delete folders that contain sub folders"};
-        if (!openRecordset(m_names.toolsOf + thing.id.digits()).isEmpty())
-            return Objection{QString("You cannot delete ") + m_names.plural + " which contain tools.",
-                             QMessageBox::Information};
-    }
-    const QList<qint32> tools = numbersOf(things, true);
-    if (!tools.isEmpty()
-        && !openRecordset("SELECT Id FROM Tools WHERE Out=-1 AND Id IN (" + joined(tools) + ")").isEmpty())
-        return Objection{"You must Check In the tool before deleting."};
-    return {};
-}
-
+// What forbids a deletion is looked for before the question and again before anything is deleted.
 View::Outcome FolderView::remove(const Things &things, bool fromTree) const
 {
-    if (const auto refusal = whyKept(things, fromTree)) {
-        say(*refusal);
+    const QList<qint32> folders = numbersOf(things, false), tools = numbersOf(things, true);
+    const FolderDeletion deletion = clsTools::deletionOf(m_names.kind, folders, tools);
+    if (const auto objection = deletion.objection(fromTree)) {
+        msgBox(*objection);
         return Outcome::stale;
     }
     const QString oneFolder = "You are about to delete a tool " + mode() + ". This can not be undone. Are you sure?";
-    const bool tool = things.front().id.isTool();
-    if (!confirmed(things.size() > 1 ? severalThings : tool ? oneTool : oneFolder))
+    if (!confirmed(things.size() > 1 ? severalThings : tools.isEmpty() ? oneFolder : oneTool))
         return Outcome::declined;
 
     const HourGlass busy;
-    std::optional<Objection> refusal;
-    const QString problem =
-        clsTools().Delete(m_names.kind, numbersOf(things, false), numbersOf(things, true), [&]() -> QString {
-            refusal = whyKept(things, fromTree);
-            return refusal ? refusal->text : QString();
-        });
+    bool othersWereFaster = false;
+    const QString problem = clsTools().Delete(m_names.kind, folders, tools, [&] {
+        const auto objection = deletion.objection(fromTree);
+        othersWereFaster = objection.has_value();
+        return objection ? othersWereFirst + objection->text : QString();
+    });
     if (problem.isEmpty())
         return Outcome::done;
-    say(refusal ? Objection{othersWereFirst + refusal->text, QMessageBox::Information}
-                : Objection{problem, QMessageBox::Critical});
+    say({problem, othersWereFaster ? QMessageBox::Information : QMessageBox::Critical});
     return Outcome::stale;
 }
 

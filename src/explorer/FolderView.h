@@ -18,7 +18,6 @@ public:
         const char *childrenOf; ///< likewise
         const char *subFolders;
         const char *ofFolder; ///< condition of a folder's tools
-        const char *toolsOf;
         const char *printed; ///< the report's field of a tool's folder
     };
     static const Names types, locations;
@@ -40,7 +39,6 @@ public:
 private:
     struct Build;
     void addFolder(Build &build, Node *parent, qint16 id) const;
-    std::optional<Objection> whyKept(const Things &things, bool fromTree) const;
     std::optional<Objection> whyNotMoved(const Things &things, const Thing &target) const;
 
     const Names &m_names;

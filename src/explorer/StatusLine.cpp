@@ -54,9 +54,11 @@ QString toolLine(const QString &id)
     const Recordset tool = openRecordset("SELECT * FROM Tools WHERE ID=" + id);
     if (tool.isEmpty())
         return {};
-    return inOneLine({tool.text(u"Description"), tool.text(u"PartNumber"), pathOf(clsTools::Kind::types, tool, u"Type"),
-                      pathOf(clsTools::Kind::locations, tool, u"Location"),
-                      tool.field(u"Out").toInteger() ? loanOf(id) : "in the crib"});
+    // Who has it comes before the paths: a narrow window cuts the end.
+    return inOneLine({tool.text(u"Description"), tool.text(u"PartNumber"),
+                      tool.field(u"Out").toInteger() ? loanOf(id) : "in the crib",
+                      pathOf(clsTools::Kind::types, tool, u"Type"),
+                      pathOf(clsTools::Kind::locations, tool, u"Location")});
 }
 
 QString scrapLine(const QString &id)

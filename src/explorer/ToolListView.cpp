@@ -58,16 +58,23 @@ void ToolListView::selectRow(int row)
 
 bool ToolListView::selectRowsIf(const std::function<bool(int)> &suits)
 {
+    // Neighbours are one range: thousands of them would take seconds.
     QItemSelection selection;
-    for (int row = 0; row < m_items.count(); ++row)
-        if (suits(row))
-            selection.select(m_items.index(row, 0), m_items.index(row, 0));
+    for (int row = 0, first = -1; row <= m_items.count(); ++row) {
+        const bool chosen = row < m_items.count() && suits(row);
+        if (chosen && first < 0)
+            first = row;
+        if (chosen || first < 0)
+            continue;
+        selection.select(m_items.index(first, 0), m_items.index(row - 1, m_items.columnCount() - 1));
+        first = -1;
+    }
     if (selection.isEmpty())
         return false;
-    const QModelIndex first = selection.front().topLeft();
-    selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    scrollTo(first);
+    const QModelIndex top = selection.front().topLeft();
+    selectionModel()->setCurrentIndex(top, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    scrollTo(top);
     return true;
 }
 

@@ -1,9 +1,9 @@
 #include "explorer/clsTools.h"
 
+#include "catalogue/FolderDeletion.h"
 #include "common/ItemId.h"
 #include "db/Literals.h"
 #include "db/Session.h"
-#include "explorer/SubtreeDeletion.h"
 #include "explorer/View.h"
 
 #include <QCoreApplication>
@@ -19,15 +19,18 @@ const char *tableOf(clsTools::Kind kind) { return kind == clsTools::Kind::types 
 
 }
 
-QString clsTools::Delete(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools,
-                         std::function<QString()> objection)
+FolderDeletion clsTools::deletionOf(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools)
 {
-    return SubtreeDeletion{.table = tableOf(kind),
-                           .column = kind == Kind::types ? "type" : "location",
-                           .folders = folders,
-                           .tools = tools,
-                           .objection = std::move(objection)}
-        .run();
+    return {.table = tableOf(kind),
+            .column = kind == Kind::types ? "type" : "location",
+            .folders = folders,
+            .tools = tools};
+}
+
+QString clsTools::Delete(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools,
+                         const std::function<QString()> &stillAllowed)
+{
+    return deletionOf(kind, folders, tools).run(stillAllowed);
 }
 
 void clsTools::Find(const View &view, const QString &text, KeyedList &found)

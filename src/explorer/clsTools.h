@@ -7,6 +7,7 @@
 
 class Recordset;
 class View;
+struct FolderDeletion;
 
 /// The way from a folder up to the root ends before it.
 class BrokenChain : public std::runtime_error
@@ -25,10 +26,11 @@ public:
     using QObject::QObject;
 
     /// Deletes the folders with their sub-folders, those folders' tools, and the tools with their loans, all or
-    /// nothing. `objection` is asked first, inside the transaction; a text that it gives ends the deletion.
+    /// nothing. `stillAllowed` is asked first, inside the transaction; a text that it gives ends the deletion.
     /// @returns why it could not be done; empty when it was.
     QString Delete(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools,
-                   std::function<QString()> objection = {});
+                   const std::function<QString()> &stillAllowed = {});
+    static FolderDeletion deletionOf(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools);
 
     /// Searches the view for descriptions that match the pattern `text` (* ? # and lists in brackets stand for
     /// others; none is added) and adds a row with its path for each to `found`. Lets the user interface live on

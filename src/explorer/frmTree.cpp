@@ -78,9 +78,7 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
     onUserAction(ui.cmdFind, &QPushButton::clicked, this, &frmTree::cmdFind_Click);
     onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    onKey(Qt::Key_M, &frmTree::moveToPicked);
-    onKey(Qt::Key_P, &frmTree::printList);
-    onKey(Qt::Key_F10, &frmTree::toggleMaximized);
+    bindKeys();
     for (const auto &[key, by] : {std::pair(Qt::Key_Left, -splitStep), std::pair(Qt::Key_Right, splitStep)}) {
         // In the list the same keys are those of its columns.
         auto *split = new QShortcut(Qt::CTRL | Qt::SHIFT | key, ui.tvMain);
@@ -126,14 +124,6 @@ void frmTree::Startup(bool showProgress)
     ui.tvMain->setFocus();
     if (showProgress)
         mdi.showStartProgress(100);
-}
-
-// With Ctrl, anywhere in the explorer.
-void frmTree::onKey(Qt::Key key, void (frmTree::*command)())
-{
-    auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    onUserAction(shortcut, &QShortcut::activated, this, command);
 }
 
 std::array<QRadioButton *, 4> frmTree::options() const { return {ui.optMode0, ui.optMode1, ui.optMode2, ui.optMode3}; }
@@ -202,7 +192,11 @@ void frmTree::selectFirstItem()
     m_panes.setInCharge(false);
 }
 
-void frmTree::focusList() { ui.lstToolList->setFocus(); }
+void frmTree::focusList()
+{
+    ui.lstToolList->setFocus();
+    m_panes.setInCharge(false);
+}
 
 void frmTree::addChildNode(const QString &mode, int parentId, int id, const QString &text)
 {

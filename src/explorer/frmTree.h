@@ -70,6 +70,7 @@ private:
     std::array<QRadioButton *, 4> options() const;
     void optMode_Click(int index);
     QAbstractButton *commandOf(const QKeyEvent &key) const;
+    void bindKeys();
     void onKey(Qt::Key key, void (frmTree::*command)());
     void moveSplit(int by);
     void toggleMaximized();

@@ -8,12 +8,29 @@
 #include "explorer/frmFind.h"
 #include "explorer/frmTree.h"
 #include "explorer/frmTreeSelect.h"
+#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
 #include "reports/QueryForm.h"
 #include "reports/ReportRun.h"
 #include "transactions/frmScrap.h"
 
 #include <QCursor>
+#include <QShortcut>
+
+// Keys with Ctrl, anywhere in the explorer; those with Alt are the letters of the buttons.
+void frmTree::bindKeys()
+{
+    onKey(Qt::Key_M, &frmTree::moveToPicked);
+    onKey(Qt::Key_P, &frmTree::printList);
+    onKey(Qt::Key_F10, &frmTree::toggleMaximized);
+}
+
+void frmTree::onKey(Qt::Key key, void (frmTree::*command)())
+{
+    auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    onUserAction(shortcut, &QShortcut::activated, this, command);
+}
 
 // Without a selected item only the tree is left to act on.
 bool frmTree::actsOnTree() const { return TreeHasFocus || !selectedItem(); }

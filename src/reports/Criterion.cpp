@@ -28,7 +28,10 @@ QString price(const Entry &entry, int box)
 {
     if (!entry.bound[box].isEmpty())
         return entry.bound[box];
-    const QString shown = entry.shown[box].trimmed();
+    QString shown = entry.shown[box].trimmed();
+    // Before one or two digits a comma is a decimal sign: 85,50 is never 8550.
+    if (const qsizetype comma = shown.lastIndexOf(','); comma >= 0 && comma >= shown.size() - 3)
+        shown[comma] = '.';
     const std::optional<double> number = numberIn(shown);
     return number ? Format::plainNumber(*number) : shown;
 }

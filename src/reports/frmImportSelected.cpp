@@ -24,11 +24,11 @@ void frmImportSelected::cmdImport_Click()
         const char *problem;
     } required[] = {
         {ui.cboRtype->currentText(), ui.cboRtype, "You must enter a Report Type!"},
-        {ui.txtName->text(), ui.txtName, "You must enter a Name!"},
-        {ui.txtDesc->text(), ui.txtDesc, "You must enter a Description!"},
+        {ui.txtName->text().simplified(), ui.txtName, "You must enter a Name!"},
+        {ui.txtDesc->text().simplified(), ui.txtDesc, "You must enter a Description!"},
     };
     for (const auto &[text, box, problem] : required) {
-        if (text.trimmed().isEmpty()) {
+        if (text.isEmpty()) {
             inform(problem);
             box->setFocus();
             return;
@@ -36,8 +36,8 @@ void frmImportSelected::cmdImport_Click()
     }
     Recordset datReports = openRecordset("Select * from Reports");
     datReports.addNew();
-    datReports.setField(u"Name", ui.txtName->text());
-    datReports.setField(u"Description", ui.txtDesc->text());
+    datReports.setField(u"Name", required[1].text);
+    datReports.setField(u"Description", required[2].text);
     datReports.setField(u"Module", ui.cboRtype->currentText());
     datReports.setField(u"FileName", ui.lblRpt->text());
     datReports.update();

@@ -10,7 +10,10 @@ namespace {
 
 Recordset openLoans(const QString &toolId)
 {
-    return openRecordset("Select * from CheckOutIn where Tool_Id= " + toolId + " and active=-1 order by ID desc");
+    Recordset loans = openRecordset("Select * from CheckOutIn where Tool_Id= " + toolId + " and active=-1");
+    if (!loans.isEmpty())
+        loans.moveLast();
+    return loans;
 }
 
 Recordset existingTool(const QString &id)

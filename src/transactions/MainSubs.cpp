@@ -180,5 +180,6 @@ bool MainSubs::isFilled(BoundCombo *box, const QString &message)
         return true;
     inform(box->whyUnoffered().isEmpty() ? message : box->whyUnoffered() + '\n' + message);
     box->setFocus();
+    box->lineEdit()->selectAll(); // what is typed next replaces it
     return false;
 }

@@ -13,7 +13,7 @@ frmCheckIn::frmCheckIn()
     ui.setupUi(this);
     theExplorer().narrowSelection();
     const ListItem *item = theExplorer().selectedItem();
-    ui.lblDescription->setText(item->text);
+    ui.lblDescription->setText(Format::breakable(item->text));
     ui.lblPartNo->setText(item->subItem(1));
     m_toolId = ItemId::of(*item).toolNumber();
     const Lending::OpenLoan loan = Lending::openLoan(m_toolId);

@@ -60,6 +60,8 @@ frmScrap::frmScrap()
     if (item->icon == ItemIcon::toolOut)
         GetCheckedOutInfo(m_toolId);
 
+    ui.dbcEmp->lineEdit()->selectAll();
+
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &frmScrap::cmdOK_Click);
     onUserAction(ui.cndCancel, &QPushButton::clicked, this, &QDialog::reject);
 }

@@ -99,7 +99,7 @@ private slots:
                  QStringList({"Nothing Selected To Delete!", "You must enter a Report Type!", "You must enter a Name!",
                               "You must enter a Description!"}));
         QCOMPARE(m_crib->rows("Select * from Reports where FileName='A.RPT'"),
-                 QStringList("  Bob's list|For Bob|All Tools|A.RPT|0|0"));
+                 QStringList("Bob's list|For Bob|All Tools|A.RPT|0|0"));
     }
 
 private:

@@ -2,8 +2,8 @@
 
 #include "platform/gui/Handler.h"
 #include "platform/gui/WindowOwner.h"
+#include "platform/text/Format.h"
 
-#include <QRegularExpression>
 #include <QTextDocument>
 
 #include <utility>
@@ -21,9 +21,7 @@ QMessageBox::StandardButton msgBox(const MsgBoxCall &call)
     // A question asked in the middle of long work wants the ordinary pointer.
     const NormalPointer pointer;
     // A description of 255 characters without a blank is broken into lines as well.
-    static const QRegularExpression longWord(QStringLiteral("(\\S{40})"));
-    const QString breakable = QString(call.text).replace(longWord, QStringLiteral("\\1\u200b"));
-    QMessageBox box(call.icon, call.caption, breakable, call.buttons, windowOwner());
+    QMessageBox box(call.icon, call.caption, Format::breakable(call.text), call.buttons, windowOwner());
     // Texts may hold what a user typed; nothing in them is markup.
     box.setTextFormat(Qt::PlainText);
     if (!call.detail.isEmpty())

@@ -28,7 +28,7 @@ public:
         QWidget *owner = windowOwner();
         Form &form = instance();
         form.setParent(owner, form.windowFlags());
-        return form.exec();
+        return execOver(form);
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "platform/gui/WindowOwner.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QMainWindow>
 
 QWidget *windowOwner()
@@ -15,4 +16,13 @@ QWidget *windowOwner()
         if (window->isVisible() && qobject_cast<QMainWindow *>(window))
             return window;
     return nullptr;
+}
+
+int execOver(QDialog &dialog)
+{
+    QWidget *owner = dialog.parentWidget();
+    const int result = dialog.exec();
+    if (owner)
+        owner->activateWindow();
+    return result;
 }

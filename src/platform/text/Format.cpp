@@ -1,5 +1,7 @@
 #include "platform/text/Format.h"
 
+#include <QRegularExpression>
+
 #include <cmath>
 
 QString Format::shortDate(const QString &stored) { return stored.left(shortDateLength); }
@@ -43,4 +45,11 @@ QString Format::plainNumber(double number)
     while (plain.contains(u'.') && (plain.endsWith(u'0') || plain.endsWith(u'.')))
         plain.chop(1);
     return plain;
+}
+
+QString Format::breakable(const QString &text)
+{
+    constexpr QChar zeroWidthSpace(0x200b);
+    static const QRegularExpression longWord(QStringLiteral("(\\S{40})"));
+    return QString(text).replace(longWord, QStringLiteral("\\1") + zeroWidthSpace);
 }

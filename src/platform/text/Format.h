@@ -24,4 +24,7 @@ QString currency(double amount);
 /// A plain decimal number for a statement or a box, with a point whatever the locale: "12.5".
 QString plainNumber(double number);
 
+/// `text` with places inside words of more than 40 characters where a line may be broken.
+QString breakable(const QString &text);
+
 }

@@ -14,22 +14,10 @@ public:
     QString textFromValue(double value) const override;
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
 
 private:
     QString digitsOf(const QString &input) const;
-};
-
-/// A number of pieces, digits alone. An emptied box is 0, and the mouse wheel changes nothing.
-class QuantityBox : public QSpinBox
-{
-public:
-    using QSpinBox::QSpinBox;
-    QValidator::State validate(QString &input, int &position) const override;
-    int valueFromText(const QString &text) const override;
-
-protected:
-    void focusOutEvent(QFocusEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
 };

@@ -1,4 +1,4 @@
-#include "explorer/SubtreeDeletion.h"
+#include "catalogue/FolderDeletion.h"
 
 #include "db/Literals.h"
 #include "db/Session.h"
@@ -15,12 +15,29 @@ QList<qint32> idsOf(const QString &statement)
 
 }
 
-QString SubtreeDeletion::run()
+std::optional<MsgBoxCall> FolderDeletion::objection(bool fromTree) const
+{
+    const QString cannot = QString("You cannot delete ") + table + " which contain ";
+    for (const qint32 folder : folders) {
+        const QString id = QString::number(folder);
+        if (!openRecordset(QString("SELECT id FROM ") + table + " WHERE parent=" + id).isEmpty())
+            return MsgBoxCall{.text = fromTree ? cannot + "sub folders."
+                                               : "Cannot delete folders that contain sub folders"};
+        if (!openRecordset(QString("SELECT Tools.Id FROM Tools WHERE Tools.") + column + '=' + id).isEmpty())
+            return MsgBoxCall{.text = cannot + "tools.", .icon = QMessageBox::Information};
+    }
+    if (!tools.isEmpty()
+        && !openRecordset("SELECT Id FROM Tools WHERE Out=-1 AND Id IN (" + joined(tools) + ")").isEmpty())
+        return MsgBoxCall{.text = "You must Check In the tool before deleting."};
+    return {};
+}
+
+QString FolderDeletion::run(const std::function<QString()> &stillAllowed)
 {
     QString problem;
     Transaction transaction(Session::database());
-    if (objection)
-        problem = objection();
+    if (stillAllowed)
+        problem = stillAllowed();
     if (!problem.isEmpty())
         return problem;
     QSet<qint32> seen(folders.begin(), folders.end());
@@ -55,7 +72,7 @@ QString SubtreeDeletion::run()
 }
 
 // A parent before its children, each subtree whole before the next. `seen` ends circles.
-void SubtreeDeletion::gather(qint32 folder, QSet<qint32> &seen)
+void FolderDeletion::gather(qint32 folder, QSet<qint32> &seen)
 {
     const QString id = QString::number(folder);
     tools.append(idsOf(QString("SELECT id FROM tools WHERE ") + column + "=" + id));

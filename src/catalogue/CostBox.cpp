@@ -1,6 +1,9 @@
-#include "catalogue/NumberBoxes.h"
+#include "catalogue/CostBox.h"
 
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QRegularExpression>
+#include <QToolTip>
 #include <QWheelEvent>
 
 QString CostBox::digitsOf(const QString &input) const
@@ -26,6 +29,17 @@ double CostBox::valueFromText(const QString &text) const { return digitsOf(text)
 
 QString CostBox::textFromValue(double value) const { return QString::number(value, 'f', decimals()); }
 
+// A key that is refused is not refused without a word.
+void CostBox::keyPressEvent(QKeyEvent *event)
+{
+    const QString before = lineEdit()->text();
+    const bool types = !event->text().isEmpty() && event->text().front().isPrint();
+    QDoubleSpinBox::keyPressEvent(event);
+    if (types && lineEdit()->text() == before)
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()),
+                           "A price is digits and one point or comma before the decimals, as 85.50 or 85,50.", this);
+}
+
 void CostBox::focusOutEvent(QFocusEvent *event)
 {
     QDoubleSpinBox::focusOutEvent(event);
@@ -33,22 +47,3 @@ void CostBox::focusOutEvent(QFocusEvent *event)
 }
 
 void CostBox::wheelEvent(QWheelEvent *event) { event->ignore(); }
-
-QValidator::State QuantityBox::validate(QString &input, int &) const
-{
-    const QString digits = input.trimmed();
-    bool isNumber = digits.isEmpty();
-    const int value = isNumber ? 0 : QLocale::c().toInt(digits, &isNumber);
-    return isNumber && !digits.contains(',') && value >= minimum() && value <= maximum() ? QValidator::Acceptable
-                                                                                         : QValidator::Invalid;
-}
-
-int QuantityBox::valueFromText(const QString &text) const { return text.trimmed().toInt(); }
-
-void QuantityBox::focusOutEvent(QFocusEvent *event)
-{
-    QSpinBox::focusOutEvent(event);
-    setValue(value());
-}
-
-void QuantityBox::wheelEvent(QWheelEvent *event) { event->ignore(); }

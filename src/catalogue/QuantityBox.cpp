@@ -1,0 +1,22 @@
+#include "catalogue/QuantityBox.h"
+
+#include <QWheelEvent>
+
+QValidator::State QuantityBox::validate(QString &input, int &) const
+{
+    const QString digits = input.trimmed();
+    bool isNumber = digits.isEmpty();
+    const int value = isNumber ? 0 : QLocale::c().toInt(digits, &isNumber);
+    return isNumber && !digits.contains(',') && value >= minimum() && value <= maximum() ? QValidator::Acceptable
+                                                                                         : QValidator::Invalid;
+}
+
+int QuantityBox::valueFromText(const QString &text) const { return text.trimmed().toInt(); }
+
+void QuantityBox::focusOutEvent(QFocusEvent *event)
+{
+    QSpinBox::focusOutEvent(event);
+    setValue(value());
+}
+
+void QuantityBox::wheelEvent(QWheelEvent *event) { event->ignore(); }
