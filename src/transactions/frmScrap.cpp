@@ -68,10 +68,11 @@ frmScrap::frmScrap()
 
 void frmScrap::GetCheckedOutInfo(qint16 toolId)
 {
-    const Recordset loan = openRecordset("Select * from CheckOutIn where Tool_Id= " + QString::number(toolId)
-                                         + " and active=-1 order by ID desc");
+    Recordset loan =
+        openRecordset("Select * from CheckOutIn where Tool_Id= " + QString::number(toolId) + " and active=-1");
     if (loan.isEmpty())
         return;
+    loan.moveLast();
     m_loanShown = loan.field(u"ID").toInteger();
     const QString empId = QString::number(loan.field(u"employee").toInteger());
     const Recordset employee = openRecordset(
