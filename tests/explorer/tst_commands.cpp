@@ -283,6 +283,19 @@ private slots:
         QVERIFY(!explorer().selectedItem());
     }
 
+    // A job and an operation of one number have one key; the second one shows when the first one is gone.
+    void anOperationDoesNotTakeItsJobsPlace()
+    {
+        m_crib->insert("Operation (OperNo,Description,OperType)", {"1250,'Odd','O'"});
+        m_crib->insert("Scrap (ToolID,Description,JobOrOH,LineItemTypeId)", {"72,'Drill 8',1250,5"});
+        ScriptedUser user(QMessageBox::Ok);
+        m_crib->goTo(3, "C1250"); // which ends with the message that the key is taken
+        user.answers(QMessageBox::Yes).answers(QMessageBox::Ok);
+        explorer().ui.cmdDelete->click();
+        QVERIFY(m_crib->node("C1250"));
+        QCOMPARE(m_crib->tree()->selectedNode()->key, "x0");
+    }
+
     void aFailedViewLeavesNothingOfTheOneBefore()
     {
         m_crib->run({"INSERT INTO Scrap (Description,JobOrOH,LineItemTypeId) VALUES('Drill 9',1250,5)",
