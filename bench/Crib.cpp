@@ -97,7 +97,7 @@ void Crib::view(int option)
 
 void Crib::click(int type)
 {
-    TreeView *tree = explorer().ui.tvMain;
+    TreePane *tree = explorer().ui.tvMain;
     KeyedTree::Node *node = type == 0 ? tree->nodes().root() : tree->nodes().find(QStringLiteral("l%1").arg(type));
     tree->selectNode(node);
     emit tree->nodeClicked(node);

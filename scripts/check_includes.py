@@ -11,17 +11,18 @@ MAY_INCLUDE = {
     "platform/engine/dialect": ["platform/text", "platform/engine/EngineError.h"],
     "platform/engine/postgres": ["platform/text", "platform/system", "platform/engine/dialect", "platform/engine/EngineError.h"],
     "platform/engine": ["platform/text", "platform/system", "platform/engine/dialect", "platform/engine/postgres"],
-    "platform/report": ["platform/text", "platform/system", "platform/engine"],
+    "platform/reportengine": ["platform/text", "platform/system", "platform/engine"],
     "platform/gui": ["platform/text", "platform/system", "platform/engine"],
-    "platform/reportcontrol": ["platform/text", "platform/system", "platform/engine", "platform/report", "platform/gui"],
+    "platform/reportcontrol": ["platform/text", "platform/system", "platform/engine", "platform/reportengine", "platform/gui"],
     "db": ["platform/text", "platform/system", "platform/engine"],
     "common": ["platform", "db"],
     "transactions": ["platform", "db", "common"],
     "catalogue": ["platform", "db", "common", "transactions"],
     "reports": ["platform", "db", "common"],
-    "explorer": ["platform", "db", "common", "transactions", "catalogue", "reports"],
-    "app": ["platform", "db", "common", "transactions", "catalogue", "reports", "explorer"],
-    "admin": ["platform/text", "platform/system", "platform/engine", "platform/report", "db"],
+    "queries": ["platform", "db", "common", "reports"],
+    "explorer": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries"],
+    "app": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries", "explorer"],
+    "admin": ["platform/text", "platform/system", "platform/engine", "platform/reportengine", "db"],
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
 

@@ -2,7 +2,7 @@
 
 #include "admin/Command.h"
 #include "platform/engine/EngineError.h"
-#include "platform/report/ResultCode.h"
+#include "platform/reportengine/ResultCode.h"
 #include "platform/system/ProgramFolder.h"
 
 #include <algorithm>

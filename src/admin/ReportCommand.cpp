@@ -1,6 +1,6 @@
 #include "admin/Command.h"
 #include "platform/engine/Workspace.h"
-#include "platform/report/Report.h"
+#include "platform/reportengine/Report.h"
 #include "platform/system/ProgramFolder.h"
 
 namespace {

@@ -2,8 +2,8 @@
 #include "db/Literals.h"
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"
-#include "platform/report/DataSource.h"
-#include "platform/report/TemplateReader.h"
+#include "platform/reportengine/DataSource.h"
+#include "platform/reportengine/TemplateReader.h"
 #include "platform/system/ProgramFolder.h"
 
 #include <QDir>

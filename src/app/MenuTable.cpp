@@ -3,10 +3,10 @@
 #include "app/mdiMain.h"
 #include "catalogue/frmScrapReasons.h"
 #include "explorer/frmTree.h"
-#include "reports/QueryForm.h"
-#include "reports/QueryKind.h"
+#include "queries/QueryForm.h"
+#include "queries/QueryKind.h"
 #include "reports/frmConfigReports.h"
-#include "transactions/MainSubs.h"
+#include "transactions/ToolCommands.h"
 #include "transactions/frmScrap.h"
 
 namespace {

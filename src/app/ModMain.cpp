@@ -1,12 +1,13 @@
 #include "app/ModMain.h"
 
 #include "app/mdiMain.h"
-#include "catalogue/FolderList.h"
+#include "catalogue/SpareFolderList.h"
 #include "common/ProgramState.h"
 #include "db/Session.h"
 #include "platform/engine/EngineError.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/system/SingleInstance.h"
 
@@ -39,8 +40,8 @@ bool openSession()
 
 int ModMain::Main()
 {
-    FolderList::TypeListOpen = false;
-    FolderList::LocationListOpen = false;
+    SpareFolderList::TypeListOpen = false;
+    SpareFolderList::LocationListOpen = false;
     const SingleInstance copy("vorlane");
     if (!copy.acquired()) {
         msgBox(

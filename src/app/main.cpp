@@ -1,3 +1,4 @@
+#include "app/HelpPages.h"
 #include "app/ModMain.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/Manual.h"
@@ -14,7 +15,7 @@ int main(int argc, char *argv[])
     QApplication::setDesktopFileName("vorlane");
     QApplication::setWindowIcon(Icons::icon("vorlane"));
     UserSettings::setFile(UserSettings::usualFile());
-    const HelpKey helpKey;
+    const HelpKey helpKey(helpPages());
     const ScreenFit screenFit;
     return ModMain::Main();
 }

@@ -4,10 +4,11 @@
 #include "app/frmSplash.h"
 #include "common/ProgramState.h"
 #include "explorer/frmTree.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/ScreenFit.h"
+#include "platform/gui/UserAction.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/system/UserSettings.h"
 

@@ -1,16 +1,16 @@
 #include "catalogue/FolderEditor.h"
 
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
 #include "db/Literals.h"
 #include "db/Schema.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/text/Numbers.h"
 #include "transactions/Deed.h"
+#include "transactions/DialogSteps.h"
 #include "transactions/KeyFilter.h"
-#include "transactions/MainSubs.h"
 
 bool FolderEditor::Startup(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId)
 {
@@ -83,7 +83,7 @@ bool FolderEditor::SaveRecord()
             refuseUnless(renamed > 0, m_kind.goneMessage);
         }
     });
-    ExplorerView *explorer = explorerIfOpen();
+    ExplorerWindow *explorer = explorerIfOpen();
     if (deed.outcome != Deed::Done) {
         msgBox({.text = deed.why,
                 .icon = deed.outcome == Deed::Failed ? QMessageBox::Critical : QMessageBox::Information});

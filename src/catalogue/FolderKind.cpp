@@ -1,6 +1,6 @@
 #include "catalogue/FolderKind.h"
 
-#include "catalogue/FolderList.h"
+#include "catalogue/SpareFolderList.h"
 #include "db/Session.h"
 
 constinit const FolderKind FolderKind::location = {
@@ -24,7 +24,7 @@ constinit const FolderKind FolderKind::location = {
     .listStatement = "Select * from Locations order by description",
     .inUseMessage = "There are tools in the selected Location, it cannot be deleted!",
     .otherErrorMessage = "An unknown error ocurred when trying to save the new Location!:  ",
-    .listOpen = FolderList::LocationListOpen,
+    .listOpen = SpareFolderList::LocationListOpen,
 };
 
 constinit const FolderKind FolderKind::type = {
@@ -48,7 +48,7 @@ constinit const FolderKind FolderKind::type = {
     .listStatement = "Select * from types order by description",
     .inUseMessage = "There are tools in the selected Type (Group), it cannot be deleted!",
     .otherErrorMessage = "An unknown error ocurred when trying to save the new Type!:  ",
-    .listOpen = FolderList::TypeListOpen,
+    .listOpen = SpareFolderList::TypeListOpen,
 };
 
 QString FolderKind::description(int id) const

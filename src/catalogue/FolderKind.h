@@ -3,7 +3,7 @@
 #include <QString>
 
 /// What differs between the windows of storage locations and those of tool types: names, words and statements. All
-/// else is told once, in FolderEditor and FolderList.
+/// else is told once, in FolderEditor and SpareFolderList.
 struct FolderKind {
     const char *mode; ///< the explorer's word for the tree, "location" or "type"
 

@@ -3,8 +3,8 @@
 #include "catalogue/frmScrapReasonsAddEdit.h"
 #include "common/ItemId.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 
 frmScrapReasons::frmScrapReasons() : QDialog(windowOwner()), m_reasons([](int) { return ItemPicture(); })

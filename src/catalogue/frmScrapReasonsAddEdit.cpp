@@ -2,11 +2,11 @@
 
 #include "db/Literals.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "transactions/Deed.h"
-#include "transactions/MainSubs.h"
+#include "transactions/DialogSteps.h"
 
 #include <QApplication>
 

@@ -1,24 +1,25 @@
 #include "catalogue/frmToolNewEdit.h"
 
 #include "catalogue/FolderKind.h"
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
+#include "common/ToolFields.h"
 #include "db/Literals.h"
 #include "db/Schema.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/text/Format.h"
 #include "transactions/Deed.h"
+#include "transactions/DialogSteps.h"
 #include "transactions/KeyFilter.h"
-#include "transactions/MainSubs.h"
 
 #include <QLineEdit>
 #include <QProgressDialog>
 
 namespace {
 
-constexpr int longestManufacturer = 25;
 // Fewer are added before a bar is seen.
 constexpr int manyTools = 1000;
 constexpr int toolsBetweenLooksAtCancel = 32;
@@ -49,7 +50,8 @@ frmToolNewEdit::frmToolNewEdit(const QString &mode, int toolId)
     KeyFilter::watch(ui.cboMan, [this](QChar typed) {
         // What is selected gives way to the typed character.
         const qsizetype selected = ui.cboMan->lineEdit()->selectedText().size();
-        const bool isFull = ui.cboMan->currentText().trimmed().size() - selected >= longestManufacturer;
+        const bool isFull =
+            ui.cboMan->currentText().trimmed().size() - selected >= ToolFields::longestTypedManufacturer;
         return isFull && typed.isPrint() && typed != '%';
     });
 
@@ -208,11 +210,12 @@ void frmToolNewEdit::cmdTreeLoc_Click()
 
 void frmToolNewEdit::cboMan_Change(const QString &text)
 {
-    if (text.size() <= longestManufacturer || text.trimmed().size() < longestManufacturer)
+    if (text.size() <= ToolFields::longestTypedManufacturer
+        || text.trimmed().size() < ToolFields::longestTypedManufacturer)
         return;
     QLineEdit *box = ui.cboMan->lineEdit();
     const int cursor = box->cursorPosition();
-    box->setText(text.left(longestManufacturer));
+    box->setText(text.left(ToolFields::longestTypedManufacturer));
     box->setCursorPosition(cursor);
 }
 

@@ -7,7 +7,7 @@
 #include "explorer/clsTools.h"
 #include "platform/gui/Icons.h"
 #include "platform/text/Numbers.h"
-#include "reports/QueryKind.h"
+#include "queries/QueryKind.h"
 
 #include <QCoreApplication>
 #include <QScopeGuard>

@@ -5,11 +5,11 @@
 #include "db/Session.h"
 #include "explorer/ListItems.h"
 #include "explorer/Panes.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/text/Numbers.h"
-#include "reports/QueryKind.h"
+#include "queries/QueryKind.h"
 #include "transactions/Deed.h"
 
 #include <QScopeGuard>

@@ -2,7 +2,7 @@
 
 #include "common/ItemId.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
 

@@ -32,7 +32,7 @@ public:
         Q_DISABLE_COPY_MOVE(Hidden)
 
     private:
-        TreeView &m_tree;
+        TreePane &m_tree;
         KeyedTree::Filling m_filling;
     };
     void addRows(const QString &statement, const std::function<ListItem(const class Recordset &)> &itemOf);

@@ -5,12 +5,12 @@
 #include "explorer/ListItems.h"
 #include "explorer/Panes.h"
 #include "explorer/clsTools.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/text/Format.h"
-#include "reports/QueryKind.h"
-#include "transactions/MainSubs.h"
+#include "queries/QueryKind.h"
+#include "transactions/ScrapPurge.h"
 
 #include <QScopeGuard>
 

@@ -4,8 +4,8 @@
 #include "db/Schema.h"
 #include "db/Session.h"
 #include "explorer/ListItems.h"
+#include "explorer/ListPane.h"
 #include "explorer/Panes.h"
-#include "explorer/ToolListView.h"
 #include "explorer/clsTools.h"
 #include "platform/text/Format.h"
 
@@ -75,7 +75,7 @@ QString scrapLine(const QString &id)
 
 }
 
-StatusLine::StatusLine(const Panes &panes, const ToolListView &list) : m_panes(panes), m_list(list)
+StatusLine::StatusLine(const Panes &panes, const ListPane &list) : m_panes(panes), m_list(list)
 {
     m_rest.setSingleShot(true);
     m_rest.setInterval(restAfter);

@@ -4,7 +4,7 @@
 #include <QTimer>
 
 class Panes;
-class ToolListView;
+class ListPane;
 struct ListItem;
 
 /// Says in the frame's status bar what the selected item of the list is: its whole description, part number, type and
@@ -13,7 +13,7 @@ class StatusLine : public QObject
 {
     Q_OBJECT
 public:
-    StatusLine(const Panes &panes, const ToolListView &list);
+    StatusLine(const Panes &panes, const ListPane &list);
 
 private:
     void selectionChanged();
@@ -22,6 +22,6 @@ private:
     void show(const QString &text) const;
 
     const Panes &m_panes;
-    const ToolListView &m_list;
+    const ListPane &m_list;
     QTimer m_rest;
 };

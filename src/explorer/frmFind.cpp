@@ -2,8 +2,8 @@
 
 #include "explorer/ListItems.h"
 #include "explorer/frmTree.h"
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>

@@ -3,11 +3,12 @@
 #include "common/ItemId.h"
 #include "common/MainFrame.h"
 #include "explorer/StatusLine.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/Twips.h"
+#include "platform/gui/UserAction.h"
 #include "platform/system/UserSettings.h"
-#include "transactions/MainSubs.h"
+#include "transactions/ToolCommands.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -49,23 +50,23 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
             if (checked)
                 runUserAction([this, index] { optMode_Click(index); });
         });
-    onUserAction(ui.tvMain, &TreeView::nodeClicked, this, &frmTree::tvMain_NodeClick);
-    onUserAction(ui.tvMain, &TreeView::popUpWanted, this, &frmTree::tvMain_PopUp);
-    onUserAction(ui.tvMain, &TreeView::itemsDropped, this, &frmTree::lstToolList_DragDrop);
-    onUserAction(ui.tvMain, &TreeView::nodeDropped, this, &frmTree::tvMain_DragDrop);
-    connect(ui.tvMain, &TreeView::gestureEnded, this, [this] { m_panes.followListed(); });
+    onUserAction(ui.tvMain, &TreePane::nodeClicked, this, &frmTree::tvMain_NodeClick);
+    onUserAction(ui.tvMain, &TreePane::popUpWanted, this, &frmTree::tvMain_PopUp);
+    onUserAction(ui.tvMain, &TreePane::itemsDropped, this, &frmTree::lstToolList_DragDrop);
+    onUserAction(ui.tvMain, &TreePane::nodeDropped, this, &frmTree::tvMain_DragDrop);
+    connect(ui.tvMain, &TreePane::gestureEnded, this, [this] { m_panes.followListed(); });
     connect(ui.tvMain, &QTreeView::expanded, this, [this](const QModelIndex &index) {
         if (!ui.tvMain->draggedNode())
             runUserAction([&] { m_panes.openNode(ui.tvMain->nodes().nodeAt(index)); });
     });
-    connect(ui.lstToolList, &ToolListView::touched, this, [this] { m_panes.setInCharge(false); });
-    connect(ui.tvMain, &TreeView::touched, this, [this] { m_panes.setInCharge(true); });
-    connect(ui.lstToolList, &ToolListView::itemPressed, this, [this] { ui.tvMain->setDropHighlight(nullptr); });
+    connect(ui.lstToolList, &ListPane::touched, this, [this] { m_panes.setInCharge(false); });
+    connect(ui.tvMain, &TreePane::touched, this, [this] { m_panes.setInCharge(true); });
+    connect(ui.lstToolList, &ListPane::itemPressed, this, [this] { ui.tvMain->setDropHighlight(nullptr); });
     connect(ui.lstToolList->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &frmTree::showSelectedCount);
     connect(&ui.lstToolList->items(), &QAbstractItemModel::modelReset, this, &frmTree::showSelectedCount);
-    onUserAction(ui.lstToolList, &ToolListView::popUpWanted, this, &frmTree::lstToolList_PopUp);
-    onUserAction(ui.lstToolList, &ToolListView::itemOpened, this, &frmTree::lstToolList_DblClick);
+    onUserAction(ui.lstToolList, &ListPane::popUpWanted, this, &frmTree::lstToolList_PopUp);
+    onUserAction(ui.lstToolList, &ListPane::itemOpened, this, &frmTree::lstToolList_DblClick);
     onUserAction(ui.cmdCheckOut, &QPushButton::clicked, &MainSubs::CheckOutSelectedTool);
     onUserAction(ui.cmdCheckIn, &QPushButton::clicked, &MainSubs::CheckInSelectedTool);
     onUserAction(ui.cmdRestoreScrap, &QPushButton::clicked, &MainSubs::RestoreSelectedScrap);

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
 #include "explorer/Panes.h"
 #include "platform/gui/SharedForm.h"
 #include "ui_frmTree.h"
 
 /// The tool explorer: a tree of folders in one of four views, the list of what the selected folder holds, and the
 /// commands on both. What the views show and allow stands in the views, where the user is in the panes.
-class frmTree : public QWidget, public ExplorerView, public SharedForm<frmTree>
+class frmTree : public QWidget, public ExplorerWindow, public SharedForm<frmTree>
 {
     Q_OBJECT
 public:

@@ -8,9 +8,9 @@
 #include "explorer/frmFind.h"
 #include "explorer/frmTree.h"
 #include "explorer/frmTreeSelect.h"
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
-#include "reports/QueryForm.h"
+#include "platform/gui/UserAction.h"
+#include "queries/QueryForm.h"
 #include "reports/ReportRun.h"
 #include "transactions/frmScrap.h"
 

@@ -2,9 +2,9 @@
 
 #include "common/ItemId.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 
 namespace {
 

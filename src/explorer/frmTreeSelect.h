@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
 #include "platform/gui/KeyedTree.h"
 
 #include "ui_frmTreeSelect.h"

@@ -2,7 +2,8 @@
 
 #include "common/MainFrame.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "reports/ReportRun.h"
 

@@ -1,10 +1,10 @@
 #include "reports/ReportRun.h"
 
 #include "common/MainFrame.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/reportcontrol/ReportControl.h"
 #include "platform/system/ProgramFolder.h"
-#include "reports/ReportErrors.h"
+#include "reports/ReportErrorTexts.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
 #include "reports/frmImportSelected.h"
 
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "reports/frmConfigReports.h"
 

@@ -1,7 +1,7 @@
 #include "reports/frmNewReport.h"
 
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/system/ProgramFolder.h"
 #include "reports/frmImportSelected.h"

@@ -3,7 +3,7 @@
 #include "common/ProgramState.h"
 #include "db/Session.h"
 #include "platform/gui/BoundCombo.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/UserAction.h"
 
 #include <QKeyEvent>
 #include <QLabel>

@@ -1,7 +1,5 @@
 #include "transactions/KeyFilter.h"
 
-#include "transactions/MainSubs.h"
-
 #include <QComboBox>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -44,4 +42,16 @@ bool KeyFilter::eventFilter(QObject *box, QEvent *event)
         composed->setCommitString(text, composed->replacementStart(), composed->replacementLength());
     }
     return QObject::eventFilter(box, event);
+}
+
+int MainSubs::FilterKey(int keyAscii, const QString &allowed, bool allowBackspace, const QString &disallowed)
+{
+    constexpr char16_t backspace = 8;
+    const QChar character = QChar(keyAscii).toUpper();
+    QString passing = allowed.toUpper();
+    if (allowBackspace)
+        passing.prepend(backspace);
+    if (allowed != "*" && !passing.contains(character, Qt::CaseInsensitive))
+        return 0;
+    return disallowed.contains(character, Qt::CaseInsensitive) ? 0 : keyAscii;
 }

@@ -24,3 +24,11 @@ private:
 
     Refusal m_refuses;
 };
+
+namespace MainSubs {
+
+/// The code of a pressed key if it may pass, else 0: `allowed` are the characters that may ("*": all), `disallowed`
+/// those that may not in any case; letters of either case count.
+int FilterKey(int keyAscii, const QString &allowed, bool allowBackspace, const QString &disallowed);
+
+}

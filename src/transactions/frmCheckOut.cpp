@@ -1,14 +1,15 @@
 #include "transactions/frmCheckOut.h"
 
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
 #include "common/ItemId.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
+#include "platform/gui/UserAction.h"
 #include "platform/system/Clock.h"
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
+#include "transactions/DialogSteps.h"
 #include "transactions/JobPicker.h"
 #include "transactions/Lending.h"
-#include "transactions/MainSubs.h"
 
 frmCheckOut::frmCheckOut()
 {

@@ -1,15 +1,16 @@
 #include "transactions/frmScrap.h"
 
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
 #include "common/ItemId.h"
 #include "db/Literals.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
+#include "platform/gui/UserAction.h"
 #include "platform/system/Clock.h"
+#include "transactions/DialogSteps.h"
 #include "transactions/JobPicker.h"
 #include "transactions/KeyFilter.h"
 #include "transactions/Lending.h"
-#include "transactions/MainSubs.h"
 
 namespace {
 
@@ -124,7 +125,7 @@ void frmScrap::cmdOK_Click()
         || !MainSubs::did(this, notScrapped, [this] { scrapTool(); }))
         return;
     accept();
-    ExplorerView &explorer = theExplorer();
+    ExplorerWindow &explorer = theExplorer();
     explorer.removeSelectedItem();
     if (explorer.itemCount() == 0)
         explorer.rebuildView();

@@ -1,15 +1,17 @@
 #include "transactions/frmScrapRestore.h"
 
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
 #include "common/ItemId.h"
+#include "common/ToolFields.h"
 #include "db/Literals.h"
 #include "db/Session.h"
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
 #include "transactions/Deed.h"
-#include "transactions/MainSubs.h"
+#include "transactions/DialogSteps.h"
 
 #include <QTimer>
 

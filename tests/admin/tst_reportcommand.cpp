@@ -1,4 +1,4 @@
-#include "tests/platform/report/ReportCrib.h"
+#include "tests/platform/reportengine/ReportCrib.h"
 #include "tests/support/AdminRun.h"
 #include "tests/support/DataRows.h"
 

@@ -5,7 +5,7 @@
 #include "db/Session.h"
 #include "explorer/clsTools.h"
 #include "explorer/frmTree.h"
-#include "transactions/MainSubs.h"
+#include "transactions/ScrapPurge.h"
 #include "transactions/frmCheckIn.h"
 #include "transactions/frmCheckOut.h"
 #include "transactions/frmScrap.h"
@@ -79,7 +79,7 @@ public:
             if (!goToItem("Select ID,Location from Tools where out=0", 1, "l", "r"))
                 return false;
             const Recordset targets = openRecordset("Select ID from Locations");
-            TreeView *tree = explorer().ui.tvMain;
+            TreePane *tree = explorer().ui.tvMain;
             tree->setDropHighlight(tree->nodes().find("l" + targets.at(pick(targets.recordCount()), 0).toText()));
             explorer().ui.lstToolList->DragArmed = true;
             emit tree->itemsDropped();
@@ -127,7 +127,7 @@ private:
             return false;
         const int row = pick(rows.recordCount());
         show(option);
-        TreeView *tree = explorer().ui.tvMain;
+        TreePane *tree = explorer().ui.tvMain;
         KeyedTree::Node *found = tree->nodes().find(node + rows.at(row, 1).toText());
         if (!found)
             return false;

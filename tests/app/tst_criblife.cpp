@@ -1,4 +1,4 @@
-#include "platform/gui/Handler.h"
+#include "platform/gui/UserAction.h"
 #include "tests/app/CribLife.h"
 #include "tests/support/CribExplorer.h"
 #include "tests/support/DataRows.h"
@@ -139,7 +139,7 @@ private slots:
         user.others = life.others = [&] { actAtAnotherDesk(*other, random); };
         for (int step = 0; step < 600; ++step) {
             life.doSomething();
-            const TreeView *tree = explorer().ui.tvMain;
+            const TreePane *tree = explorer().ui.tvMain;
             QCOMPARE(explorer().ui.lblList->text(),
                      "Contents of '"
                          + KeyedTree::fullPath(tree->selectedNode()).left(explorer().view()->row.headingLength) + "'");

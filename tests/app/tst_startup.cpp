@@ -1,3 +1,4 @@
+#include "app/HelpPages.h"
 #include "app/ModMain.h"
 #include "app/frmSplash.h"
 #include "app/mdiMain.h"
@@ -37,6 +38,12 @@ private slots:
     {
         ProgramFolder::setPath({});
         Session::close();
+    }
+
+    void everyWindowsPageIsShipped()
+    {
+        for (const auto &[window, page] : helpPages())
+            QVERIFY2(QFile::exists(PROGRAM_BIN "/manual/" + QString(page)), window);
     }
 
     void refusesASecondCopy()

@@ -1,5 +1,5 @@
 #include "catalogue/FolderEditor.h"
-#include "catalogue/FolderList.h"
+#include "catalogue/SpareFolderList.h"
 #include "tests/support/CribWithTool.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/ModelTexts.h"
@@ -113,7 +113,7 @@ private slots:
         const QString question = "Deleting! (question): Delete Selected Item? [OK] [Cancel]*";
         ScriptedUser user(QMessageBox::Cancel);
         user.answers(QMessageBox::Ok, 4);
-        whenModal<FolderList>([&](FolderList &form) {
+        whenModal<SpareFolderList>([&](SpareFolderList &form) {
             const auto remove = [&](int row) {
                 form.ui.dblLocation->setCurrentRow(row);
                 QTest::mouseClick(form.ui.cmdDelete, Qt::LeftButton);
@@ -128,7 +128,7 @@ private slots:
             crib->explorer.mode = kind->mode;
             QCOMPARE(remove(0), 1);
         });
-        FolderList::showModal(*kind);
+        SpareFolderList::showModal(*kind);
         QCOMPARE(user.boxes(),
                  QStringList({question, question, "Error! (warning): " + refusal + " [OK]", question, question}));
         QCOMPARE(crib->rows(QString("Select Count(*) from %1s").arg(kind->mode)), QStringList("1"));
@@ -138,12 +138,12 @@ private slots:
     void otherErrorsBearTheirNumber()
     {
         ScriptedUser user(QMessageBox::Ok, 2);
-        whenModal<FolderList>([&](FolderList &form) {
+        whenModal<SpareFolderList>([&](SpareFolderList &form) {
             const CribDatabase::OtherWriter other(*crib);
             QTest::mouseClick(form.ui.cmdDelete, Qt::LeftButton);
             QCOMPARE(form.ui.dblLocation->count(), 3);
         });
-        FolderList::showModal(FolderKind::type);
+        SpareFolderList::showModal(FolderKind::type);
         const QString start =
             "Error! (warning): An unknown error ocurred when trying to save the new Type!:  3260  Could not";
         QCOMPARE(user.boxes()[1].left(start.size()), start);
@@ -159,9 +159,9 @@ private slots:
                 QTest::keyClick(editor.ui.txtDescription, Qt::Key_Return);
             });
         };
-        whenModal<FolderList>([&](FolderList &form) {
+        whenModal<SpareFolderList>([&](SpareFolderList &form) {
             QListWidget *list = form.ui.dblLocation;
-            QVERIFY(!FolderList::LocationListOpen && FolderList::TypeListOpen);
+            QVERIFY(!SpareFolderList::LocationListOpen && SpareFolderList::TypeListOpen);
             QCOMPARE(textsOf(list->model()), QStringList({"drills", "Torque wrenches", "Wrenches"}));
             list->setCurrentRow(1);
             edit("Edit Tool Type", "Bits '"); // without the apostrophe
@@ -172,8 +172,8 @@ private slots:
             QTest::mouseClick(form.ui.cmdNew, Qt::LeftButton);
             QCOMPARE(textsOf(list->model()), QStringList({"Bits", "Chisels", "drills", "Wrenches"}));
         });
-        FolderList::showModal(FolderKind::type);
-        QVERIFY(!FolderList::TypeListOpen);
+        SpareFolderList::showModal(FolderKind::type);
+        QVERIFY(!SpareFolderList::TypeListOpen);
         QCOMPARE(crib->rows("Select Description,Parent from Types order by ID"),
                  QStringList({"Wrenches|0", "Bits|1", "drills|0", "Chisels|0"}));
         QCOMPARE(crib->explorer.calls, QStringList({"rename type 2: Bits", "add type 4 under 0: Chisels"}));

@@ -220,7 +220,7 @@ private slots:
     void gesturesThatLeadNowhereKeepThePlace()
     {
         m_crib->goTo(0, "l1");
-        TreeView *tree = m_crib->tree();
+        TreePane *tree = m_crib->tree();
         const auto centre = [&](const char *key) {
             return tree->visualRect(tree->nodes().indexOf(m_crib->node(key))).center();
         };

@@ -1,5 +1,5 @@
 #include "explorer/frmTreeSelect.h"
-#include "platform/report/Report.h"
+#include "platform/reportengine/Report.h"
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/CribExplorer.h"
 #include "tests/support/DataRows.h"
@@ -217,7 +217,7 @@ private slots:
             m_crib->tree()->setDropHighlight(m_crib->node(to));
             emit m_crib->tree()->nodeDropped(m_crib->node(from));
         } else {
-            drop(ToolListView::dragFormat, to);
+            drop(ListPane::dragFormat, to);
         }
 
         QCOMPARE(user.texts(), messages);
@@ -249,8 +249,8 @@ private slots:
 
     void keyboardDecidesWhatCommandsActOn()
     {
-        TreeView *tree = m_crib->tree();
-        ToolListView *list = m_crib->list();
+        TreePane *tree = m_crib->tree();
+        ListPane *list = m_crib->list();
         tree->setFocus();
         QTest::keyClick(tree, Qt::Key_Down);
         QCOMPARE(explorer().ui.lblList->text(), "Contents of 'Tools\\\u00c4xte'");
@@ -299,7 +299,7 @@ private slots:
 private:
     void drop(const QString &format, const QString &targetKey)
     {
-        TreeView *tree = m_crib->tree();
+        TreePane *tree = m_crib->tree();
         tree->expandAll();
         const QPoint place = tree->visualRect(tree->nodes().indexOf(m_crib->node(targetKey))).center();
         QMimeData data;

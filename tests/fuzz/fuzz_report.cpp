@@ -1,8 +1,8 @@
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"
-#include "platform/report/DataSource.h"
-#include "platform/report/Layout.h"
-#include "platform/report/TemplateReader.h"
+#include "platform/reportengine/DataSource.h"
+#include "platform/reportengine/Pagination.h"
+#include "platform/reportengine/TemplateReader.h"
 
 #include <QGuiApplication>
 #include <QTemporaryDir>
@@ -53,9 +53,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     try {
         Template report = TemplateReader::read(isTemplate ? text : loans, "Fuzz.rpt");
         Formula selection = Formula::parse(isTemplate ? QString() : QString::fromUtf8(text), report.fields);
-        const Records records = DataSource(*surroundings.database, report, selection).read([](double) {});
+        const GroupedRecords records = DataSource(*surroundings.database, report, selection).read([](double) {});
         BandComposer composer(report, records, {}, QDateTime({2024, 5, 6}, {7, 8}));
-        Layout layout(report, records, composer);
+        Pagination layout(report, records, composer);
         layout.advance(QDeadlineTimer(500));
         for (int page = 0; page < std::min(layout.pageCount(), 3); ++page)
             layout.elements(page);

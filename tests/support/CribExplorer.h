@@ -16,8 +16,8 @@ public:
     ~CribExplorer() { frmTree::unload(); }
 
     void view(int option) { explorer().findChild<QRadioButton *>(QStringLiteral("optMode%1").arg(option))->click(); }
-    TreeView *tree() const { return explorer().ui.tvMain; }
-    ToolListView *list() const { return explorer().ui.lstToolList; }
+    TreePane *tree() const { return explorer().ui.tvMain; }
+    ListPane *list() const { return explorer().ui.lstToolList; }
     KeyedTree::Node *node(const QString &key) const { return tree()->nodes().find(key); }
     void go(const QString &key)
     {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "common/ExplorerView.h"
+#include "common/ExplorerWindow.h"
 
 #include <QList>
 
 /// An explorer without a window: a list with one selected row, and what dialogs asked it to do.
-class FakeExplorer : public ExplorerView
+class FakeExplorer : public ExplorerWindow
 {
 public:
     FakeExplorer() { setTheExplorer(this); }

@@ -2,7 +2,7 @@
 #include "tests/support/DataRows.h"
 #include "tests/support/ModelTexts.h"
 #include "tests/support/ScriptedUser.h"
-#include "transactions/MainSubs.h"
+#include "transactions/ToolCommands.h"
 #include "transactions/frmCheckIn.h"
 #include "transactions/frmCheckOut.h"
 #include "transactions/frmScrap.h"

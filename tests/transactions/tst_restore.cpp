@@ -1,7 +1,7 @@
 #include "tests/support/CribWithTool.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/ScriptedUser.h"
-#include "transactions/MainSubs.h"
+#include "transactions/ToolCommands.h"
 #include "transactions/frmScrapRestore.h"
 
 class TestRestore : public QObject

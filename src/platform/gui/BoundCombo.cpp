@@ -1,6 +1,6 @@
 #include "platform/gui/BoundCombo.h"
 
-#include "platform/gui/Handler.h"
+#include "platform/gui/UserAction.h"
 
 #include <QAbstractListModel>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #include "platform/gui/Manual.h"
 
-#include "platform/gui/Handler.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
 #include "platform/gui/frmManual.h"
 #include "platform/system/ProgramFolder.h"
 
@@ -32,65 +32,6 @@ Manual::Browser openInBrowser = openInDesktopBrowser;
 
 }
 
-std::vector<Manual::WindowPage> Manual::windowPages()
-{
-    return {
-        {"mdiMain", "main-window.html"},
-        {"mnuFile", "main-window.html"},
-        {"mnuTables", "main-window.html"},
-        {"mnuReports", "main-window.html"},
-        {"mnuWindow", "main-window.html"},
-        {"frmTree", "tool-explorer.html"},
-        {"frmFind", "find.html"},
-        {"frmTreeSelect", "tree-picker.html"},
-        {"frmCheckOut", "check-out.html"},
-        {"frmCheckIn", "check-in.html"},
-        {"frmScrap", "scrap.html"},
-        {"frmScrapRestore", "restore.html"},
-        {"frmToolNewEdit", "tool-editor.html"},
-        {"frmLocationNewEdit", "locations-and-types.html"},
-        {"frmTypeNewEdit", "locations-and-types.html"},
-        {"frmLocation", "locations-and-types.html"},
-        {"frmType", "locations-and-types.html"},
-        {"frmScrapReasons", "scrap-reasons.html"},
-        {"frmScrapReasonsAddEdit", "scrap-reasons.html"},
-        {"frmQueryTypeLoc", "queries.html"},
-        {"frmQueryCheckedOut", "queries.html"},
-        {"frmQueryScrap", "queries.html"},
-        {"frmReportAllTools", "queries.html"},
-        {"frmReportJunkTools", "queries.html"},
-        {"frmReportAllToolsQresults", "results.html"},
-        {"frmReportToolsOutQresults", "results.html"},
-        {"frmReportToolsScrapQresults", "results.html"},
-        {"frmReportToolsJunkQresults", "results.html"},
-        {"frmEmpQresults", "results.html"},
-        {"PreviewWindow", "preview.html"},
-        {"frmPrByJob", "print-by.html"},
-        {"frmPrByEmp", "print-by.html"},
-        {"frmConfigReports", "configure-reports.html"},
-        {"frmNewReport", "configure-reports.html"},
-        {"frmImportSelected", "configure-reports.html"},
-    };
-}
-
-QString Manual::pageFor(const QWidget *widget)
-{
-    const std::vector<WindowPage> pages = windowPages();
-    while (widget) {
-        const auto found = std::find_if(pages.begin(), pages.end(),
-                                        [&](const WindowPage &row) { return widget->objectName() == row.window; });
-        if (found != pages.end())
-            return found->page;
-        // The choices that drop down while one types have no parent; they hand their focus to the box they belong to.
-        const QWidget *around = widget->parentWidget() ? widget->parentWidget() : widget->focusProxy();
-        // In the window that a menu or a box came from, the control that was last used leads to the child window.
-        if (around && widget->isWindow() && around->window()->focusWidget())
-            around = around->window()->focusWidget();
-        widget = around;
-    }
-    return indexPage;
-}
-
 void Manual::show(const QString &page)
 {
     const QString file = ProgramFolder::path() + "/manual/" + page;
@@ -106,9 +47,29 @@ void Manual::show(const QString &page)
 
 void Manual::setBrowser(Browser browser) { openInBrowser = browser ? std::move(browser) : openInDesktopBrowser; }
 
-HelpKey::HelpKey() { QCoreApplication::instance()->installEventFilter(this); }
+HelpKey::HelpKey(std::vector<HelpPage> pages) : m_pages(std::move(pages))
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
 
 HelpKey::~HelpKey() { frmManual::unload(); }
+
+QString HelpKey::pageFor(const QWidget *widget) const
+{
+    while (widget) {
+        const auto found = std::find_if(m_pages.begin(), m_pages.end(),
+                                        [&](const HelpPage &row) { return widget->objectName() == row.window; });
+        if (found != m_pages.end())
+            return found->page;
+        // The choices that drop down while one types have no parent; they hand their focus to the box they belong to.
+        const QWidget *around = widget->parentWidget() ? widget->parentWidget() : widget->focusProxy();
+        // In the window that a menu or a box came from, the control that was last used leads to the child window.
+        if (around && widget->isWindow() && around->window()->focusWidget())
+            around = around->window()->focusWidget();
+        widget = around;
+    }
+    return indexPage;
+}
 
 bool HelpKey::eventFilter(QObject *watched, QEvent *event)
 {
@@ -116,7 +77,7 @@ bool HelpKey::eventFilter(QObject *watched, QEvent *event)
         || !static_cast<QKeyEvent *>(event)->matches(QKeySequence::HelpContents))
         return false;
     runUserAction([&] {
-        const QString page = Manual::pageFor(static_cast<QWidget *>(watched));
+        const QString page = pageFor(static_cast<QWidget *>(watched));
         // An open menu would keep the mouse to itself.
         while (QWidget *popup = QApplication::activePopupWidget())
             popup->close();

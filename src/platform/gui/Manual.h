@@ -11,17 +11,6 @@ class QWidget;
 /// The manual: HTML pages in the folder "manual" beside the program, one a window.
 namespace Manual {
 
-/// A window or menu, by its object name, and the file of its page.
-struct WindowPage {
-    const char *window;
-    const char *page;
-};
-std::vector<WindowPage> windowPages();
-
-/// The page that tells of `widget`: that of the nearest window around it which has one. A menu or a box without a page
-/// has that of the window it came from; for all else it is the index.
-QString pageFor(const QWidget *widget);
-
 /// Shows a page in the desktop's browser or, where there is none, in a window of the program. Says so when the page
 /// is not there.
 void show(const QString &page);
@@ -33,14 +22,27 @@ void setBrowser(Browser browser);
 
 }
 
-/// F1 in any window shows its page of the manual, for the life of the object.
+/// A window or menu, by its object name, and the file of its page.
+struct HelpPage {
+    const char *window;
+    const char *page;
+};
+
+/// F1 in any window shows its page of the manual, for the life of the object: the page of the nearest window around the
+/// keyboard which has one. A menu or a box without a page has that of the window it came from; for all else it is the
+/// index.
 class HelpKey : public QObject
 {
     Q_OBJECT
 public:
-    HelpKey();
+    explicit HelpKey(std::vector<HelpPage> pages);
     ~HelpKey() override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    QString pageFor(const QWidget *widget) const;
+
+    std::vector<HelpPage> m_pages;
 };

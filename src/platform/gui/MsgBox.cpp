@@ -1,6 +1,6 @@
 #include "platform/gui/MsgBox.h"
 
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/text/Format.h"
 

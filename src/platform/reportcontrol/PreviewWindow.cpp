@@ -1,10 +1,11 @@
 #include "platform/reportcontrol/PreviewWindow.h"
 
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
-#include "platform/report/Report.h"
+#include "platform/gui/UserAction.h"
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
+#include "platform/reportengine/Report.h"
 #include "platform/text/Numbers.h"
 
 #include <QDir>

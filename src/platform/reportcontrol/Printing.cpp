@@ -1,7 +1,7 @@
 #include "platform/reportcontrol/Printing.h"
 
-#include "platform/report/Report.h"
-#include "platform/report/TextMeasure.h"
+#include "platform/reportengine/Report.h"
+#include "platform/reportengine/TextMeasure.h"
 
 #include <QPrinter>
 #include <QPrinterInfo>

@@ -1,9 +1,9 @@
 #include "platform/reportcontrol/ReportControl.h"
 
-#include "platform/report/Report.h"
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
+#include "platform/reportengine/Report.h"
 
 #include <QEvent>
 #include <QPrinterInfo>

@@ -1,6 +1,6 @@
 #include "platform/reportcontrol/RunProgress.h"
 
-#include "platform/report/Report.h"
+#include "platform/reportengine/Report.h"
 
 #include <QCoreApplication>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gui/Handler.h"
+#include "platform/gui/HourGlass.h"
 
 #include <QElapsedTimer>
 #include <QProgressDialog>

@@ -2,10 +2,10 @@
 #include "tests/support/DataRows.h"
 
 #include "platform/engine/Workspace.h"
-#include "platform/report/Report.h"
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
+#include "platform/reportengine/Report.h"
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/Files.h"
 #include "tests/support/ScriptedUser.h"

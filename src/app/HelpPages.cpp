@@ -1,0 +1,42 @@
+#include "app/HelpPages.h"
+
+std::vector<HelpPage> helpPages()
+{
+    return {
+        {"mdiMain", "main-window.html"},
+        {"mnuFile", "main-window.html"},
+        {"mnuTables", "main-window.html"},
+        {"mnuReports", "main-window.html"},
+        {"mnuWindow", "main-window.html"},
+        {"frmTree", "tool-explorer.html"},
+        {"frmFind", "find.html"},
+        {"frmTreeSelect", "tree-picker.html"},
+        {"frmCheckOut", "check-out.html"},
+        {"frmCheckIn", "check-in.html"},
+        {"frmScrap", "scrap.html"},
+        {"frmScrapRestore", "restore.html"},
+        {"frmToolNewEdit", "tool-editor.html"},
+        {"frmLocationNewEdit", "locations-and-types.html"},
+        {"frmTypeNewEdit", "locations-and-types.html"},
+        {"frmLocation", "locations-and-types.html"},
+        {"frmType", "locations-and-types.html"},
+        {"frmScrapReasons", "scrap-reasons.html"},
+        {"frmScrapReasonsAddEdit", "scrap-reasons.html"},
+        {"frmQueryTypeLoc", "queries.html"},
+        {"frmQueryCheckedOut", "queries.html"},
+        {"frmQueryScrap", "queries.html"},
+        {"frmReportAllTools", "queries.html"},
+        {"frmReportJunkTools", "queries.html"},
+        {"frmReportAllToolsQresults", "results.html"},
+        {"frmReportToolsOutQresults", "results.html"},
+        {"frmReportToolsScrapQresults", "results.html"},
+        {"frmReportToolsJunkQresults", "results.html"},
+        {"frmEmpQresults", "results.html"},
+        {"PreviewWindow", "preview.html"},
+        {"frmPrByJob", "print-by.html"},
+        {"frmPrByEmp", "print-by.html"},
+        {"frmConfigReports", "configure-reports.html"},
+        {"frmNewReport", "configure-reports.html"},
+        {"frmImportSelected", "configure-reports.html"},
+    };
+}

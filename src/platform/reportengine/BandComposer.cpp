@@ -1,0 +1,218 @@
+#include "platform/reportengine/BandComposer.h"
+
+#include "platform/reportengine/Code128.h"
+#include "platform/text/Format.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+constexpr double cellPadding = 2 * TextMeasure::twipsPerPoint; ///< left and right of a cell's text
+constexpr double ruleHeight = 4 * TextMeasure::twipsPerPoint;
+constexpr double barcodeGap = 2 * TextMeasure::twipsPerPoint; ///< below the bars
+
+bool dependsOnPage(const Cell &cell)
+{
+    return std::any_of(cell.text.begin(), cell.text.end(),
+                       [](const TextPiece &piece) { return piece.dependsOnPage(); });
+}
+
+/// Line ends stay where a text may wrap; every other control character is a blank.
+QString printable(QString text, bool keepsLineEnds)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (QChar &c : text)
+        if (c.category() == QChar::Other_Control && !(c == '\n' && keepsLineEnds))
+            c = ' ';
+    return text;
+}
+}
+
+BandComposer::BandComposer(const Template &report, const GroupedRecords &records,
+                           const QHash<QString, QString> &parameters, const QDateTime &now)
+    : m_records(records),
+      m_parameters(parameters),
+      m_now(now),
+      m_measure(report.font),
+      m_pageSize(report.pageLayout().fullRect(QPageLayout::Point).size() * TextMeasure::twipsPerPoint),
+      m_margin(report.margin * TextMeasure::twipsPerPoint)
+{
+    const double available = m_pageSize.width() - 2 * m_margin;
+    double total = 0;
+    for (const GridColumn &column : report.columns)
+        total += column.width;
+    double edge = m_margin;
+    m_columnEdges.push_back(edge);
+    for (const GridColumn &column : report.columns)
+        m_columnEdges.push_back(edge += available * column.width / total);
+}
+
+std::vector<double> BandComposer::stripHeights(const Band &band, const BandContext &context)
+{
+    std::vector<double> heights;
+    if (!holds(band.when, context) && !context.hasFixedHeight)
+        return heights;
+    for (const BandLine &line : band.lines)
+        if (isPrinted(line, context))
+            heights.insert(heights.end(), stripCount(line, context), stripHeight(line));
+    return heights;
+}
+
+double BandComposer::height(const Band &band, const BandContext &context)
+{
+    const std::vector<double> heights = stripHeights(band, context);
+    return std::accumulate(heights.begin(), heights.end(), 0.0);
+}
+
+double BandComposer::tallestStrip(const Band &band)
+{
+    double tallest = 0;
+    for (const BandLine &line : band.lines)
+        tallest = std::max(tallest, stripHeight(line));
+    return tallest;
+}
+
+void BandComposer::compose(const Band &band, const BandContext &context, int first, int count, double top,
+                           QList<PageElement> &elements)
+{
+    if (!holds(band.when, context))
+        return;
+    int strip = 0;
+    for (const BandLine &line : band.lines) {
+        if (!isPrinted(line, context))
+            continue;
+        const int strips = stripCount(line, context);
+        const int begin = std::max(strip, first);
+        const int end = std::min(strip + strips, first + count);
+        if (begin < end && line.isRule)
+            elements.append(ruleElement(top));
+        else if (begin < end && holds(line.when, context))
+            for (const PrintedCell &printed : printedCells(line, context, false))
+                for (int i = begin - strip; i < std::min<int>(end - strip, printed.lines.size()); ++i)
+                    if (!printed.lines[i].isEmpty()) {
+                        elements.append(cellElement(*printed.cell, line, printed.lines[i],
+                                                    top + (i - (begin - strip)) * stripHeight(line)));
+                        if (i == 0)
+                            elements.last().cellText = printed.lines.size() > 1 ? printed.text : elements.last().text;
+                    }
+        top += std::max(0, end - begin) * stripHeight(line);
+        strip += strips;
+    }
+}
+
+bool BandComposer::holds(const Formula &when, const BandContext &context) const
+{
+    return when.isEmpty() || (context.row >= 0 && when.matches(m_records.record(context.row)));
+}
+
+bool BandComposer::isPrinted(const BandLine &line, const BandContext &context) const
+{
+    return context.hasFixedHeight || holds(line.when, context);
+}
+
+QList<BandComposer::PrintedCell> BandComposer::printedCells(const BandLine &line, const BandContext &context,
+                                                            bool onlyWrapped)
+{
+    QList<PrintedCell> cells;
+    std::bitset<64> taken;
+    for (const Cell &cell : line.cells) {
+        bool isFree = true;
+        for (int column = cell.firstColumn; column <= cell.lastColumn; ++column)
+            isFree = isFree && !taken[column];
+        if (!isFree || !holds(cell.when, context))
+            continue;
+        for (int column = cell.firstColumn; column <= cell.lastColumn; ++column)
+            taken[column] = true;
+        // How often a text wraps must not hang on a page number that is not known yet.
+        const bool wraps = cell.wraps && !context.hasFixedHeight && !dependsOnPage(cell);
+        if (onlyWrapped && !wraps)
+            continue;
+        const QString text = printable(expanded(cell.text, context), wraps);
+        cells.append(
+            {&cell, text,
+             wraps ? m_measure.wrapped(text, cellRect(cell).width(), line.size, cell.bold) : QStringList(text)});
+    }
+    return cells;
+}
+
+int BandComposer::stripCount(const BandLine &line, const BandContext &context)
+{
+    int count = 1;
+    for (const PrintedCell &printed : printedCells(line, context, true))
+        count = std::max(count, int(printed.lines.size()));
+    return count;
+}
+
+double BandComposer::stripHeight(const BandLine &line)
+{
+    return line.isRule ? ruleHeight : m_measure.lineHeight(line.size);
+}
+
+QRectF BandComposer::cellRect(const Cell &cell) const
+{
+    const double left = m_columnEdges[cell.firstColumn] + cellPadding;
+    return {left, 0, std::max(0.0, m_columnEdges[cell.lastColumn + 1] - cellPadding - left), 0};
+}
+
+QString BandComposer::expanded(const QList<TextPiece> &text, const BandContext &context) const
+{
+    QString result;
+    for (const TextPiece &piece : text)
+        result += expanded(piece, context);
+    return result;
+}
+
+QString BandComposer::expanded(const TextPiece &piece, const BandContext &context) const
+{
+    const auto pageNumber = [](int number) { return number < 0 ? QStringLiteral("\u2026") : QString::number(number); };
+    switch (piece.kind) {
+    case TextPiece::Literal:
+        return piece.text;
+    case TextPiece::FieldValue:
+        return context.row < 0 ? QString() : piece.format.apply(m_records.record(context.row)[piece.number]);
+    case TextPiece::AggregateValue:
+        return piece.format.apply(m_records.aggregate(piece.number, context.row));
+    case TextPiece::PageNumber:
+        return pageNumber(context.page < 0 ? -1 : context.page + 1);
+    case TextPiece::PageCount:
+        return pageNumber(context.pageCount);
+    case TextPiece::Today:
+        return Format::shortDate(Format::generalDate(m_now));
+    case TextPiece::Now:
+        return Format::generalDate(m_now);
+    case TextPiece::RowCount:
+        return QString::number(m_records.count());
+    case TextPiece::Continued:
+        return context.continued ? QStringLiteral(" (continued)") : QString();
+    case TextPiece::Parameter:
+        return m_parameters.value(piece.text);
+    }
+    Q_UNREACHABLE();
+}
+
+PageElement BandComposer::ruleElement(double top) const
+{
+    PageElement element;
+    element.kind = PageElement::Rule;
+    element.rect = QRectF(m_margin, top + ruleHeight / 2, m_pageSize.width() - 2 * m_margin, 0);
+    return element;
+}
+
+PageElement BandComposer::cellElement(const Cell &cell, const BandLine &line, const QString &text, double top)
+{
+    PageElement element;
+    element.size = line.size;
+    element.bold = cell.bold;
+    element.alignment = cell.alignment;
+    element.rect = cellRect(cell);
+    element.rect.moveTop(top);
+    element.rect.setHeight(m_measure.lineHeight(line.size));
+    if (cell.isBarcode && Code128::moduleWidth(Code128::encode(text), element.rect.width()) > 0) {
+        element.kind = PageElement::BarCode;
+        element.text = text;
+        element.rect.setHeight(element.rect.height() - barcodeGap);
+    } else {
+        element.text = m_measure.elided(text, element.rect.width(), line.size, cell.bold);
+    }
+    return element;
+}

@@ -1,0 +1,269 @@
+#include "platform/reportengine/DataSource.h"
+
+#include "platform/engine/RowReader.h"
+#include "platform/text/Format.h"
+
+#include <QHash>
+
+#include <algorithm>
+
+namespace {
+
+constexpr size_t keysOfStatement = 1000;
+
+FieldKind kindOfType(const QString &declared)
+{
+    const auto isOneOf = [&](std::initializer_list<const char *> parts) {
+        return std::any_of(parts.begin(), parts.end(), [&](const char *part) {
+            return declared.contains(QLatin1StringView(part), Qt::CaseInsensitive);
+        });
+    };
+    if (isOneOf({"YESNO", "BOOL"}))
+        return FieldKind::YesNo;
+    if (isOneOf({"DATE", "TIME"}))
+        return FieldKind::DateTime;
+    return isOneOf({"INT", "LONG", "CURRENCY", "REAL", "DOUBLE", "FLOAT", "NUM"}) ? FieldKind::Number : FieldKind::Text;
+}
+
+struct TableColumns {
+    QHash<QString, FieldKind> kinds; ///< by folded name; none when there is no such table
+    QString counter;
+};
+
+TableColumns columnsOf(Database &database, const QString &table)
+{
+    TableColumns columns;
+    const Recordset rows =
+        database.openNative(QStringLiteral("SELECT name, type, pk FROM pragma_table_info('%1')").arg(table));
+    for (int row = 0; row < rows.recordCount(); ++row) {
+        const QString name = rows.at(row, 0).toText();
+        const QString type = rows.at(row, 1).toText();
+        columns.kinds.insert(name.toCaseFolded(), kindOfType(type));
+        if (rows.at(row, 2).toBool() && type.compare(QStringLiteral("INTEGER"), Qt::CaseInsensitive) == 0)
+            columns.counter = name;
+    }
+    return columns;
+}
+
+template<typename Visit>
+void forEachBand(Template &report, Visit visit)
+{
+    for (Band *band : {&report.reportHeader, &report.pageHeader, &report.detail, &report.reportFooter,
+                       &report.pageFooter, &report.noData})
+        visit(*band);
+    for (Group &group : report.groups) {
+        visit(group.header);
+        visit(group.footer);
+    }
+}
+
+}
+
+DataSource::DataSource(Database &database, Template &report, Formula &selection)
+    : m_database(database), m_template(report), m_selection(selection)
+{
+    learnKinds();
+    checkJoins();
+    checkFormats();
+    checkGroups();
+    checkAggregates();
+    bindFormulas();
+}
+
+void DataSource::learnKinds()
+{
+    QHash<QString, TableColumns> tables;
+    const auto learn = [&](const QString &table, int line) {
+        const QString name = table.toCaseFolded();
+        if (tables.contains(name))
+            throw templateError(m_template.fileName, line, QStringLiteral("a second table %1").arg(table));
+        // Nothing but a plain name goes into the text of a statement.
+        const bool isPlain = !Field::fromName(QStringLiteral("%1.column").arg(table)).table.isEmpty();
+        tables[name] = isPlain ? columnsOf(m_database, table) : TableColumns();
+        if (tables[name].kinds.isEmpty())
+            throw templateError(m_template.fileName, line, QStringLiteral("the database has no table %1").arg(table),
+                                ResultCode::tableNotFound);
+    };
+    learn(m_template.table, m_template.tableLine);
+    for (const Join &join : std::as_const(m_template.joins))
+        learn(join.table, join.line);
+    m_key = tables[m_template.table.toCaseFolded()].counter;
+
+    for (int number = 0; number < m_template.fields.count(); ++number) {
+        Field &field = m_template.fields.at(number);
+        const QHash<QString, FieldKind> columns = tables.value(field.table.toCaseFolded()).kinds;
+        const auto column = columns.constFind(field.column.toCaseFolded());
+        if (column == columns.constEnd()) {
+            const QString what = QStringLiteral("{%1} is no column of the report's tables").arg(field.name());
+            throw field.line > 0 ? templateError(m_template.fileName, field.line, what, ResultCode::invalidFieldName)
+                                 : ReportError(ResultCode::invalidFieldName, what);
+        }
+        field.kind = *column;
+    }
+}
+
+void DataSource::checkJoins() const
+{
+    QStringList earlier{m_template.table.toCaseFolded()};
+    for (const Join &join : std::as_const(m_template.joins)) {
+        const QString joined = join.table.toCaseFolded();
+        for (const auto &[left, right] : join.equalFields) {
+            const QString one = m_template.fields.at(left).table.toCaseFolded();
+            const QString other = m_template.fields.at(right).table.toCaseFolded();
+            if (!(one == joined && earlier.contains(other)) && !(other == joined && earlier.contains(one)))
+                throw templateError(m_template.fileName, join.line,
+                                    QStringLiteral("%1 is not joined to a table before it").arg(join.table));
+        }
+        earlier.append(joined);
+    }
+}
+
+FieldKind DataSource::kindOf(const TextPiece &piece) const
+{
+    if (piece.kind == TextPiece::FieldValue)
+        return m_template.fields.at(piece.number).kind;
+    const Aggregate &aggregate = m_template.aggregates.at(piece.number);
+    const bool isValueOfField = aggregate.function == Aggregate::Minimum || aggregate.function == Aggregate::Maximum;
+    return isValueOfField ? m_template.fields.at(aggregate.field).kind : FieldKind::Number;
+}
+
+void DataSource::checkFormats()
+{
+    forEachBand(m_template, [this](const Band &band) {
+        for (const BandLine &line : band.lines)
+            for (const Cell &cell : line.cells)
+                for (const TextPiece &piece : cell.text) {
+                    const bool isFilledIn =
+                        piece.kind == TextPiece::FieldValue || piece.kind == TextPiece::AggregateValue;
+                    if (isFilledIn && !piece.format.suits(kindOf(piece)))
+                        throw templateError(m_template.fileName, piece.line,
+                                            QStringLiteral("the format does not suit the field"));
+                }
+    });
+}
+
+void DataSource::checkGroups() const
+{
+    for (const Group &group : std::as_const(m_template.groups))
+        if (group.period != Group::EachValue && m_template.fields.at(group.field).kind != FieldKind::DateTime)
+            throw templateError(m_template.fileName, group.line,
+                                QStringLiteral("{%1} is no date").arg(m_template.fields.at(group.field).name()));
+}
+
+void DataSource::checkAggregates() const
+{
+    for (const Aggregate &aggregate : std::as_const(m_template.aggregates)) {
+        if (aggregate.function != Aggregate::Sum && aggregate.function != Aggregate::Average)
+            continue;
+        const Field &field = m_template.fields.at(aggregate.field);
+        if (field.kind != FieldKind::Number && field.kind != FieldKind::YesNo)
+            throw templateError(m_template.fileName, aggregate.line,
+                                QStringLiteral("{%1} is no number").arg(field.name()), ResultCode::invalidSummaryField);
+    }
+}
+
+void DataSource::bindFormulas()
+{
+    m_selection.bind(m_template.fields);
+    const auto bind = [this](Formula &formula) {
+        try {
+            formula.bind(m_template.fields);
+        } catch (const ReportError &error) {
+            throw templateError(m_template.fileName, formula.line(), error.detail());
+        }
+    };
+    bind(m_template.where);
+    forEachBand(m_template, [&](Band &band) {
+        bind(band.when);
+        for (BandLine &line : band.lines) {
+            bind(line.when);
+            for (Cell &cell : line.cells)
+                bind(cell.when);
+        }
+    });
+}
+
+QString DataSource::statement() const
+{
+    const auto quoted = [this](int number) {
+        const Field &field = m_template.fields.at(number);
+        return QStringLiteral("[%1].[%2]").arg(field.table, field.column);
+    };
+    QStringList columns;
+    for (int number = 0; number < m_template.fields.count(); ++number)
+        columns.append(QStringLiteral("%1 AS F%2").arg(quoted(number)).arg(number));
+    if (!m_key.isEmpty())
+        columns.append(QStringLiteral("[%1].[%2] AS Place").arg(m_template.table, m_key));
+    QString from = QStringLiteral("[%1]").arg(m_template.table);
+    for (qsizetype i = 0; i < m_template.joins.size(); ++i) {
+        const Join &join = m_template.joins.at(i);
+        QStringList conditions;
+        for (const auto &[left, right] : join.equalFields)
+            conditions.append(QStringLiteral("%1 = %2").arg(quoted(left), quoted(right)));
+        // Each join but the first takes the ones before it in brackets.
+        from = QStringLiteral("%1 %2 JOIN [%3] ON %4")
+                   .arg(i == 0 ? from : '(' + from + ')',
+                        join.keepsUnmatched ? QStringLiteral("LEFT") : QStringLiteral("INNER"), join.table,
+                        conditions.join(QStringLiteral(" AND ")));
+    }
+    return QStringLiteral("SELECT %1 FROM %2").arg(columns.join(QStringLiteral(", ")), from);
+}
+
+GroupedRecords DataSource::read(const Progress &progress) const
+{
+    std::vector<Value> values;
+    double done = 0;
+    progress(done);
+    RowReader reader(m_database, [&] { progress(done); });
+    const int key = m_template.fields.find(m_template.table, m_key);
+    if (const auto keys = m_key.isEmpty() ? std::nullopt : m_selection.numbersOf(key))
+        readListed(values, *keys, reader, done);
+    else
+        readAll(values, reader, done);
+    return GroupedRecords(m_template, std::move(values));
+}
+
+void DataSource::readListed(std::vector<Value> &values, const std::vector<double> &keys, RowReader &reader,
+                            double &done) const
+{
+    for (size_t first = 0; first < keys.size(); first += keysOfStatement) {
+        done = double(first) / double(keys.size());
+        QStringList numbers;
+        for (size_t i = first; i < std::min(first + keysOfStatement, keys.size()); ++i)
+            numbers.append(Format::plainNumber(keys[i]));
+        reader.read(
+            QStringLiteral("%1 WHERE [%2].[%3] IN (%4)").arg(statement(), m_template.table, m_key, numbers.join(',')),
+            [&](const std::vector<Value> &record) { addMatching(values, record); });
+    }
+}
+
+void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &done) const
+{
+    // The counter tells how much is done, as rows mostly come in its order. Where they come in another, the progress
+    // waits instead of going back.
+    const QString numbers =
+        m_key.isEmpty() ? QStringLiteral("0, 0") : QStringLiteral("min([%1]), max([%1])").arg(m_key);
+    const Recordset extent =
+        m_database.openNative(QStringLiteral("SELECT count(*), %1 FROM [%2]").arg(numbers, m_template.table));
+    const double count = extent.at(0, 0).toNumber();
+    const double first = extent.at(0, 1).toNumber();
+    const double last = extent.at(0, 2).toNumber();
+    double read = 0;
+    reader.read(statement(), [&](const std::vector<Value> &record) {
+        ++read;
+        const double passed = m_key.isEmpty() ? read / count : (record.back().toNumber() - first) / (last - first + 1);
+        done = std::clamp(passed, done, 1.0);
+        addMatching(values, record);
+    });
+}
+
+void DataSource::addMatching(std::vector<Value> &values, const std::vector<Value> &record) const
+{
+    if (!m_template.where.matches(record.data()) || !m_selection.matches(record.data()))
+        return;
+    const size_t width = size_t(m_template.fields.count());
+    if (values.size() == GroupedRecords::maxCount * width)
+        throw ReportError(ResultCode::outOfMemory,
+                          QStringLiteral("more than %1 records").arg(GroupedRecords::maxCount));
+    values.insert(values.end(), record.begin(), record.begin() + qsizetype(width));
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/engine/Database.h"
+#include "platform/reportengine/GroupedRecords.h"
+#include "platform/reportengine/Progress.h"
+
+class RowReader;
+
+/// Where a report's records come from: a template and a selection formula held against a database.
+class DataSource
+{
+public:
+    /// Learns the kinds of the template's fields and checks everything that depends on them. Nothing is read yet.
+    /// @throws ReportError 20537 for a table that the database lacks, 20509 for an unknown field, 20515 for a selection
+    /// and 20525 for a template that compares, formats or groups what it cannot, 20521 for a sum over texts.
+    DataSource(Database &database, Template &report, Formula &selection);
+
+    /// Keeps no more than the records that match. `progress` is also called while a join is searched without finding
+    /// any.
+    /// @throws ReportError 20500 for too many records; EngineError.
+    GroupedRecords read(const Progress &progress) const;
+
+private:
+    void learnKinds();
+    void checkJoins() const;
+    void checkFormats();
+    void checkGroups() const;
+    void checkAggregates() const;
+    void bindFormulas();
+    FieldKind kindOf(const TextPiece &piece) const;
+    QString statement() const;
+    void readListed(std::vector<Value> &values, const std::vector<double> &keys, RowReader &reader, double &done) const;
+    void readAll(std::vector<Value> &values, RowReader &reader, double &done) const;
+    /// Adds the record's values if both formulas let it through. @throws ReportError 20500 when there are too many.
+    void addMatching(std::vector<Value> &values, const std::vector<Value> &record) const;
+
+    Database &m_database;
+    Template &m_template;
+    Formula &m_selection;
+    QString m_key; ///< the template's table's counter; empty where it has none
+};

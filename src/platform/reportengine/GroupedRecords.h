@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/reportengine/Template.h"
+
+#include <vector>
+
+/// The records that a report prints, in the order in which it prints them, with their groups and the numbers over
+/// those.
+class GroupedRecords
+{
+public:
+    static constexpr int maxCount = 200'000;
+
+    /// The rows of one group, or of the report.
+    struct Run {
+        int first = 0;
+        int last = -1;
+    };
+
+    GroupedRecords() = default;
+    /// `values` are those of one record after the other, a value for each field of the template.
+    GroupedRecords(const Template &report, std::vector<Value> values);
+
+    int count() const { return int(m_order.size()); }
+    /// The values of a row, by the numbers of their fields.
+    const Value *record(int row) const { return &m_values[size_t(m_order[row]) * m_width]; }
+    /// The rows of the group that `row` is in; level 0 is the outermost group.
+    const Run &run(int level, int row) const { return m_runs[level][m_runOfRow[level][row]]; }
+    /// The outermost group that begins with `row`; the number of levels when none does.
+    int firstOpening(int row) const;
+    /// The outermost group that ends with `row`; the number of levels when none does.
+    int firstClosing(int row) const;
+    /// Aggregate `number` of the template for the group that `row` is in.
+    const Value &aggregate(int number, int row) const;
+
+private:
+    using Ranks = std::vector<int>;
+    const Value &stored(int position, int field) const { return m_values[size_t(position) * m_width + field]; }
+    Ranks ranks(int field, FieldKind kind, Group::Period period = Group::EachValue) const;
+    void arrange(const Template &report);
+    void findRuns(const std::vector<Ranks> &groupRanks);
+    Value computed(const Aggregate &aggregate, const Run &run, FieldKind kind) const;
+
+    size_t m_width = 0;
+    std::vector<Value> m_values;
+    std::vector<int> m_order; ///< position among the values of each row
+    std::vector<std::vector<Run>> m_runs; ///< by level
+    std::vector<std::vector<int>> m_runOfRow; ///< by level, the number of each row's run
+    std::vector<int> m_aggregateLevels;
+    std::vector<std::vector<Value>> m_aggregates; ///< by number and run
+};

@@ -1,0 +1,60 @@
+#include "platform/reportengine/PagePainter.h"
+
+#include "platform/reportengine/Code128.h"
+#include "platform/reportengine/TextMeasure.h"
+
+#include <QPainter>
+
+namespace {
+
+constexpr double ruleWidth = 0.5 * TextMeasure::twipsPerPoint;
+
+void paintText(QPainter &painter, const PageElement &element, TextMeasure &measure)
+{
+    const double spare = element.rect.width() - measure.width(element.text, element.size, element.bold);
+    double left = element.rect.left();
+    if (element.alignment & Qt::AlignRight)
+        left += spare;
+    else if (element.alignment & Qt::AlignHCenter)
+        left += spare / 2;
+    painter.setFont(measure.font(element.size, element.bold));
+    painter.setPen(element.color);
+    painter.drawText(QPointF(left, element.rect.top() + measure.baseline(element.size, element.bold)), element.text);
+}
+
+void paintBarCode(QPainter &painter, const PageElement &element)
+{
+    const std::vector<int> bars = Code128::encode(element.text);
+    const int module = Code128::moduleWidth(bars, element.rect.width());
+    double left = element.rect.left() + Code128::blankModules * module;
+    for (size_t i = 0; i < bars.size(); ++i) {
+        const double width = bars[i] * module;
+        if (i % 2 == 0)
+            painter.fillRect(QRectF(left, element.rect.top(), width, element.rect.height()), element.color);
+        left += width;
+    }
+}
+
+}
+
+void paintElements(QPainter &painter, const QList<PageElement> &elements, TextMeasure &measure)
+{
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    for (const PageElement &element : elements) {
+        switch (element.kind) {
+        case PageElement::Text:
+            paintText(painter, element, measure);
+            break;
+        case PageElement::BarCode:
+            paintBarCode(painter, element);
+            break;
+        case PageElement::Rule:
+            painter.setPen(QPen(element.color, ruleWidth));
+            painter.drawLine(element.rect.topLeft(), element.rect.topRight());
+            break;
+        case PageElement::Shade:
+            painter.fillRect(element.rect, element.color);
+            break;
+        }
+    }
+}

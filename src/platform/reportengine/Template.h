@@ -1,0 +1,148 @@
+#pragma once
+
+#include "platform/reportengine/FieldFormat.h"
+#include "platform/reportengine/Formula.h"
+#include "platform/reportengine/ResultCode.h"
+
+#include <QColor>
+#include <QPageLayout>
+
+/// A number over the rows of one group, or over all rows of the report.
+struct Aggregate {
+    enum Function { Count, Sum, Minimum, Maximum, Average };
+    Function function = Count;
+    int field = -1; ///< -1: the rows themselves are counted
+    int level = -1; ///< the group, outermost 0; -1: the report
+    int line = 0; ///< of the template
+
+    bool operator==(const Aggregate &other) const
+    {
+        return function == other.function && field == other.field && level == other.level;
+    }
+};
+
+/// A stretch of a cell's text: as it stands, or filled in.
+struct TextPiece {
+    enum Kind {
+        Literal,
+        FieldValue,
+        AggregateValue,
+        PageNumber,
+        PageCount,
+        Today,
+        Now,
+        RowCount,
+        Continued,
+        Parameter
+    };
+    Kind kind = Literal;
+    QString text; ///< the literal text, or the parameter's name
+    int number = -1; ///< of the field or of the aggregate
+    int line = 0; ///< of the template
+    FieldFormat format = {};
+
+    bool dependsOnPage() const { return kind == PageNumber || kind == PageCount; }
+};
+
+/// A column of the grid that every cell of the report stands in.
+struct GridColumn {
+    QString name;
+    double width = 0; ///< relative to the other columns
+    Qt::Alignment alignment = Qt::AlignLeft;
+    bool wraps = false;
+};
+
+struct Cell {
+    int firstColumn = 0;
+    int lastColumn = 0;
+    Qt::Alignment alignment = Qt::AlignLeft;
+    bool bold = false;
+    bool wraps = false;
+    bool isBarcode = false;
+    Formula when;
+    int line = 0; ///< of the template
+    QList<TextPiece> text;
+};
+
+/// A line of cells, or a rule over the page's width. Where cells share a column, the first whose condition holds is
+/// printed.
+struct BandLine {
+    bool isRule = false;
+    double size = 0; ///< points
+    Formula when;
+    QList<Cell> cells;
+};
+
+struct Band {
+    Formula when;
+    QList<BandLine> lines;
+};
+
+struct Group {
+    enum Period { EachValue, Day, Month, Year };
+    int field = -1;
+    int line = 0; ///< of the template
+    Period period = EachValue;
+    int sortField = -1; ///< orders the groups; -1: their own field does
+    int keep = 1; ///< so many rows stay with the header
+    bool repeatsHeader = false;
+    bool startsPage = false;
+    Band header;
+    Band footer;
+};
+
+struct SortField {
+    int field = -1;
+    bool descending = false;
+};
+
+/// A further table, and how its rows are found.
+struct Join {
+    QString table;
+    bool keepsUnmatched = true; ///< rows without a partner stay
+    QList<std::pair<int, int>> equalFields;
+    int line = 0; ///< of the template
+};
+
+/// A report template as its file states it: nothing of it has been held against a database yet.
+struct Template {
+    QString fileName;
+    QString title;
+    QPageSize paper{QPageSize::Letter};
+    bool landscape = false;
+    double margin = 36; ///< points
+    QString font;
+    double size = 9; ///< points
+
+    QString table;
+    int tableLine = 0;
+    QList<Join> joins;
+    Formula where;
+    QList<SortField> sorting;
+
+    QList<GridColumn> columns;
+    Band reportHeader;
+    Band pageHeader;
+    QList<Group> groups;
+    Band detail;
+    QColor shade; ///< of every second row; invalid: none
+    Band reportFooter;
+    Band pageFooter;
+    Band noData;
+
+    /// The whole sheet: a report keeps its margins itself.
+    QPageLayout pageLayout() const;
+
+    FieldList fields;
+    QList<Aggregate> aggregates;
+    QHash<QString, int> parameters; ///< their names with the lines that mention them first
+    /// The number of the field that the template mentions in `line` as `name`, "Table.Column".
+    /// @throws ReportError 20525 for a name of any other form.
+    int fieldCalled(QStringView name, int line);
+    /// @throws ReportError 20553 for a parameter that is not among `known`.
+    void requireParameters(const QHash<QString, QString> &known) const;
+};
+
+/// An error in a template, with the place where it stands.
+ReportError templateError(const QString &fileName, int line, const QString &what,
+                          int code = ResultCode::cannotLoadReport);

@@ -1,0 +1,394 @@
+#include "platform/reportengine/TemplateReader.h"
+
+#include "platform/reportengine/CellTextParser.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <cmath>
+
+Template TemplateReader::readFile(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.isFile())
+        throw ReportError(ResultCode::reportNotFound, QStringLiteral("there is no file %1").arg(path));
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        throw ReportError(ResultCode::fileError, QStringLiteral("%1: %2").arg(path, file.errorString()));
+    const QByteArray content = file.read(maxBytes + 1);
+    if (file.error() != QFileDevice::NoError)
+        throw ReportError(ResultCode::fileError, QStringLiteral("%1: %2").arg(path, file.errorString()));
+    return read(content, info.fileName());
+}
+
+Template TemplateReader::read(const QByteArray &content, const QString &fileName)
+{
+    if (content.size() > maxBytes)
+        throw templateError(fileName, 1, QStringLiteral("the template is larger than %1 bytes").arg(maxBytes));
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString decoded = decoder(content);
+    if (decoder.hasError() || decoded.contains(QChar::Null))
+        throw templateError(fileName, 1, QStringLiteral("the template is no text in UTF-8"));
+    TemplateReader reader(decoded, fileName);
+    reader.readReport();
+    return std::move(reader.m_template);
+}
+
+TemplateReader::TemplateReader(const QString &content, const QString &fileName) : m_xml(content)
+{
+    m_xml.setNamespaceProcessing(false);
+    m_template.fileName = fileName;
+}
+
+void TemplateReader::readReport()
+{
+    const auto page = [this] {
+        if (text("version") != QStringLiteral("1"))
+            fail(QStringLiteral("the template is not of version 1"));
+        m_template.title = text("title");
+        m_template.paper = QPageSize(QPageSize::PageSizeId(choice("paper",
+                                                                  {{"Letter", QPageSize::Letter},
+                                                                   {"Legal", QPageSize::Legal},
+                                                                   {"A3", QPageSize::A3},
+                                                                   {"A4", QPageSize::A4},
+                                                                   {"A5", QPageSize::A5}},
+                                                                  QPageSize::Letter)));
+        m_template.landscape = choice("orientation", {{"portrait", false}, {"landscape", true}}, false);
+        m_template.margin = number("margin", 18, 144, m_template.margin);
+        m_template.font = has("font") ? text("font") : QStringLiteral("Liberation Sans");
+        m_template.size = number("size", 5, 24, m_template.size);
+        readChildren({
+            {"data", "", [this] { readData(); }},
+            {"columns", "", [this] { readColumns(); }},
+            {"reportheader", "when", [this] { readBand(m_template.reportHeader, -1); }},
+            {"pageheader", "when", [this] { readBand(m_template.pageHeader, -1); }},
+            {"group", "by per sort keep repeat newpage", [this] { readGroup(); }, true},
+            {"detail", "when shade", [this] { readDetail(); }},
+            {"reportfooter", "when", [this] { readBand(m_template.reportFooter, -1); }},
+            {"pagefooter", "when", [this] { readBand(m_template.pageFooter, -1); }},
+            {"nodata", "when", [this] { readBand(m_template.noData, -1); }},
+        });
+        m_line = int(m_xml.lineNumber());
+        checkComplete();
+    };
+    readChildren({{"report", "version title paper orientation margin font size", page}});
+}
+
+void TemplateReader::readData()
+{
+    const auto from = [this] {
+        m_template.table = requiredText("table");
+        m_template.tableLine = m_line;
+        readEmpty();
+    };
+    readChildren({
+        {"from", "table", from},
+        {"join", "table on kind", [this] { readJoin(); }, true},
+        {"where", "", [this] { m_template.where = formula(readText()); }},
+        {"sort", "by order", [this] { readSort(); }, true},
+    });
+}
+
+void TemplateReader::readJoin()
+{
+    if (m_template.joins.size() + 1 == maxTables)
+        fail(QStringLiteral("more than %1 tables").arg(maxTables));
+    static const QRegularExpression andWord(QStringLiteral("\\s+and\\s+"), QRegularExpression::CaseInsensitiveOption);
+    Join join;
+    join.table = requiredText("table");
+    join.line = m_line;
+    join.keepsUnmatched = choice("kind", {{"left", true}, {"inner", false}}, true);
+    const QString on = requiredText("on");
+    const QStringList pairs = on.split(andWord);
+    for (const QString &pair : pairs) {
+        const QStringList sides = pair.split('=');
+        if (sides.size() != 2)
+            fail(QStringLiteral("on=\"%1\" is not \"Table.Column = Table.Column\"").arg(on));
+        join.equalFields.append({m_template.fieldCalled(sides[0], m_line), m_template.fieldCalled(sides[1], m_line)});
+    }
+    m_template.joins.append(join);
+    readEmpty();
+}
+
+void TemplateReader::readSort()
+{
+    const QString order = has("order") ? text("order") : QStringLiteral("ascending");
+    if (order != QStringLiteral("ascending") && order != QStringLiteral("descending"))
+        fail(ResultCode::invalidSortDirection, QStringLiteral("unknown order \"%1\"").arg(order));
+    m_template.sorting.append({fieldReference("by"), order == QStringLiteral("descending")});
+    readEmpty();
+}
+
+void TemplateReader::readColumns()
+{
+    const auto column = [this] {
+        if (m_template.columns.size() == maxColumns)
+            fail(QStringLiteral("more than %1 columns").arg(maxColumns));
+        GridColumn column;
+        column.name = requiredText("name");
+        for (const GridColumn &other : std::as_const(m_template.columns))
+            if (other.name == column.name)
+                fail(QStringLiteral("a second column \"%1\"").arg(column.name));
+        if (!has("width"))
+            fail(QStringLiteral("width is missing"));
+        column.width = number("width", 0.1, 1000, 1);
+        column.alignment = alignment(Qt::AlignLeft);
+        column.wraps = yesNo("wrap");
+        m_template.columns.append(column);
+        readEmpty();
+    };
+    readChildren({{"column", "name width align wrap", column, true}});
+}
+
+void TemplateReader::readGroup()
+{
+    if (m_template.groups.size() == maxGroups)
+        fail(QStringLiteral("more than %1 groups").arg(maxGroups));
+    Group group;
+    group.line = m_line;
+    group.field = fieldReference("by");
+    group.period = Group::Period(
+        choice("per", {{"day", Group::Day}, {"month", Group::Month}, {"year", Group::Year}}, Group::EachValue));
+    group.sortField = has("sort") ? fieldReference("sort") : -1;
+    group.keep = int(number("keep", 1, 100, 1));
+    group.repeatsHeader = yesNo("repeat");
+    group.startsPage = yesNo("newpage");
+    const int level = int(m_template.groups.size());
+    m_template.groups.append(group);
+    readChildren({
+        {"header", "when", [&] { readBand(m_template.groups.last().header, level); }},
+        {"footer", "when", [&] { readBand(m_template.groups.last().footer, level); }},
+    });
+}
+
+void TemplateReader::readDetail()
+{
+    if (has("shade")) {
+        static const QRegularExpression form(QStringLiteral("^#[0-9a-fA-F]{6}$"));
+        if (!form.match(text("shade")).hasMatch())
+            fail(QStringLiteral("shade=\"%1\" is not \"#rrggbb\"").arg(text("shade")));
+        m_template.shade = QColor(text("shade"));
+    }
+    readBand(m_template.detail, -1);
+}
+
+void TemplateReader::readBand(Band &band, int level)
+{
+    band.when = formula(text("when"));
+    readChildren({
+        {"line", "size bold when", [&] { readLine(band, level); }, true},
+        {"rule", "", [&] { readRule(band); }, true},
+    });
+}
+
+void TemplateReader::readLine(Band &band, int level)
+{
+    if (band.lines.size() == maxLines)
+        fail(QStringLiteral("more than %1 lines").arg(maxLines));
+    BandLine line;
+    line.size = number("size", 5, 24, m_template.size);
+    line.when = formula(text("when"));
+    const bool bold = yesNo("bold");
+    const auto cell = [&] {
+        if (line.cells.size() == maxCells)
+            fail(QStringLiteral("more than %1 cells").arg(maxCells));
+        line.cells.append(Cell());
+        line.cells.last().bold = bold;
+        readCell(line.cells.last(), level);
+    };
+    readChildren({{"cell", "in from to align bold when barcode", cell, true}});
+    band.lines.append(line);
+}
+
+void TemplateReader::readRule(Band &band)
+{
+    if (band.lines.size() == maxLines)
+        fail(QStringLiteral("more than %1 lines").arg(maxLines));
+    BandLine rule;
+    rule.isRule = true;
+    band.lines.append(rule);
+    readEmpty();
+}
+
+void TemplateReader::readCell(Cell &cell, int level)
+{
+    if (has("in") == (has("from") || has("to")))
+        fail(QStringLiteral("a cell stands either in=\"...\" or from=\"...\" to=\"...\""));
+    cell.firstColumn = gridColumn(has("in") ? text("in") : text("from"));
+    cell.lastColumn = has("in") ? cell.firstColumn : gridColumn(text("to"));
+    if (cell.lastColumn < cell.firstColumn)
+        fail(QStringLiteral("column \"%1\" comes before \"%2\"").arg(text("to"), text("from")));
+    const GridColumn &column = m_template.columns.at(cell.firstColumn);
+    cell.alignment = alignment(column.alignment);
+    cell.bold = has("bold") ? yesNo("bold") : cell.bold;
+    cell.isBarcode = choice("barcode", {{"code128", true}}, false);
+    cell.wraps = column.wraps && !cell.isBarcode;
+    cell.when = formula(text("when"));
+    cell.line = m_line;
+
+    static const QRegularExpression lineBreak(QStringLiteral("\\s*\\n\\s*"));
+    const int line = m_line;
+    const QString content = readText().replace(lineBreak, QStringLiteral(" "));
+    m_line = line;
+    if (content.size() > maxCellText)
+        fail(QStringLiteral("the cell's text is longer than %1 characters").arg(maxCellText));
+    cell.text = CellTextParser(m_template, level, line).parse(content);
+}
+
+void TemplateReader::readChildren(const QList<Element> &elements)
+{
+    QList<const Element *> seen;
+    for (;;) {
+        switch (m_xml.readNext()) {
+        case QXmlStreamReader::StartDocument:
+            m_line = int(m_xml.lineNumber());
+            if (m_xml.documentEncoding().compare(QStringLiteral("UTF-8"), Qt::CaseInsensitive) != 0
+                && !m_xml.documentEncoding().isEmpty())
+                fail(QStringLiteral("the template's encoding is not UTF-8"));
+            continue;
+        case QXmlStreamReader::Comment:
+            continue;
+        case QXmlStreamReader::Characters:
+            if (!m_xml.isWhitespace())
+                fail(QStringLiteral("text where none belongs"));
+            continue;
+        case QXmlStreamReader::StartElement:
+            break;
+        case QXmlStreamReader::EndElement:
+        case QXmlStreamReader::EndDocument:
+            return;
+        case QXmlStreamReader::Invalid:
+            m_line = int(m_xml.lineNumber());
+            fail(m_xml.errorString());
+        default:
+            m_line = int(m_xml.lineNumber());
+            fail(QStringLiteral("document types and processing instructions are refused"));
+        }
+        m_line = int(m_xml.lineNumber());
+        m_attributes = m_xml.attributes();
+        const QStringView name = m_xml.qualifiedName();
+        const auto element = std::find_if(elements.begin(), elements.end(),
+                                          [&](const Element &known) { return name == QLatin1StringView(known.name); });
+        if (element == elements.end())
+            fail(QStringLiteral("unknown element <%1>").arg(name));
+        if (seen.contains(&*element) && !element->mayRepeat)
+            fail(QStringLiteral("a second <%1>").arg(name));
+        seen.append(&*element);
+        const QStringList allowed = QString::fromLatin1(element->attributes).split(' ');
+        for (const QXmlStreamAttribute &attribute : std::as_const(m_attributes))
+            if (!allowed.contains(attribute.qualifiedName()))
+                fail(QStringLiteral("unknown attribute %1 of <%2>").arg(attribute.qualifiedName(), name));
+        element->read();
+    }
+}
+
+QString TemplateReader::readText()
+{
+    const QString content = m_xml.readElementText(QXmlStreamReader::ErrorOnUnexpectedElement);
+    if (m_xml.hasError()) {
+        m_line = int(m_xml.lineNumber());
+        fail(m_xml.errorString());
+    }
+    return content;
+}
+
+bool TemplateReader::has(const char *attribute) const
+{
+    return m_attributes.hasAttribute(QLatin1StringView(attribute));
+}
+
+QString TemplateReader::text(const char *attribute) const
+{
+    return m_attributes.value(QLatin1StringView(attribute)).toString();
+}
+
+QString TemplateReader::requiredText(const char *attribute) const
+{
+    const QString value = text(attribute).trimmed();
+    if (value.isEmpty())
+        fail(QStringLiteral("%1 is missing").arg(QLatin1StringView(attribute)));
+    return value;
+}
+
+bool TemplateReader::yesNo(const char *attribute) const
+{
+    return choice(attribute, {{"yes", true}, {"no", false}}, false);
+}
+
+double TemplateReader::number(const char *attribute, double lowest, double highest, double otherwise) const
+{
+    if (!has(attribute))
+        return otherwise;
+    bool valid = false;
+    const double value = text(attribute).toDouble(&valid);
+    if (!valid || !(value >= lowest && value <= highest))
+        fail(QStringLiteral("%1=\"%2\" is no number from %3 to %4")
+                 .arg(QLatin1StringView(attribute), text(attribute))
+                 .arg(lowest)
+                 .arg(highest));
+    return value;
+}
+
+int TemplateReader::choice(const char *attribute, std::initializer_list<Word> words, int otherwise) const
+{
+    if (!has(attribute))
+        return otherwise;
+    for (const Word &word : words)
+        if (text(attribute) == QLatin1StringView(word.word))
+            return word.meaning;
+    fail(QStringLiteral("unknown %1 \"%2\"").arg(QLatin1StringView(attribute), text(attribute)));
+}
+
+Qt::Alignment TemplateReader::alignment(Qt::Alignment otherwise) const
+{
+    return Qt::Alignment(choice("align",
+                                {{"left", Qt::AlignLeft}, {"center", Qt::AlignHCenter}, {"right", Qt::AlignRight}},
+                                otherwise.toInt()));
+}
+
+int TemplateReader::fieldReference(const char *attribute)
+{
+    const QString reference = requiredText(attribute);
+    if (!reference.startsWith('{') || !reference.endsWith('}'))
+        fail(QStringLiteral("%1=\"%2\" is not \"{Table.Column}\"").arg(QLatin1StringView(attribute), reference));
+    return m_template.fieldCalled(QStringView(reference).sliced(1).chopped(1), m_line);
+}
+
+Formula TemplateReader::formula(const QString &text)
+{
+    try {
+        return Formula::parse(text, m_template.fields, m_line);
+    } catch (const ReportError &error) {
+        fail(error.detail());
+    }
+}
+
+int TemplateReader::gridColumn(const QString &name) const
+{
+    for (int i = 0; i < m_template.columns.size(); ++i)
+        if (m_template.columns.at(i).name == name)
+            return i;
+    fail(QStringLiteral("unknown column \"%1\"").arg(name));
+}
+
+void TemplateReader::checkComplete() const
+{
+    if (m_template.table.isEmpty())
+        fail(QStringLiteral("<from> is missing"));
+    if (m_template.columns.isEmpty())
+        fail(QStringLiteral("<column> is missing"));
+    if (m_template.detail.lines.isEmpty())
+        fail(QStringLiteral("<detail> is missing or has no line"));
+    if (m_template.fields.count() == 0)
+        fail(QStringLiteral("the template mentions no field"));
+}
+
+void TemplateReader::fail(const QString &what) const { fail(ResultCode::cannotLoadReport, what); }
+
+void TemplateReader::fail(int code, const QString &what) const
+{
+    throw templateError(m_template.fileName, m_line, what, code);
+}

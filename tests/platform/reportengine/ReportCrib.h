@@ -1,0 +1,56 @@
+#pragma once
+
+#include "db/Schema.h"
+#include "platform/engine/Workspace.h"
+#include "platform/reportengine/ResultCode.h"
+#include "platform/reportengine/TemplateReader.h"
+#include "platform/system/ProgramFolder.h"
+#include "tests/support/Files.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+/// A program folder of its own with an empty crib in it.
+class ReportCrib
+{
+public:
+    ReportCrib() : database(Workspace::first().createDatabase(folder.filePath("crib.mdb")))
+    {
+        ProgramFolder::setPath(folder.path());
+        database->executeNative("PRAGMA synchronous = OFF");
+        Schema::create(*database);
+    }
+    ~ReportCrib() { ProgramFolder::setPath({}); }
+
+    void execute(const QString &statement) { database->execute(statement); }
+    void fill(const char *native) { database->executeNative(native); }
+    void addTemplate(const QString &name, const QByteArray &content) const
+    {
+        writeFile(folder.filePath(name), content);
+    }
+
+    QTemporaryDir folder;
+    std::unique_ptr<Database> database;
+};
+
+/// A template that prints `text` for each record of `data`, in one column; `bands` go between.
+inline QByteArray simpleTemplate(const QByteArray &data, const QByteArray &text, const QByteArray &bands = {})
+{
+    return "<report version=\"1\"><data>" + data
+        + "</data><columns><column name=\"a\" width=\"1\" wrap=\"yes\"/></columns>" + bands
+        + "<detail><line><cell in=\"a\">" + text + "</cell></line></detail></report>";
+}
+
+/// Code of the error that an action ends with, 0 where it ends well; with its detail, where asked for.
+template<typename Action>
+int codeOf(Action action, QString *detail = nullptr)
+{
+    try {
+        action();
+    } catch (const ReportError &error) {
+        if (detail)
+            *detail = error.detail();
+        return error.code();
+    }
+    return ResultCode::ok;
+}

@@ -1,0 +1,173 @@
+#include "tests/platform/reportengine/ReportCrib.h"
+#include "tests/support/DataRows.h"
+
+#include "platform/reportengine/DataSource.h"
+
+namespace {
+
+const QByteArray loans =
+    "<from table=\"CheckOutIn\"/><join table=\"Employee\" on=\"CheckOutIn.Employee = Employee.EmpID\"/>"
+    "<join table=\"Operation\" on=\"CheckOutIn.JobOrOH = Operation.OperNo\"/>";
+
+/// Records in print order, of a template and a formula read against the crib.
+struct Read {
+    Read(
+        ReportCrib &crib, const QByteArray &content, const QString &formula = {},
+        const Progress &progress = [](double) {})
+        : report(TemplateReader::read(content, "Test.rpt"))
+    {
+        Formula selection = Formula::parse(formula, report.fields);
+        records = DataSource(*crib.database, report, selection).read(progress);
+    }
+    QStringList texts(int field = 0) const
+    {
+        QStringList texts;
+        for (int row = 0; row < records.count(); ++row)
+            texts.append(records.record(row)[field].toText());
+        return texts;
+    }
+
+    Template report;
+    GroupedRecords records;
+};
+
+}
+
+class TestDataSource : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void ordersByGroupsThenFields()
+    {
+        ReportCrib crib;
+        crib.fill("INSERT INTO Employee (EmpID, LastName) VALUES (1, 'Zorn'), (2, 'adams'), (3, 'Adams')");
+        crib.fill("INSERT INTO CheckOutIn (Tool_Id, Employee, CheckOutDesc, DateOut) VALUES"
+                  " (1, '1', 'b', '2024-01-01 00:00:00'), (2, '3', 'b', '2024-01-02 00:00:00'), (3, '2', 'B', "
+                  "'2024-01-03 00:00:00'), (4, '2', NULL, '2024-01-04 00:00:00'), (5, '3', 'B', '2024-01-05 "
+                  "00:00:00'), (6, '8', 'x', NULL)");
+        const Read read(crib,
+                        simpleTemplate(loans
+                                           + "<sort by=\"{CheckOutIn.CheckOutDesc}\"/><sort "
+                                             "by=\"{CheckOutIn.DateOut}\" order=\"descending\"/>",
+                                       "{CheckOutIn.Tool_Id}",
+                                       "<group by=\"{CheckOutIn.Employee}\" sort=\"{Employee.LastName}\"/>"));
+        // Without a name first, then both of name Adams by number; within them texts without regard to case, the latest
+        // first.
+        QCOMPARE(read.texts(read.report.fields.find("CheckOutIn", "Tool_Id")),
+                 QStringList({"6", "4", "3", "5", "2", "1"}));
+        QCOMPARE(read.records.run(0, 3).first, 3);
+        QCOMPARE(read.records.run(0, 3).last, 4);
+    }
+
+    void groupsByPeriod()
+    {
+        ReportCrib crib;
+        crib.fill("INSERT INTO Scrap (ScrapDate, ToolID) VALUES ('2024-02-10 10:00:00', 1), ('2024-01-31 23:59:59', "
+                  "3), ('2023-02-01 00:00:00', 4), ('2024-02-09 00:00:00', 2), (NULL, 5)");
+        for (const auto &[period, tools, runs] :
+             {std::tuple("day", "54321", 5), {"month", "54312", 4}, {"year", "54132", 3}}) {
+            const Read read(crib,
+                            simpleTemplate("<from table=\"Scrap\"/>", "{Scrap.ToolID}",
+                                           QByteArray("<group by=\"{Scrap.ScrapDate}\" per=\"") + period + "\"/>"));
+            QCOMPARE(read.texts(1).join(""), tools);
+            int opened = 0;
+            for (int row = 0; row < read.records.count(); ++row)
+                opened += read.records.firstOpening(row) == 0;
+            QCOMPARE(opened, runs);
+        }
+    }
+
+    void refusesByCode_data()
+    {
+        columns<QByteArray, QString, int, QString>("content", "formula", "code", "words");
+        const auto row = [](const char *name, const QByteArray &content, const QString &formula, int code,
+                            const QString &words) { ::row(name, content, formula, code, words); };
+        const QByteArray from = "<from table=\"Tools\"/>";
+        const QByteArray id = "{Tools.ID}";
+        row("good", simpleTemplate(from + "<join table=\"Types\" kind=\"inner\" on=\"Tools.Type = Types.ID\"/>", id),
+            "{types.DESCRIPTION} = 'x'", ResultCode::ok, "");
+        row("table missing", simpleTemplate("<from table=\"Tool\"/>", "{Tool.ID}"), "", ResultCode::tableNotFound,
+            "line 1: the database has no table Tool");
+        row("table with a quote", simpleTemplate("<from table=\"x') union select 1 --\"/>", id), "",
+            ResultCode::tableNotFound, "");
+        row("joined to a later one",
+            simpleTemplate(from
+                               + "<join table=\"Types\" on=\"Types.ID = Locations.ID\"/><join table=\"Locations\" "
+                                 "on=\"Tools.Location = Locations.ID\"/>",
+                           id),
+            "", ResultCode::cannotLoadReport, "not joined");
+        row("column of the template", simpleTemplate(from, "\n{Tools.Colour}"), "", ResultCode::invalidFieldName,
+            "line 1: {Tools.Colour}");
+        row("kind in a condition", simpleTemplate(from, id, "<nodata when=\"{Tools.ID} = 'x'\"/>"), "",
+            ResultCode::cannotLoadReport, "line 1: {Tools.ID}");
+        row("sum over texts", simpleTemplate(from, "{sum(Tools.Description)}"), "", ResultCode::invalidSummaryField,
+            "{Tools.Description}");
+        row("date format of a number", simpleTemplate(from, "{Tools.ID:short date}"), "", ResultCode::cannotLoadReport,
+            "format");
+        row("month of a text", simpleTemplate(from, id, "<group by=\"{Tools.Description}\" per=\"month\"/>"), "",
+            ResultCode::cannotLoadReport, "no date");
+    }
+
+    void refusesByCode()
+    {
+        const auto [content, formula, words] = fetched<QByteArray, QString, QString>("content", "formula", "words");
+        ReportCrib crib;
+        QString detail;
+        QTEST(codeOf([&] { Read(crib, content, formula); }, &detail), "code");
+        QVERIFY2(detail.contains(words), qPrintable(detail));
+    }
+
+    void canBeCancelledDuringASlowJoin()
+    {
+        ReportCrib crib;
+        crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
+                  "INSERT INTO Job (JobNo) SELECT i FROM n");
+        crib.fill("INSERT INTO Types (Description) SELECT 'x' FROM Job");
+        int pulses = 0;
+        const auto cancel = [&](double) {
+            if (++pulses == 9)
+                throw ReportError(ResultCode::cancelled, {});
+        };
+        // A table without a counter, and no index that could help.
+        const QByteArray content = simpleTemplate(
+            "<from table=\"Job\"/><join table=\"Types\" on=\"Job.JobNo = Types.Description\"/>", "{Job.JobNo}");
+        QCOMPARE(codeOf([&] { Read(crib, content, {}, cancel); }), int(ResultCode::cancelled));
+        crib.execute("DELETE FROM Types"); // no lock is left behind
+    }
+
+    void readsLargeTablesInOrder()
+    {
+        ReportCrib crib;
+        crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 50000)"
+                  " INSERT INTO CheckOutIn (ID, Tool_Id, Employee) SELECT i * 7 - 1000, i, '1' FROM n");
+        // To the very ends of the numbers
+        crib.fill("INSERT INTO CheckOutIn (ID, Tool_Id) VALUES (-9223372036854775808, 50001), (9223372036854775807, "
+                  "50002)");
+        const Read read(crib, simpleTemplate(loans, "{CheckOutIn.Tool_Id}"), "{CheckOutIn.Tool_Id} > 10");
+        QCOMPARE(read.records.count(), 49'992);
+        QStringList tools = read.texts(read.report.fields.find("CheckOutIn", "Tool_Id"));
+        QCOMPARE(tools.removeDuplicates(), 0);
+    }
+
+    void readsListedRecordsOnly()
+    {
+        ReportCrib crib;
+        crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30000)"
+                  " INSERT INTO CheckOutIn (ID, Tool_Id, Active) SELECT i, i * 2, i % 2 - 1 FROM n");
+        QStringList terms;
+        for (int id = 25'000; id < 27'500; ++id)
+            terms.append(QStringLiteral("{CheckOutIn.id} = %1").arg(id));
+        const QString formula = terms.join(" or ")
+            + " or {CheckOutIn.id} = 12.5 or {CheckOutIn.id} = 90000 or {CheckOutIn.id} = 3 or " + terms.first();
+        int pulses = 0;
+        const Read read(crib,
+                        simpleTemplate(loans + "<where>{CheckOutIn.Active} = false</where>", "{CheckOutIn.Tool_Id}"),
+                        formula, [&](double) { ++pulses; });
+        QCOMPARE(read.records.count(), 1251);
+        QVERIFY(pulses < 5);
+    }
+};
+
+QTEST_APPLESS_MAIN(TestDataSource)
+#include "tst_datasource.moc"

@@ -1,0 +1,300 @@
+#include "platform/reportengine/Pagination.h"
+#include "tests/platform/reportengine/ReportCrib.h"
+#include "tests/support/DataRows.h"
+
+#include <QRandomGenerator>
+
+namespace {
+
+struct TestValue : Value {
+    using Value::Value;
+    TestValue() = default;
+    TestValue(const char *text) : Value(QString::fromUtf8(text)) { }
+};
+using Row = std::vector<TestValue>;
+
+/// The layout of a template over table T with the text columns A, B, C and the numeric column N.
+struct LaidOut {
+    LaidOut(const QByteArray &content, const std::vector<Row> &rows, const QHash<QString, QString> &parameters = {})
+        : report(TemplateReader::read(content, "Test.rpt"))
+    {
+        // Columns in the order in which the template mentions them, as the records have them.
+        std::vector<Value> values;
+        for (int number = 0; number < report.fields.count(); ++number)
+            if (report.fields.at(number).column == "N")
+                report.fields.at(number).kind = FieldKind::Number;
+        for (const Row &row : rows)
+            for (const Field &field : report.fields)
+                values.push_back(row[QStringLiteral("NABC").indexOf(field.column)]);
+        records = GroupedRecords(report, std::move(values));
+        composer = std::make_unique<BandComposer>(report, records, parameters, QDateTime({2024, 5, 6}, {7, 8, 9}));
+        layout = std::make_unique<Pagination>(report, records, *composer);
+    }
+
+    void complete() { QVERIFY(layout->advance(QDeadlineTimer::Forever)); }
+
+    QStringList texts(int page) const
+    {
+        QStringList texts;
+        for (const PageElement &element : layout->elements(page))
+            if (element.kind == PageElement::Text)
+                texts.append(element.text);
+        return texts;
+    }
+
+    double bodyTop() const { return composer->margin() + bandHeight(report.pageHeader); }
+    double bodyBottom() const
+    {
+        return composer->pageSize().height() - composer->margin() - bandHeight(report.pageFooter);
+    }
+    double bandHeight(const Band &band, int row = -1, bool continued = false) const
+    {
+        return composer->height(band, {row, continued, -1, -1, row < 0});
+    }
+
+    Template report;
+    GroupedRecords records;
+    std::unique_ptr<BandComposer> composer;
+    std::unique_ptr<Pagination> layout;
+};
+
+QByteArray page(const QByteArray &bands, const QByteArray &attributes = {})
+{
+    return "<report version=\"1\" paper=\"A5\" orientation=\"landscape\" size=\"10\"" + attributes
+        + "><data><from table=\"T\"/></data><columns><column name=\"a\" width=\"5\" wrap=\"yes\"/><column name=\"b\" "
+          "width=\"1\" align=\"right\"/></columns>"
+        + bands + "</report>";
+}
+
+QByteArray lines(const QByteArray &text, int count = 1, const QByteArray &attributes = {})
+{
+    return ("<line" + attributes + "><cell in=\"a\">" + text + "</cell></line>").repeated(count);
+}
+
+}
+
+class TestPagination : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void breaksPagesWell_data()
+    {
+        columns<int>("seed");
+        for (int seed = 0; seed < 60; ++seed)
+            QTest::addRow("seed %d", seed) << seed;
+    }
+
+    void breaksPagesWell()
+    {
+        QFETCH(int, seed);
+        QRandomGenerator random(seed);
+        const int levels = random.bounded(4);
+        QByteArray bands;
+        if (random.bounded(2))
+            bands += "<reportheader>" + lines("title", 1 + random.bounded(3)) + "</reportheader>";
+        bands += "<pageheader>" + lines("{?title}") + "<rule/></pageheader><pagefooter>"
+            + lines("Page {#page} of {#pages} to {T.N}") + "</pagefooter>";
+        for (int level = 0; level < levels; ++level) {
+            bands += QByteArray("<group by=\"{T.") + char('A' + level) + "}\" keep=\""
+                + QByteArray::number(1 + random.bounded(3)) + "\" repeat=\"" + (random.bounded(2) ? "yes" : "no")
+                + "\" newpage=\"" + (random.bounded(8) == 0 ? "yes" : "no") + "\"><header>"
+                + lines("head {#continued}", random.bounded(3)) + "</header><footer>" + lines("foot", random.bounded(3))
+                + "</footer></group>";
+        }
+        bands += "<detail shade=\"#eeeeee\">" + lines("{T.B}{T.C}") + lines("{T.N}", random.bounded(2)) + "</detail>";
+        bands += "<reportfooter>" + lines("{count()}", random.bounded(3)) + "</reportfooter>";
+
+        const int count = 1 + random.bounded(150);
+        const int spread = 1 + random.bounded(12);
+        std::vector<Row> rows;
+        for (int row = 0; row < count; ++row) {
+            const auto group = [&](int size) {
+                return QStringLiteral("%1").arg(random.bounded(size), 3, 10, QChar('0'));
+            };
+            // The height of a row hangs on its text.
+            const QString lineEnds(random.bounded(4) == 0 ? random.bounded(spread) : 0, '\n');
+            rows.push_back({row, group(3), group(4) + lineEnds, group(3)});
+        }
+        LaidOut laidOut(page(bands, " margin=\"100\""), rows);
+        laidOut.complete();
+        const Pagination &layout = *laidOut.layout;
+        const GroupedRecords &records = laidOut.records;
+        const double bodyHeight = laidOut.bodyBottom() - laidOut.bodyTop();
+
+        std::vector<int> firstPageOf(count, -1), lastPageOf(count, -1), stripsOf(count, 0);
+        QMap<std::pair<int, int>, int> headerPages; // level and first row of the group
+        int nextRow = 0;
+        for (int number = 0; number < layout.pageCount(); ++number) {
+            double y = laidOut.bodyTop();
+            bool hasContent = false;
+            for (const PlacedBand &placed : layout.page(number).bands) {
+                QCOMPARE(placed.top, y);
+                y += placed.height;
+                QVERIFY(y <= laidOut.bodyBottom() + 0.001);
+                hasContent = hasContent || !placed.continued;
+                for (int level = 0; level < levels; ++level) {
+                    const Group &group = laidOut.report.groups[level];
+                    if (placed.band == &group.header && !placed.continued) {
+                        QCOMPARE(records.run(level, placed.row).first, placed.row);
+                        QCOMPARE(placed.row, nextRow); // its rows follow
+                        headerPages[{level, placed.row}] = number;
+                        if (group.startsPage && placed.row > 0)
+                            QVERIFY(number > lastPageOf[placed.row - 1]);
+                    } else if (placed.band == &group.header) {
+                        QVERIFY(group.repeatsHeader);
+                    } else if (placed.band == &group.footer) {
+                        QCOMPARE(records.run(level, placed.row).last, placed.row);
+                        QCOMPARE(placed.row, nextRow - 1);
+                        QCOMPARE(number, lastPageOf[placed.row]); // never alone
+                    }
+                }
+                if (placed.band == &laidOut.report.reportFooter)
+                    QCOMPARE(number, lastPageOf[count - 1]);
+                if (placed.band != &laidOut.report.detail)
+                    continue;
+                if (placed.firstStrip == 0) {
+                    QCOMPARE(placed.row, nextRow++);
+                    firstPageOf[placed.row] = number;
+                }
+                QCOMPARE(placed.firstStrip, stripsOf[placed.row]);
+                stripsOf[placed.row] += placed.stripCount;
+                lastPageOf[placed.row] = number;
+            }
+            QVERIFY(hasContent);
+            const int last = layout.page(number).lastRow; // or one that had no room here
+            QVERIFY(last == nextRow - 1 || last == nextRow);
+            const Value &lastNumber = records.record(last)[laidOut.report.fields.find("T", "N")];
+            QCOMPARE(laidOut.texts(number).last(),
+                     QString("Page %1 of %2 to %3").arg(number + 1).arg(layout.pageCount()).arg(lastNumber.toText()));
+        }
+        QCOMPARE(nextRow, count);
+
+        for (int row = 0; row < count; ++row) {
+            QCOMPARE(stripsOf[row], int(laidOut.composer->stripHeights(laidOut.report.detail, {row}).size()));
+            // What is above a row at the least, when it begins a page.
+            double above = 0;
+            for (int level = 0; level < levels; ++level) {
+                const bool opens = level >= records.firstOpening(row);
+                if (opens || laidOut.report.groups[level].repeatsHeader)
+                    above += laidOut.bandHeight(laidOut.report.groups[level].header, row, !opens);
+            }
+            if (firstPageOf[row] != lastPageOf[row]) {
+                double block = above + laidOut.bandHeight(laidOut.report.detail, row);
+                for (int level = records.firstClosing(row); level < levels; ++level)
+                    block += laidOut.bandHeight(laidOut.report.groups[level].footer, row);
+                if (row == count - 1)
+                    block += laidOut.bandHeight(laidOut.report.reportFooter, row);
+                QVERIFY(block > bodyHeight);
+            }
+            for (int level = records.firstOpening(row); level < levels; ++level) {
+                const Group &group = laidOut.report.groups[level];
+                if (!group.header.lines.isEmpty())
+                    QCOMPARE((headerPages[{level, row}]), firstPageOf[row]);
+                const int lastKept = std::min(row + group.keep - 1, records.run(level, row).last);
+                double kept = above;
+                for (int r = row; r <= lastKept; ++r) {
+                    kept += laidOut.bandHeight(laidOut.report.detail, r);
+                    for (int inner = 0; inner < levels; ++inner) {
+                        if (r > row && inner >= records.firstOpening(r))
+                            kept += laidOut.bandHeight(laidOut.report.groups[inner].header, r);
+                        if (inner >= records.firstClosing(r))
+                            kept += laidOut.bandHeight(laidOut.report.groups[inner].footer, r);
+                    }
+                }
+                // Rows within may ask for further ones; half a page leaves room for those.
+                if (kept < bodyHeight / 2)
+                    QCOMPARE(lastPageOf[lastKept], firstPageOf[row]);
+            }
+        }
+    }
+
+    void textsOfAPage()
+    {
+        const QByteArray bands = "<pageheader>" + lines("{#rows} on {#today} at {#now}")
+            + "</pageheader><group by=\"{T.A}\"><header>"
+            + lines("{T.A:upper}: {count(T.B)} of {count()}, {sum(T.N):currency}")
+            + "</header></group><group by=\"{T.C}\"><footer>" + lines("{T.C}: {avg(T.N)} {min(T.N)} {max(T.B)}")
+            + "</footer></group><detail shade=\"#eeeeee\"><line><cell in=\"a\">{T.B}</cell>"
+              "<cell in=\"b\">{T.N:number 2}</cell></line></detail><reportfooter>"
+            + lines("{sum(T.N)} {avg(T.N):number 1} {min(T.B)} {max(T.B)} {?title} {{x}") + "</reportfooter>";
+        LaidOut laidOut(page(bands),
+                        {{1.5, "a", "drill", "c"},
+                         {-2, "a", TestValue(), "c"},
+                         {10, "a", "Tap", "d"},
+                         {TestValue(), "a", "saw", "d"},
+                         {3, "b", "\u00c4xte", "d"}},
+                        {{"title", "Title"}});
+        laidOut.complete();
+        QCOMPARE(laidOut.texts(0),
+                 QStringList({"5 on 2024-05-06 at 2024-05-06 07:08:09", "A: 3 of 4, $9.50", "drill", "1.50", "-2.00",
+                              "c: -0.25 -2 drill", "Tap", "10.00", "saw", "d: 10 10 Tap", "B: 1 of 1, $3.00",
+                              "\u00c4xte", "3.00", "d: 3 3 \u00c4xte", "12.5 3.1 \u00c4xte Tap Title {x}"}));
+        QList<double> shaded, secondRows; // shading begins anew with each group
+        for (const PageElement &element : laidOut.layout->elements(0))
+            if (element.kind == PageElement::Shade)
+                shaded.append(element.rect.top());
+        for (const PlacedBand &placed : laidOut.layout->page(0).bands)
+            if (placed.band == &laidOut.report.detail && (placed.row == 1 || placed.row == 3))
+                secondRows.append(placed.top);
+        QCOMPARE(shaded, secondRows);
+    }
+
+    void wrapsAndElides()
+    {
+        const QString text = QStringList(60, "calibration").join(' ');
+        LaidOut laidOut(
+            page("<detail><line><cell in=\"a\">{T.A}</cell><cell in=\"b\">{T.A}</cell></line><line><cell in=\"a\" "
+                 "barcode=\"code128\">{T.B}</cell><cell in=\"b\" barcode=\"code128\">{T.B}</cell></line></detail>"),
+            {{1, text, "12345678901234567890123456", ""}, {2, "one\ntwo\r\nthree\tfour", "\u00e4", ""}});
+        laidOut.complete();
+        QStringList wrapped, elided, tooWide;
+        int codes = 0;
+        for (const PageElement &element : laidOut.layout->elements(0)) {
+            codes += element.kind == PageElement::BarCode;
+            if (element.kind != PageElement::Text)
+                continue;
+            if (laidOut.composer->measure().width(element.text, element.size, element.bold)
+                > element.rect.width() + 0.01)
+                tooWide.append(element.text);
+            (element.alignment & Qt::AlignRight ? elided : wrapped).append(element.text);
+        }
+        QCOMPARE(tooWide, QStringList());
+        QVERIFY(wrapped.size() > 6);
+        QCOMPARE(wrapped.mid(wrapped.size() - 4), QStringList({"one", "two", "three four", "\u00e4"}));
+        QCOMPARE(wrapped.mid(0, wrapped.size() - 4).join(' '), text);
+        QVERIFY(elided[0].startsWith("calibration") && elided[0].endsWith(QChar(0x2026)));
+        QCOMPARE(codes, 1); // too narrow, and not to be encoded: printed as text
+    }
+
+    void wrappedLinesNeedNoEllipsis()
+    {
+        TextMeasure measure("Liberation Sans");
+        const QString text = "Two AVAVAVAV Wrenches, To 200 A to 250 A, L Y T V A";
+        for (int width = 300; width < 4000; ++width)
+            for (const QString &line : measure.wrapped(text, width, 9, false))
+                QCOMPARE(measure.elided(line, width, 9, false), line);
+    }
+
+    void headingsOfMoreThanHalfAPageAreNotRepeated()
+    {
+        const QByteArray header =
+            "<group by=\"{T.A}\" repeat=\"yes\"><header>" + lines("head", 18) + "</header></group>";
+        LaidOut laidOut(page(header + "<detail>" + lines("{T.N}") + "</detail>"),
+                        std::vector<Row>(40, Row{1, "a", "", ""}));
+        laidOut.complete();
+        QVERIFY(!laidOut.texts(1).contains("head"));
+    }
+
+    void tooManyPages()
+    {
+        std::vector<Row> rows;
+        for (int row = 0; row <= Pagination::maxPages; ++row)
+            rows.push_back({row, QString::number(row), "", ""});
+        LaidOut laidOut(page("<group by=\"{T.A}\" newpage=\"yes\"/><detail>" + lines("{T.N}") + "</detail>"), rows);
+        QCOMPARE(codeOf([&] { laidOut.layout->advance(QDeadlineTimer::Forever); }), int(ResultCode::outOfMemory));
+    }
+};
+
+QTEST_MAIN(TestPagination)
+#include "tst_pagination.moc"

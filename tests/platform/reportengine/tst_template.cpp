@@ -1,0 +1,102 @@
+#include "tests/platform/reportengine/ReportCrib.h"
+#include "tests/support/DataRows.h"
+
+namespace {
+
+const QByteArray head = "<report version=\"1\">\n";
+const QByteArray data = "<data><from table=\"Tools\"/></data>\n";
+const QByteArray twoColumns =
+    "<columns><column name=\"a\" width=\"1\"/><column name=\"b\" width=\"2\" wrap=\"yes\"/></columns>\n";
+const QByteArray detail = "<detail><line><cell in=\"a\">{Tools.ID}</cell></line></detail>\n";
+const QByteArray tail = "</report>\n";
+
+/// A template whose fourth line is `part`.
+QByteArray with(const QByteArray &part) { return head + data + twoColumns + part + '\n' + detail + tail; }
+
+QByteArray withCell(const QByteArray &text)
+{
+    return with("<nodata><line><cell in=\"a\">" + text + "</cell></line></nodata>");
+}
+
+ReportError errorOf(const QByteArray &content)
+{
+    try {
+        TemplateReader::read(content, "Test.rpt");
+    } catch (const ReportError &error) {
+        return error;
+    }
+    return {ResultCode::ok, {}};
+}
+
+}
+
+class TestTemplate : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void refusesWithTheLine_data()
+    {
+        columns<QByteArray, int, QString, int>("content", "line", "words", "code");
+        const auto row = [](const char *name, const QByteArray &content, int line, const QString &words,
+                            int code = ResultCode::cannotLoadReport) { ::row(name, content, line, words, code); };
+        // The file as a whole
+        row("binary", QByteArray("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1\0\0\0\0", 12), 1, "UTF-8");
+        row("another encoding", "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + with(""), 1, "encoding");
+        row("document type", "<!DOCTYPE report [<!ENTITY a \"b\">]>\n" + with(""), 1, "document type");
+        row("too large", with("<!--" + QByteArray(TemplateReader::maxBytes, ' ') + "-->"), 1, "larger");
+        // Elements and attributes
+        row("unknown element", with("<script/>"), 4, "<script>");
+        row("second band", with("<nodata/><nodata/>"), 4, "a second <nodata>");
+        row("nothing to read", head + twoColumns + detail + tail, 4, "<from> is missing");
+        row("detail without a line", head + data + twoColumns + "<detail><rule/></detail>\n" + tail, 5, "no field");
+        // Values
+        row("unknown paper", "<report version=\"1\" paper=\"Poster\"/>", 1, "Poster");
+        row("margin too small", "<report version=\"1\" margin=\"17\"/>", 1, "from 18 to 144");
+        row("width missing", head + "<columns>\n<column name=\"a\"/></columns>" + tail, 3, "width");
+        row("column twice",
+            head + "<columns><column name=\"a\" width=\"1\"/>\n<column name=\"a\" width=\"1\"/></columns>" + tail, 3,
+            "second column");
+        row("unknown order",
+            head + "<data><from table=\"Tools\"/>\n<sort by=\"{Tools.ID}\" order=\"up\"/></data>" + tail, 3, "\"up\"",
+            ResultCode::invalidSortDirection);
+        row("join that is no equation",
+            head + "<data><from table=\"Tools\"/>\n<join table=\"Types\" on=\"Tools.Type\"/></data>" + tail, 3, "on=");
+        row("join smuggling text",
+            head + "<data><from table=\"Tools\"/>\n<join table=\"Types\" on=\"Tools.Type = Types.ID; delete\"/></data>"
+                + tail,
+            3, "names no column");
+        // Texts and conditions
+        row("unknown format", withCell("{Tools.ID:roman}"), 4, "roman");
+        row("bad condition of a band", with("<nodata when=\"{Tools.ID} like 'x'\"/>"), 4, "comparison");
+        row("bad fixed formula", head + "<data><from table=\"Tools\"/>\n<where>{Tools.ID} =</where></data>" + tail, 3,
+            "value");
+        // Limits
+        const auto lines = [](int count) { return QByteArray("<rule/>").repeated(count); };
+        row("as many lines as allowed", with("<nodata>" + lines(200) + "</nodata>"), 0, "", ResultCode::ok);
+        row("a line more", with("<nodata>" + lines(201) + "</nodata>"), 4, "200 lines");
+        row("a group more", with(QByteArray("<group by=\"{Tools.ID}\"/>").repeated(9)), 4, "8 groups");
+        row("a character more", withCell(QByteArray(4001, 'x')), 4, "4000 characters");
+        row("a table more",
+            head + "<data>\n" + QByteArray("<join table=\"T\" on=\"a.b=c.d\"/>").repeated(16) + "</data>" + tail, 3,
+            "16 tables");
+        QByteArray manyColumns;
+        for (int i = 0; i < 65; ++i)
+            manyColumns += "<column name=\"" + QByteArray::number(i) + "\" width=\"1\"/>";
+        row("a column more", head + "<columns>" + manyColumns + "</columns>" + tail, 2, "64 columns");
+    }
+
+    void refusesWithTheLine()
+    {
+        const auto [content, line, words] = fetched<QByteArray, int, QString>("content", "line", "words");
+        const ReportError error = errorOf(content);
+        QTEST(error.code(), "code");
+        if (line == 0)
+            return;
+        QVERIFY2(error.detail().startsWith(QStringLiteral("Test.rpt, line %1: ").arg(line)), error.what());
+        QVERIFY2(error.detail().contains(words, Qt::CaseInsensitive), error.what());
+    }
+};
+
+QTEST_APPLESS_MAIN(TestTemplate)
+#include "tst_template.moc"
