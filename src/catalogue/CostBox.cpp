@@ -4,7 +4,6 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QToolTip>
-#include <QWheelEvent>
 
 QString CostBox::digitsOf(const QString &input) const
 {
@@ -34,16 +33,8 @@ void CostBox::keyPressEvent(QKeyEvent *event)
 {
     const QString before = lineEdit()->text();
     const bool types = !event->text().isEmpty() && event->text().front().isPrint();
-    QDoubleSpinBox::keyPressEvent(event);
+    TypedNumber::keyPressEvent(event);
     if (types && lineEdit()->text() == before)
         QToolTip::showText(mapToGlobal(rect().bottomLeft()),
                            "A price is digits and one point or comma before the decimals, as 85.50 or 85,50.", this);
 }
-
-void CostBox::focusOutEvent(QFocusEvent *event)
-{
-    QDoubleSpinBox::focusOutEvent(event);
-    setValue(value());
-}
-
-void CostBox::wheelEvent(QWheelEvent *event) { event->ignore(); }

@@ -1,7 +1,5 @@
 #include "catalogue/QuantityBox.h"
 
-#include <QWheelEvent>
-
 QValidator::State QuantityBox::validate(QString &input, int &) const
 {
     const QString digits = input.trimmed();
@@ -12,11 +10,3 @@ QValidator::State QuantityBox::validate(QString &input, int &) const
 }
 
 int QuantityBox::valueFromText(const QString &text) const { return text.trimmed().toInt(); }
-
-void QuantityBox::focusOutEvent(QFocusEvent *event)
-{
-    QSpinBox::focusOutEvent(event);
-    setValue(value());
-}
-
-void QuantityBox::wheelEvent(QWheelEvent *event) { event->ignore(); }

@@ -1,16 +1,14 @@
 #pragma once
 
+#include "catalogue/TypedNumber.h"
+
 #include <QSpinBox>
 
-/// A number of pieces, digits alone. An emptied box is 0, and the mouse wheel changes nothing.
-class QuantityBox : public QSpinBox
+/// A number of pieces, digits alone.
+class QuantityBox : public TypedNumber<QSpinBox>
 {
 public:
-    using QSpinBox::QSpinBox;
+    using TypedNumber::TypedNumber;
     QValidator::State validate(QString &input, int &position) const override;
     int valueFromText(const QString &text) const override;
-
-protected:
-    void focusOutEvent(QFocusEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
 };
