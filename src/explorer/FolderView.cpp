@@ -1,6 +1,7 @@
 #include "explorer/FolderView.h"
 
 #include "catalogue/FolderDeletion.h"
+#include "catalogue/FolderMove.h"
 #include "db/Literals.h"
 #include "db/Session.h"
 #include "explorer/ListItems.h"
@@ -13,7 +14,6 @@
 #include "transactions/Deed.h"
 
 #include <QScopeGuard>
-#include <QSet>
 
 constinit const FolderView::Names FolderView::types{
     .kind = clsTools::Kind::types,
@@ -55,9 +55,6 @@ const QString toolsOut = QStringLiteral("SELECT Tools.*, Locations.description a
                                         " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
                                         " AND CheckOutIn.active=true and tools.out=true");
 
-const char *const mustCheckIn = "You must Check In the tool before moving.";
-const char *const othersWereFirst = "Somebody else has changed the crib meanwhile: ";
-
 View::Row rowOf(clsTools::Kind kind)
 {
     const bool types = kind == clsTools::Kind::types;
@@ -85,6 +82,7 @@ View::Row rowOf(clsTools::Kind kind)
                  QMessageBox::Information},
                 {View::Command::remove, {ItemId::root}, "You cannot delete the Tools node."},
                 {View::Command::remove, {ItemId::toolOut}, "You must Check In the tool before deleting."},
+                {View::Command::move, {ItemId::toolOut}, FolderMove::mustCheckIn},
             },
     };
 }
@@ -190,60 +188,36 @@ View::Outcome FolderView::remove(const Things &things, bool fromTree) const
     const QString problem = clsTools().Delete(m_names.kind, folders, tools, [&] {
         const auto objection = deletion.objection(fromTree);
         othersWereFaster = objection.has_value();
-        return objection ? othersWereFirst + objection->text : QString();
+        return objection ? Refusal::othersWereFirst + objection->text : QString();
     });
     if (problem.isEmpty())
         return Outcome::done;
-    say({problem, othersWereFaster ? QMessageBox::Information : QMessageBox::Critical});
+    msgBox({.text = problem, .icon = othersWereFaster ? QMessageBox::Information : QMessageBox::Critical});
     return Outcome::stale;
-}
-
-// Others move and delete folders at the same time: the way from the target up is read, not looked up in the tree.
-std::optional<Objection> FolderView::whyNotMoved(const Things &things, const Thing &target) const
-{
-    QSet<qint64> seen;
-    qint64 above = target.id.number;
-    while (above != 0) {
-        if (std::any_of(things.begin(), things.end(), [&](const Thing &thing) {
-                return thing.id == ItemId{ItemId::folder, above};
-            }))
-            return Objection{"A node can't be made a child of its own children."};
-        const Recordset folder =
-            openRecordset(QString("SELECT * FROM ") + m_names.plural + " WHERE id=" + QString::number(above));
-        if (folder.isEmpty() || seen.contains(above))
-            return Objection{"'" + target.text + "' is no longer there.", QMessageBox::Information};
-        seen.insert(above);
-        above = folder.field(u"Parent").toInteger();
-    }
-    for (const bool tools : {true, false}) {
-        const QList<qint32> numbers = numbersOf(things, tools);
-        if (numbers.isEmpty())
-            continue;
-        const QString chosen =
-            QString(" FROM ") + (tools ? "tools" : m_names.plural) + " WHERE id IN (" + joined(numbers) + ")";
-        if (openRecordset("SELECT Count(*) as cnt" + chosen).field(u"cnt").toInteger() < numbers.size())
-            return Objection{"Not all of the items are still there.", QMessageBox::Information};
-        if (tools && !openRecordset("SELECT id" + chosen + " AND out=-1").isEmpty())
-            return Objection{mustCheckIn};
-    }
-    return {};
 }
 
 View::Outcome FolderView::move(const Things &things, const Thing &target, bool fromTree) const
 {
-    const auto any = [&](auto what) { return std::any_of(things.begin(), things.end(), what); };
-    if (any([](const Thing &thing) { return thing.id.kind == ItemId::toolOut; })) {
-        say({mustCheckIn});
+    if (const auto refused = refusal(Command::move, things)) {
+        msgBox(*refused);
         return Outcome::declined;
     }
-    if (any([&](const Thing &thing) { return thing.id == target.id || thing.parent == target.id; }))
+    if (std::any_of(things.begin(), things.end(),
+                    [&](const Thing &thing) { return thing.id == target.id || thing.parent == target.id; }))
         return Outcome::declined;
-    if (target.id.kind == ItemId::root && any([](const Thing &thing) { return thing.id.isTool(); })) {
-        say({"A tool needs a " + mode() + ": it cannot be moved to '" + target.text + "'.", QMessageBox::Information});
+    const FolderMove folderMove{.table = m_names.plural,
+                                .column = row.mode,
+                                .folders = numbersOf(things, false),
+                                .tools = numbersOf(things, true),
+                                .target = qint32(target.id.number),
+                                .targetText = target.text,
+                                .fromTree = fromTree};
+    if (const auto refused = folderMove.refusal()) {
+        msgBox(*refused);
         return Outcome::declined;
     }
-    if (const auto refusal = whyNotMoved(things, target)) {
-        say(*refusal);
+    if (const auto objection = folderMove.objection()) {
+        msgBox(*objection);
         return Outcome::stale;
     }
     if (msgBox({.text = "Move the items to " + target.text + "?",
@@ -251,26 +225,9 @@ View::Outcome FolderView::move(const Things &things, const Thing &target, bool f
                 .buttons = QMessageBox::Yes | QMessageBox::No})
         != QMessageBox::Yes)
         return Outcome::declined;
-
-    const QString to = "=" + target.id.digits() + " WHERE ID";
-    for (const bool tools : {true, false}) {
-        Things moving;
-        std::copy_if(things.begin(), things.end(), std::back_inserter(moving),
-                     [&](const Thing &thing) { return thing.id.isTool() == tools; });
-        if (moving.empty())
-            continue;
-        const QString ids = joined(numbersOf(moving, tools));
-        const Deed deed = Deed::attempt([&] {
-            if (const auto objection = whyNotMoved(moving, target))
-                throw Refusal(othersWereFirst + objection->text);
-            execute(tools          ? "UPDATE tools SET " + mode() + to + " IN (" + ids + ")"
-                        : fromTree ? QString("UPDATE ") + m_names.plural + " SET parent" + to + "=" + ids
-                                   : QString("UPDATE ") + m_names.plural + "  SET parent" + to + " IN (" + ids + ")");
-        });
-        if (deed.outcome != Deed::Done) {
-            say({deed.why, deed.outcome == Deed::Failed ? QMessageBox::Critical : QMessageBox::Information});
-            return Outcome::stale;
-        }
+    if (const auto problem = folderMove.run()) {
+        msgBox(*problem);
+        return Outcome::stale;
     }
     return Outcome::done;
 }

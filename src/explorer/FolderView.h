@@ -39,7 +39,6 @@ public:
 private:
     struct Build;
     void addFolder(Build &build, Node *parent, qint16 id) const;
-    std::optional<Objection> whyNotMoved(const Things &things, const Thing &target) const;
 
     const Names &m_names;
 };

@@ -3,9 +3,6 @@
 #include "explorer/CheckedOutView.h"
 #include "explorer/FolderView.h"
 #include "explorer/ScrapView.h"
-#include "platform/gui/MsgBox.h"
-
-void say(const Objection &refusal) { msgBox({.text = refusal.text, .icon = refusal.icon}); }
 
 bool View::confirmed(const QString &question)
 {
@@ -33,12 +30,6 @@ const std::array<const View *, 4> &View::all()
     return views;
 }
 
-const View *View::ofMode(const QString &mode)
-{
-    const auto found = std::find_if(all().begin(), all().end(), [&](const View *view) { return view->mode() == mode; });
-    return found == all().end() ? nullptr : *found;
-}
-
 KeyedTree::Node *View::nodeOf(KeyedTree &nodes, const ListItem &folder) const
 {
     return nodes.find(idOf(folder).nodeKey());
@@ -46,14 +37,14 @@ KeyedTree::Node *View::nodeOf(KeyedTree &nodes, const ListItem &folder) const
 
 KeyedTree::Node *View::sameNode(KeyedTree &nodes, const Thing &before) const { return nodes.find(before.id.nodeKey()); }
 
-std::optional<Objection> View::refusal(Command command, const Things &things) const
+std::optional<MsgBoxCall> View::refusal(Command command, const Things &things) const
 {
     for (const RefusalRow &refusal : row.refusals) {
         const auto meant = [&](const Thing &thing) {
             return std::find(refusal.kinds.begin(), refusal.kinds.end(), thing.id.kind) != refusal.kinds.end();
         };
         if (refusal.command == command && (refusal.kinds.empty() || std::any_of(things.begin(), things.end(), meant)))
-            return Objection{refusal.text, refusal.icon};
+            return MsgBoxCall{.text = refusal.text, .icon = refusal.icon};
     }
     return {};
 }

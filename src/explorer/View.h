@@ -1,8 +1,7 @@
 #pragma once
 
 #include "common/ItemId.h"
-
-#include <QMessageBox>
+#include "platform/gui/MsgBox.h"
 
 #include <array>
 #include <optional>
@@ -10,14 +9,6 @@
 class Panes;
 class clsTools;
 struct QueryKind;
-
-/// Why a command does not act.
-struct Objection {
-    QString text;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
-};
-/// Shows it with OK.
-void say(const Objection &refusal);
 
 /// One of the things that a command acts on, and what it lies in.
 struct Thing {
@@ -34,7 +25,7 @@ public:
     using Node = KeyedTree::Node;
     using Things = std::vector<Thing>;
 
-    enum class Command { create, edit, remove };
+    enum class Command { create, edit, remove, move };
     /// What came of a command. After `stale` the panes are behind what others have written.
     enum class Outcome { declined, done, stale };
 
@@ -60,8 +51,6 @@ public:
 
     /// The four views, in the order of the window's options.
     static const std::array<const View *, 4> &all();
-    /// Null for a word that is no view's.
-    static const View *ofMode(const QString &mode);
 
     explicit View(Row row) : row(std::move(row)) { }
     virtual ~View() = default;
@@ -90,7 +79,7 @@ public:
     virtual QString popUpOf(const ListItem &item) const = 0;
 
     /// Why the command cannot act on these things, as far as their kinds tell.
-    std::optional<Objection> refusal(Command command, const Things &things) const;
+    std::optional<MsgBoxCall> refusal(Command command, const Things &things) const;
     /// Asks whether to delete the things, and does so.
     virtual Outcome remove(const Things &things, bool fromTree) const = 0;
 

@@ -11,13 +11,10 @@
 #include "transactions/ToolCommands.h"
 
 #include <QCloseEvent>
-#include <QKeyEvent>
-#include <QShortcut>
 
 namespace {
 constexpr int startWidth = 11325, startHeight = 7125; // twips
 constexpr int treeShare = 1, listShare = 2; // of the splitter at first
-constexpr int splitStep = 20; // pixels
 const auto splitPlace = QStringLiteral("frmTree/Split");
 }
 
@@ -80,12 +77,6 @@ frmTree::frmTree() : m_panes(ui, TreeHasFocus)
     onUserAction(ui.cmdRefresh, &QPushButton::clicked, this, &frmTree::cmdRefresh_Click);
     connect(ui.cmdClose, &QPushButton::clicked, this, &QWidget::close);
     bindKeys();
-    for (const auto &[key, by] : {std::pair(Qt::Key_Left, -splitStep), std::pair(Qt::Key_Right, splitStep)}) {
-        // In the list the same keys are those of its columns.
-        auto *split = new QShortcut(Qt::CTRL | Qt::SHIFT | key, ui.tvMain);
-        split->setContext(Qt::WidgetShortcut);
-        connect(split, &QShortcut::activated, this, [this, by = by] { moveSplit(by); });
-    }
     m_statusLine = new StatusLine(m_panes, *ui.lstToolList);
     m_statusLine->setParent(this);
 
@@ -220,52 +211,32 @@ void frmTree::renameNode(const QString &mode, int id, const QString &text)
         m_panes.renamed(node, text);
 }
 
+// The explorer comes to the front; the find dialog stays open behind it.
+bool frmTree::goToHit(const ListItem &hit)
+{
+    // By number, as siblings may be called alike, if that is the node meant.
+    if (const Node *node = m_panes.nodes().find(hit.nodeKey); node && KeyedTree::fullPath(node) == hit.path)
+        m_panes.goTo(hit.nodeKey);
+    else if (!m_panes.showPath(hit.path))
+        return false;
+    theMainFrame().bringToFront(this);
+    ui.tvMain->setFocus();
+    if (hit.icon == ItemIcon::folder)
+        return true;
+    // A tool that was found is listed under the key of its state.
+    const ItemId id = view()->idOf(hit);
+    for (const ItemId &state : {id, ItemId{ItemId::toolInStock, id.number}, ItemId{ItemId::toolOut, id.number}})
+        if (m_panes.selectItem(state.itemKey())) {
+            focusList();
+            break;
+        }
+    return true;
+}
+
 void frmTree::closeEvent(QCloseEvent *event)
 {
     m_started = false;
     theMainFrame().showStatus({});
     emit FormUnload();
     event->accept();
-}
-
-// Several captions of the frame's menus, the views and the commands share a letter. The commands have it: an
-// attendant lends with Alt+T dozens of times an hour.
-bool frmTree::event(QEvent *event)
-{
-    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
-        return QWidget::event(event);
-    QAbstractButton *command = commandOf(*static_cast<QKeyEvent *>(event));
-    if (!command)
-        return QWidget::event(event);
-    event->accept();
-    if (event->type() == QEvent::KeyPress)
-        command->click();
-    return true;
-}
-
-void frmTree::moveSplit(int by)
-{
-    const QList<int> sizes = ui.Split->sizes();
-    ui.Split->setSizes({sizes[0] + by, sizes[1] - by});
-}
-
-void frmTree::toggleMaximized()
-{
-    if (QWidget *window = parentWidget())
-        window->setWindowState(window->windowState() ^ Qt::WindowMaximized);
-}
-
-QAbstractButton *frmTree::commandOf(const QKeyEvent &key) const
-{
-    if (key.modifiers() == Qt::NoModifier && key.key() == Qt::Key_Delete)
-        return ui.cmdDelete;
-    if (key.modifiers() == Qt::NoModifier && key.key() == Qt::Key_F5)
-        return ui.cmdRefresh;
-    if (key.modifiers() != Qt::AltModifier)
-        return nullptr;
-    const QKeySequence pressed(key.keyCombination());
-    const auto commands = ui.picOptions->findChildren<QAbstractButton *>();
-    const auto found = std::find_if(commands.begin(), commands.end(),
-                                    [&](auto *button) { return QKeySequence::mnemonic(button->text()) == pressed; });
-    return found == commands.end() ? nullptr : *found;
 }

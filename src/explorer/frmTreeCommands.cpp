@@ -15,22 +15,6 @@
 #include "transactions/frmScrap.h"
 
 #include <QCursor>
-#include <QShortcut>
-
-// Keys with Ctrl, anywhere in the explorer; those with Alt are the letters of the buttons.
-void frmTree::bindKeys()
-{
-    onKey(Qt::Key_M, &frmTree::moveToPicked);
-    onKey(Qt::Key_P, &frmTree::printList);
-    onKey(Qt::Key_F10, &frmTree::toggleMaximized);
-}
-
-void frmTree::onKey(Qt::Key key, void (frmTree::*command)())
-{
-    auto *shortcut = new QShortcut(QKeySequence(Qt::CTRL | key), this);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    onUserAction(shortcut, &QShortcut::activated, this, command);
-}
 
 // Without a selected item only the tree is left to act on.
 bool frmTree::actsOnTree() const { return TreeHasFocus || !selectedItem(); }
@@ -74,7 +58,7 @@ void frmTree::cmdScrapTool_Click()
 void frmTree::cmdNew_MouseDown()
 {
     if (const auto refusal = view()->refusal(View::Command::create, {})) {
-        say(*refusal);
+        msgBox(*refusal);
         return;
     }
     const bool byMouse = QGuiApplication::mouseButtons() & Qt::LeftButton;
@@ -145,7 +129,7 @@ void frmTree::cmdEdit_Click()
     if (things.empty())
         inform("Please select an item first.");
     else if (const auto refusal = view()->refusal(View::Command::edit, things))
-        say(*refusal);
+        msgBox(*refusal);
     else if (things.front().id.isTool())
         TreeEditTool();
     else
@@ -192,9 +176,35 @@ void frmTree::TreeDeleteItems()
     if (things.empty())
         msgBox({.text = "Nothing to delete. Please select the item(s) to delete first."});
     else if (const auto refusal = view()->refusal(View::Command::remove, things))
-        say(*refusal);
+        msgBox(*refusal);
     else
         carryOut([&] { return view()->remove(things, fromTree); }, [&] { m_panes.removed(things); });
+}
+
+void frmTree::move(const View::Things &things, const Node *target, bool fromTree)
+{
+    const Thing to = m_panes.thingOf(*target);
+    carryOut([&] { return view()->move(things, to, fromTree); }, [&] { m_panes.moved(things, to.id.nodeKey()); });
+}
+
+// What dropping does, without a mouse.
+void frmTree::moveToPicked()
+{
+    const bool tree = TreeHasFocus;
+    const View::Things things = tree ? m_panes.selectedNode() : m_panes.selectedItems();
+    if (!view()->hasMoves() || things.empty() || things.front().id.kind == ItemId::root)
+        return;
+    const bool anyTool =
+        std::any_of(things.begin(), things.end(), [](const Thing &thing) { return thing.id.isTool(); });
+    using Root = frmTreeSelect::Root;
+    const auto picked = frmTreeSelect::pick(view()->mode(), this, anyTool ? Root::Refused : Root::Allowed);
+    if (!picked)
+        return;
+    const ItemId id{picked->id == 0 ? ItemId::root : ItemId::folder, picked->id};
+    if (const Node *target = m_panes.nodes().find(id.nodeKey()))
+        move(things, target, tree);
+    else
+        m_panes.rebuild(); // the picker read what this tree does not show yet
 }
 
 void frmTree::cmdQuery_Click() { QueryForm::showModal(view()->row.query); }

@@ -21,17 +21,33 @@ bool isUnread(const KeyedTree::Node *node)
 
 }
 
-frmTreeSelect::frmTreeSelect(const QString &mode, QWidget *parent, Root root) : QDialog(parent), m_root(root)
+constinit const frmTreeSelect::Kind frmTreeSelect::types{
+    .title = "Tool Types",
+    .keyPrefix = "t",
+    .foldersOf = "Select * from types where parent = %1 order by description",
+    .anyBelow = "Select * from types where Parent = %1",
+};
+
+constinit const frmTreeSelect::Kind frmTreeSelect::locations{
+    .title = "Tool Locations",
+    .keyPrefix = "l",
+    .foldersOf = "Select * from locations where parent = %1 order by description",
+    .anyBelow = "Select * from locations where Parent = %1",
+};
+
+frmTreeSelect::frmTreeSelect(const QString &mode, QWidget *parent, Root root)
+    : QDialog(parent), m_kind(mode == "type" ? types : locations), m_root(root)
 {
     ui.setupUi(this);
     ui.tvMain->setModel(&m_tree);
     onUserAction(ui.tvMain, &QTreeView::expanded, this, &frmTreeSelect::tvMain_Expand);
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &frmTreeSelect::cmdOK_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    if (mode == QLatin1String("type"))
-        initTreetype();
-    else
-        initTreeLocation();
+    setWindowTitle(m_kind.title);
+    KeyedTree::Node *top = m_tree.add(nullptr, ItemId().nodeKey(), QStringLiteral("Vorlane"), Icons::icon("root"));
+    addFolders(top);
+    ui.tvMain->setCurrentIndex(m_tree.indexOf(top));
+    ui.tvMain->expand(m_tree.indexOf(top));
 }
 
 std::optional<PickedFolder> frmTreeSelect::pick(const QString &mode, QWidget *parent, Root root)
@@ -42,47 +58,22 @@ std::optional<PickedFolder> frmTreeSelect::pick(const QString &mode, QWidget *pa
     return PickedFolder{.id = picker.ui.txtId->text().toInt(), .path = picker.ui.txtDir->text()};
 }
 
-void frmTreeSelect::initTreetype()
-{
-    setWindowTitle(QStringLiteral("Tool Types"));
-    m_keyPrefix = QStringLiteral("t");
-    m_foldersOf = QStringLiteral("Select * from types where parent = %1 order by description");
-    m_anyBelow = QStringLiteral("Select * from types where Parent = %1");
-    initTree();
-}
-
-void frmTreeSelect::initTreeLocation()
-{
-    setWindowTitle(QStringLiteral("Tool Locations"));
-    m_keyPrefix = QStringLiteral("l");
-    m_foldersOf = QStringLiteral("Select * from locations where parent = %1 order by description");
-    m_anyBelow = QStringLiteral("Select * from locations where Parent = %1");
-    initTree();
-}
-
-void frmTreeSelect::initTree()
-{
-    KeyedTree::Node *root = m_tree.add(nullptr, ItemId().nodeKey(), QStringLiteral("Vorlane"), Icons::icon("root"));
-    addFolders(root);
-    ui.tvMain->setCurrentIndex(m_tree.indexOf(root));
-    ui.tvMain->expand(m_tree.indexOf(root));
-}
-
 void frmTreeSelect::addFolders(KeyedTree::Node *parent)
 {
     const ReadScope reading(Session::database());
-    Recordset folders = openRecordset(m_foldersOf.arg(idOf(parent).digits()));
+    Recordset folders = openRecordset(QString(m_kind.foldersOf).arg(idOf(parent).digits()));
     m_tree.removeChildren(parent);
     for (; !folders.atEnd(); folders.moveNext()) {
         const QString id = folders.text(u"ID");
-        if (KeyedTree::Node *known = m_tree.find(m_keyPrefix + id)) {
+        if (KeyedTree::Node *known = m_tree.find(m_kind.keyPrefix + id)) {
             // Moved here since its old place was read; or, when that is above, part of a circle.
             if (KeyedTree::isWithin(parent, known))
                 continue;
             m_tree.remove(known);
         }
-        KeyedTree::Node *node = m_tree.add(parent, m_keyPrefix + id, folders.text(u"Description"), Icons::folder());
-        if (!openRecordset(m_anyBelow.arg(id)).isEmpty())
+        KeyedTree::Node *node =
+            m_tree.add(parent, m_kind.keyPrefix + id, folders.text(u"Description"), Icons::folder());
+        if (!openRecordset(QString(m_kind.anyBelow).arg(id)).isEmpty())
             m_tree.add(node, placeholder + id, placeholder, Icons::folder());
     }
 }

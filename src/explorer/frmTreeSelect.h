@@ -23,16 +23,19 @@ public:
     Ui::frmTreeSelect ui;
 
 private:
-    void initTreetype();
-    void initTreeLocation();
-    void initTree();
+    struct Kind {
+        const char *title;
+        const char *keyPrefix;
+        const char *foldersOf; ///< statement; takes the parent's number
+        const char *anyBelow; ///< likewise
+    };
+    static const Kind types, locations;
+
     void addFolders(KeyedTree::Node *parent);
     void tvMain_Expand(const QModelIndex &index);
     void cmdOK_Click();
 
+    const Kind &m_kind;
     const Root m_root;
     KeyedTree m_tree;
-    QString m_keyPrefix;
-    QString m_foldersOf; ///< statement; takes the parent's number
-    QString m_anyBelow; ///< likewise
 };

@@ -10,6 +10,9 @@ class Refusal : public std::runtime_error
 {
 public:
     explicit Refusal(const QString &words) : std::runtime_error(words.toStdString()) { }
+
+    /// Begins what a look inside the deed found that the one before it did not.
+    static constexpr auto othersWereFirst = "Somebody else has changed the crib meanwhile: ";
 };
 
 /// Throws a Refusal in these words unless `asShown`.

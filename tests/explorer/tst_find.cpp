@@ -165,7 +165,9 @@ private:
     QStringList found(const QString &mode, const QString &text)
     {
         KeyedList hits({});
-        clsTools().Find(*View::ofMode(mode), text, hits);
+        const auto &views = View::all();
+        clsTools().Find(**std::find_if(views.begin(), views.end(), [&](auto *view) { return view->mode() == mode; }),
+                        text, hits);
         QStringList lines;
         for (int row = 0; row < hits.count(); ++row)
             lines.append(hits.item(row).key + ' ' + hits.item(row).path);
