@@ -1,6 +1,7 @@
 #include "admin/Command.h"
 #include "db/Literals.h"
 #include "db/Schema.h"
+#include "db/ShippedReports.h"
 #include "platform/engine/Workspace.h"
 #include "platform/reportengine/DataSource.h"
 #include "platform/reportengine/TemplateReader.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/gui/Manual.h"
+#include "platform/gui/HelpKey.h"
 
 /// Which page of docs/manual F1 shows in which window.
 std::vector<HelpPage> helpPages();

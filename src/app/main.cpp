@@ -1,7 +1,7 @@
 #include "app/HelpPages.h"
 #include "app/ModMain.h"
+#include "platform/gui/HelpKey.h"
 #include "platform/gui/Icons.h"
-#include "platform/gui/Manual.h"
 #include "platform/gui/ScreenFit.h"
 #include "platform/system/UserSettings.h"
 

@@ -1,6 +1,7 @@
 #include "db/Schema.h"
 
 #include "db/Literals.h"
+#include "db/ShippedReports.h"
 
 #include <QStringList>
 
@@ -101,68 +102,6 @@ const std::vector<Schema::Table> &Schema::tables()
         {.name = "LineItemType", .columns = {number("Index", key), text("Code")}},
     };
     return tables;
-}
-
-const std::vector<Schema::ReportModule> &Schema::reportModules()
-{
-    // The first six modules are those of the results windows, the last two are offered by the import dialog only.
-    static const std::vector<ReportModule> modules = {
-        {.name = "Tools CheckedOut",
-         .tables = {"CheckOutIn", "Employee", "Operation"},
-         .reports = {{.name = "Tools Checked Out",
-                      .fileName = "ToolsCheckedOut.rpt",
-                      .description = "Loans of each employee"},
-                     {.name = "Loan Sheet",
-                      .fileName = "LoanSheet.rpt",
-                      .description = "Loans of each employee on a page of its own, to be signed"},
-                     {.name = "Longest Out",
-                      .fileName = "LongestOut.rpt",
-                      .description = "Tools that are out, the longest first"},
-                     {.name = "Still Out by Employee",
-                      .fileName = "StillOutByEmployee.rpt",
-                      .description = "Tools that each employee still has"},
-                     {.name = "Still Out by Tool",
-                      .fileName = "StillOutByTool.rpt",
-                      .description = "Tools that are out, by description"}}},
-        {.name = "Tools Scrapped",
-         .tables = {"Scrap", "Employee", "ScrapReasons", "Operation"},
-         .reports = {{.name = "Tools Scrapped",
-                      .fileName = "ToolsScrapped.rpt",
-                      .description = "Scrapped tools by reason, with their price"}}},
-        {.name = "Junk Tools",
-         .tables = {"Scrap", "Job"},
-         .reports = {{.name = "Junk Tools", .fileName = "JunkTools.rpt", .description = "Scrapped tools of each job"}}},
-        {.name = "Tools Type",
-         .tables = {"Tools", "Types", "Locations"},
-         .reports = {{.name = "Tools by Type",
-                      .fileName = "ToolsByType.rpt",
-                      .description = "Tools of each type, with their price"},
-                     {.name = "Tool Labels",
-                      .fileName = "ToolLabels.rpt",
-                      .description = "A label with a bar code for each tool"}}},
-        {.name = "Tools Loc",
-         .tables = {"Tools", "Types", "Locations"},
-         .reports = {{.name = "Tools by Location",
-                      .fileName = "ToolsByLocation.rpt",
-                      .description = "Tools of each location, with their price"},
-                     {.name = "Count Sheet",
-                      .fileName = "CountSheet.rpt",
-                      .description = "Tools of each location, to be ticked off with a bar code reader"}}},
-        {.name = "Employee",
-         .tables = {"Employee"},
-         .reports = {{.name = "Employees", .fileName = "Employees.rpt", .description = "List of the employees"}}},
-        {.name = "Tools Out",
-         .tables = {},
-         .reports = {{.name = "Tools Checked Out",
-                      .fileName = "ToolsCheckedOut.rpt",
-                      .description = "Loans of each employee"}}},
-        {.name = "All Tools",
-         .tables = {},
-         .reports = {{.name = "Tools by Type",
-                      .fileName = "ToolsByType.rpt",
-                      .description = "Tools of each type, with their price"}}},
-    };
-    return modules;
 }
 
 void Schema::create(Database &database)

@@ -36,25 +36,6 @@ inline constexpr int highestFolderNumber = 32767;
 /// are numbered where tools seldom get to.
 inline constexpr int firstScrapNumber = 16384;
 
-/// A report template that a new crib is offered; its file lies beside the program.
-struct ShippedReport {
-    const char *name;
-    const char *fileName;
-    const char *description;
-};
-
-/// A name under which report templates are offered.
-struct ReportModule {
-    const char *name;
-    /// What the queries of its results window ask for: their formulas need these in the template.
-    std::vector<const char *> tables;
-    /// The first one is chosen at first.
-    std::vector<ShippedReport> reports;
-};
-
-/// Those of the results windows, then the two more that the import dialog offers.
-const std::vector<ReportModule> &reportModules();
-
 /// Fills a new, empty database with all tables, indexes and relations and the rows that no crib
 /// goes without: the two kinds of charge and the shipped report templates.
 void create(Database &database);

@@ -1,4 +1,6 @@
 #include "platform/gui/Manual.h"
+
+#include "platform/gui/HelpKey.h"
 #include "platform/gui/frmManual.h"
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/Files.h"
