@@ -8,7 +8,7 @@
 #include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/text/Numbers.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 #include "transactions/DialogSteps.h"
 #include "transactions/KeyFilter.h"
 
@@ -71,7 +71,7 @@ bool FolderEditor::SaveRecord()
 {
     const QString text = ui.txtDescription->text();
     int id = m_id;
-    const Deed deed = Deed::attempt([&] {
+    const AtomicChange change = AtomicChange::attempt([&] {
         refuseUnless(!isTaken(text), m_kind.duplicateMessage);
         if (m_isNew) {
             refuseUnless(m_parentId == 0 || m_kind.exists(m_parentId), m_kind.goneMessage);
@@ -84,10 +84,10 @@ bool FolderEditor::SaveRecord()
         }
     });
     ExplorerWindow *explorer = explorerIfOpen();
-    if (deed.outcome != Deed::Done) {
-        msgBox({.text = deed.why,
-                .icon = deed.outcome == Deed::Failed ? QMessageBox::Critical : QMessageBox::Information});
-        if (deed.outcome == Deed::Refused && explorer && explorer->TreeMode() == m_kind.mode)
+    if (change.outcome != AtomicChange::Done) {
+        msgBox({.text = change.why,
+                .icon = change.outcome == AtomicChange::Failed ? QMessageBox::Critical : QMessageBox::Information});
+        if (change.outcome == AtomicChange::Refused && explorer && explorer->TreeMode() == m_kind.mode)
             explorer->rebuildView();
         return false;
     }

@@ -2,7 +2,7 @@
 
 #include "db/Literals.h"
 #include "db/Session.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 
 #include <QSet>
 
@@ -49,16 +49,17 @@ std::optional<MsgBoxCall> FolderMove::run() const
         const QString ids = joined(ofTools ? tools : folders);
         if (ids.isEmpty())
             continue;
-        const Deed deed = Deed::attempt([&] {
+        const AtomicChange change = AtomicChange::attempt([&] {
             if (const auto objection = part.objection())
                 throw Refusal(Refusal::othersWereFirst + objection->text);
             execute(ofTools        ? QString("UPDATE tools SET ") + column + to + " IN (" + ids + ")"
                         : fromTree ? QString("UPDATE ") + table + " SET parent" + to + "=" + ids
                                    : QString("UPDATE ") + table + "  SET parent" + to + " IN (" + ids + ")");
         });
-        if (deed.outcome != Deed::Done)
-            return MsgBoxCall{.text = deed.why,
-                              .icon = deed.outcome == Deed::Failed ? QMessageBox::Critical : QMessageBox::Information};
+        if (change.outcome != AtomicChange::Done)
+            return MsgBoxCall{.text = change.why,
+                              .icon = change.outcome == AtomicChange::Failed ? QMessageBox::Critical
+                                                                             : QMessageBox::Information};
     }
     return {};
 }

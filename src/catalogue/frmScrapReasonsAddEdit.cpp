@@ -5,7 +5,7 @@
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 #include "transactions/DialogSteps.h"
 
 #include <QApplication>
@@ -69,7 +69,7 @@ bool frmScrapReasonsAddEdit::ValidData()
 bool frmScrapReasonsAddEdit::SaveRecord()
 {
     const QString text = ui.txtDescription->text();
-    const Deed deed = Deed::attempt([&] {
+    const AtomicChange change = AtomicChange::attempt([&] {
         const QString problem = problemWith(text);
         refuseUnless(problem.isEmpty(), problem);
         if (m_isNew)
@@ -78,9 +78,9 @@ bool frmScrapReasonsAddEdit::SaveRecord()
             refuseUnless(execute("UPDATE ScrapReasons SET description=" + quoted(text) + " WHERE id=" + m_id) > 0,
                          "The reason was deleted meanwhile.");
     });
-    if (deed.outcome == Deed::Done)
+    if (change.outcome == AtomicChange::Done)
         return m_saved = true;
-    say(deed.why, deed.outcome == Deed::Refused ? QMessageBox::Warning : QMessageBox::Critical);
+    say(change.why, change.outcome == AtomicChange::Refused ? QMessageBox::Warning : QMessageBox::Critical);
     return false;
 }
 

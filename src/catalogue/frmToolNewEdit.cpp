@@ -11,7 +11,7 @@
 #include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
 #include "platform/text/Format.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 #include "transactions/DialogSteps.h"
 #include "transactions/KeyFilter.h"
 
@@ -130,13 +130,13 @@ bool frmToolNewEdit::ValidData()
 bool frmToolNewEdit::SaveRecord()
 {
     const HourGlass busy;
-    const Deed deed = Deed::attempt([this] { m_isNew ? addTools() : changeTool(); });
-    if (deed.outcome != Deed::Done && !deed.why.isEmpty())
-        inform("Unable to save data.\n\nError: " + deed.why);
-    m_saved = m_saved || deed.outcome == Deed::Done;
-    if (deed.outcome != Deed::Failed)
+    const AtomicChange change = AtomicChange::attempt([this] { m_isNew ? addTools() : changeTool(); });
+    if (change.outcome != AtomicChange::Done && !change.why.isEmpty())
+        inform("Unable to save data.\n\nError: " + change.why);
+    m_saved = m_saved || change.outcome == AtomicChange::Done;
+    if (change.outcome != AtomicChange::Failed)
         theExplorer().listSelectedNode();
-    return deed.outcome == Deed::Done;
+    return change.outcome == AtomicChange::Done;
 }
 
 void frmToolNewEdit::addTools()

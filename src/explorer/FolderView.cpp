@@ -11,7 +11,7 @@
 #include "platform/gui/MsgBox.h"
 #include "platform/text/Numbers.h"
 #include "queries/QueryKind.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 
 #include <QScopeGuard>
 

@@ -4,7 +4,7 @@
 #include "common/ItemId.h"
 #include "platform/gui/BoundCombo.h"
 #include "platform/gui/MsgBox.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 
 #include <QDialog>
 #include <QLineEdit>
@@ -31,17 +31,17 @@ bool MainSubs::isFilled(BoundCombo *box, const QString &message)
 
 bool MainSubs::did(QDialog *dialog, const QString &notDone, const std::function<void()> &steps)
 {
-    const Deed deed = Deed::attempt(steps);
-    if (deed.outcome == Deed::Failed)
-        msgBox({.text = notDone + '\n' + deed.why, .icon = QMessageBox::Critical});
-    if (deed.outcome == Deed::Refused) {
+    const AtomicChange change = AtomicChange::attempt(steps);
+    if (change.outcome == AtomicChange::Failed)
+        msgBox({.text = notDone + '\n' + change.why, .icon = QMessageBox::Critical});
+    if (change.outcome == AtomicChange::Refused) {
         // The dialog goes first: of two windows that close at once the lower one leaves the keyboard with nobody.
         dialog->reject();
         theExplorer().listSelectedNode();
         theExplorer().focusList();
-        inform(deed.why + '\n' + notDone);
+        inform(change.why + '\n' + notDone);
     }
-    return deed.outcome == Deed::Done;
+    return change.outcome == AtomicChange::Done;
 }
 
 void MainSubs::showReturned(qint16 toolId)

@@ -19,9 +19,9 @@ void tidyTexts(QWidget *form);
 /// focus there.
 bool isFilled(BoundCombo *box, const QString &message);
 
-/// Does the deed of a dialog over the explorer, `steps`, and says when it was not done: `notDone` and why. The dialog
-/// stays open then, with what was chosen, unless the tool is not any more as it was shown: that closes the dialog, and
-/// the list shows the present state. @returns whether it was done.
+/// Makes the change of a dialog over the explorer, `steps`, and says when it was not done: `notDone` and why. The
+/// dialog stays open then, with what was chosen, unless the tool is not any more as it was shown: that closes the
+/// dialog, and the list shows the present state. @returns whether it was done.
 bool did(QDialog *dialog, const QString &notDone, const std::function<void()> &steps);
 
 /// Shows the tool selected in the explorer as back in the crib; the view of tools that are out no longer lists it.

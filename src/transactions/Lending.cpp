@@ -4,7 +4,7 @@
 #include "db/Session.h"
 #include "platform/system/Clock.h"
 #include "platform/text/Format.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 
 namespace {
 

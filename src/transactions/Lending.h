@@ -3,8 +3,8 @@
 #include <QString>
 #include <QtGlobal>
 
-/// How tools go out and come back, without windows. Each is a step of a Deed: it looks first whether the tool is as its
-/// user was shown it and throws a Refusal if not.
+/// How tools go out and come back, without windows. Each is a step of an AtomicChange: it looks first whether the tool
+/// is as its user was shown it and throws a Refusal if not.
 namespace Lending {
 
 struct Loan {

@@ -2,7 +2,7 @@
 
 #include "db/Session.h"
 #include "platform/gui/MsgBox.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 
 bool MainSubs::PurgeScrapped(const QString &kind, qint32 id)
 {
@@ -13,7 +13,7 @@ bool MainSubs::PurgeScrapped(const QString &kind, qint32 id)
     const auto numbered = [](int number, const QString &text) {
         return QStringLiteral("%1  %2").arg(number).arg(text);
     };
-    const Deed deed = Deed::attempt([&] {
+    const AtomicChange change = AtomicChange::attempt([&] {
         const Recordset scrap = openRecordset("Select Scrap.ToolId from Scrap where id=" + scrapId);
         refuseUnless(!scrap.isEmpty(), "The scrapped tool was restored or deleted meanwhile.");
         for (const QString &statement :
@@ -29,8 +29,8 @@ bool MainSubs::PurgeScrapped(const QString &kind, qint32 id)
             }
         }
     });
-    if (deed.outcome != Deed::Done)
-        problems.append(deed.number == 0 ? deed.why : numbered(deed.number, deed.why));
+    if (change.outcome != AtomicChange::Done)
+        problems.append(change.number == 0 ? change.why : numbered(change.number, change.why));
     // Not while the file is held.
     problems.removeDuplicates();
     for (const QString &problem : std::as_const(problems))

@@ -18,7 +18,7 @@ private:
     frmScrap();
     void GetCheckedOutInfo(qint16 toolId);
     void cmdOK_Click();
-    /// Enters the tool among the scrapped ones and deletes it; a step of a deed.
+    /// Enters the tool among the scrapped ones and deletes it; a step of a change.
     void scrapTool();
 
     qint16 m_toolId = 0;

@@ -10,7 +10,7 @@
 #include "platform/gui/UserAction.h"
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 #include "transactions/DialogSteps.h"
 
 #include <QTimer>
@@ -75,7 +75,7 @@ void frmScrapRestore::txtCost_LostFocus()
 
 QString frmScrapRestore::RestoreTool()
 {
-    const Deed deed = Deed::attempt([this] {
+    const AtomicChange change = AtomicChange::attempt([this] {
         const Recordset scrap = openRecordset("Select ToolId from Scrap Where Id=" + m_scrapId);
         refuseUnless(!scrap.isEmpty(), "The scrapped tool was restored or deleted meanwhile.");
         const QString id = scrap.text(u"ToolId");
@@ -87,9 +87,9 @@ QString frmScrapRestore::RestoreTool()
                 + ",0," + QString::number(m_locationId) + ")");
         execute("Delete from Scrap where id=" + m_scrapId);
     });
-    if (deed.outcome == Deed::Refused)
+    if (change.outcome == AtomicChange::Refused)
         theExplorer().listSelectedNode();
-    return deed.why;
+    return change.why;
 }
 
 void frmScrapRestore::cmdTreeType_Click()

@@ -1,4 +1,4 @@
-#include "transactions/Deed.h"
+#include "transactions/AtomicChange.h"
 
 #include "db/Session.h"
 
@@ -8,7 +8,7 @@ void refuseUnless(bool asShown, const QString &words)
         throw Refusal(words);
 }
 
-Deed Deed::attempt(const std::function<void()> &steps)
+AtomicChange AtomicChange::attempt(const std::function<void()> &steps)
 {
     try {
         Transaction transaction(Session::database());

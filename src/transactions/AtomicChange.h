@@ -5,13 +5,13 @@
 #include <functional>
 #include <stdexcept>
 
-/// Ends a deed because the crib is not any more what its user was shown.
+/// Ends a change because the crib is not any more what its user was shown.
 class Refusal : public std::runtime_error
 {
 public:
     explicit Refusal(const QString &words) : std::runtime_error(words.toStdString()) { }
 
-    /// Begins what a look inside the deed found that the one before it did not.
+    /// Begins what a look inside the change found that the one before it did not.
     static constexpr auto othersWereFirst = "Somebody else has changed the crib meanwhile: ";
 };
 
@@ -21,7 +21,7 @@ void refuseUnless(bool asShown, const QString &words);
 /// What somebody does in the crib, whole or not at all: begin, look, write, commit. Others write to the same file at
 /// any time; from the beginning on they wait, so what a look finds still holds for the writes that follow it. Needs no
 /// window.
-struct Deed {
+struct AtomicChange {
     enum Outcome { Done, Refused, Failed };
     Outcome outcome = Done;
     QString why = {}; ///< words for the user unless it was done: the refusal's or the engine's
@@ -29,5 +29,5 @@ struct Deed {
 
     /// Runs `steps` in one transaction. A Refusal or an EngineError takes all of it back and is the outcome; any other
     /// exception takes it back and goes on to the caller.
-    static Deed attempt(const std::function<void()> &steps);
+    static AtomicChange attempt(const std::function<void()> &steps);
 };
