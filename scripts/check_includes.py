@@ -11,6 +11,7 @@ MAY_INCLUDE = {
     "platform/engine/dialect": ["platform/text", "platform/engine/EngineError.h"],
     "platform/engine/postgres": ["platform/text", "platform/system", "platform/engine/dialect", "platform/engine/EngineError.h"],
     "platform/engine": ["platform/text", "platform/system", "platform/engine/dialect", "platform/engine/postgres"],
+    "platform/jet": [],
     "platform/reportengine": ["platform/text", "platform/system", "platform/engine"],
     "platform/gui": ["platform/text", "platform/system", "platform/engine"],
     "platform/reportcontrol": ["platform/text", "platform/system", "platform/engine", "platform/reportengine", "platform/gui"],
@@ -22,7 +23,7 @@ MAY_INCLUDE = {
     "queries": ["platform", "db", "common", "reports"],
     "explorer": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries"],
     "app": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries", "explorer"],
-    "admin": ["platform/text", "platform/system", "platform/engine", "platform/reportengine", "db"],
+    "admin": ["platform/text", "platform/system", "platform/engine", "platform/reportengine", "platform/jet", "db"],
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
 
