@@ -1,6 +1,7 @@
 #include "admin/Admin.h"
 
 #include "admin/Command.h"
+#include "admin/Refusal.h"
 #include "platform/engine/EngineError.h"
 #include "platform/reportengine/ResultCode.h"
 #include "platform/system/ProgramFolder.h"
@@ -13,8 +14,8 @@ const QString program = "vorlane-admin";
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{createCommand(), sampleCommand(), sqlCommand(),     checkCommand(),
-                                    backupCommand(), reportCommand(), templateCommand()};
+    static const QList<Command> all{createCommand(), sampleCommand(), sqlCommand(),      checkCommand(),
+                                    backupCommand(), reportCommand(), templateCommand(), importCommand()};
     return all;
 }
 
@@ -103,6 +104,9 @@ int runAdmin(const QStringList &arguments, QTextStream &out, QTextStream &errors
     } catch (const UsageError &error) {
         errors << error.what() << '\n' << usageLine(*command);
         return 2;
+    } catch (const Refusal &refusal) {
+        errors << refusal.sentence() << '\n';
+        return refusal.status();
     } catch (const EngineError &error) {
         errors << "error " << error.number() << ": " << error.text() << '\n';
         return 1;

@@ -1,3 +1,4 @@
+#include "admin/Check.h"
 #include "admin/CheckRules.h"
 #include "admin/Command.h"
 #include "db/Literals.h"
@@ -30,6 +31,7 @@ public:
         checkNumbers();
     }
 
+    const QStringList &lines() const { return m_lines; }
     int left() const { return m_found - m_mended; }
 
     QString report() const
@@ -173,6 +175,14 @@ int check(const QCommandLineParser &arguments, QTextStream &out)
     return checker.left() == 0 ? 0 : 1;
 }
 
+}
+
+QStringList faultsIn(Database &database)
+{
+    Checker checker(database, false);
+    const ReadScope scope(database);
+    checker.run();
+    return checker.lines();
 }
 
 Command checkCommand()

@@ -23,7 +23,7 @@ struct Command {
     QString summary;
     /// What else its own help tells.
     QString details;
-    /// Does it. @returns the exit status. @throws EngineError, ReportError, UsageError
+    /// Does it. @returns the exit status. @throws EngineError, ReportError, UsageError, Refusal
     std::function<int(const QCommandLineParser &arguments, QTextStream &out)> run;
     /// Whether it draws texts, which takes a QGuiApplication.
     bool needsFonts = false;
@@ -41,3 +41,4 @@ Command checkCommand();
 Command backupCommand();
 Command reportCommand();
 Command templateCommand();
+Command importCommand();
