@@ -4,7 +4,8 @@
 #include <QList>
 #include <QString>
 
-/// `text` as a statement holds it: between apostrophes, those inside doubled.
+/// `text` as a statement of the query dialect holds it: between apostrophes, those inside doubled. The language below
+/// it has its own, dialect::quotedText().
 QString quoted(const QString &text);
 
 /// The numbers as a statement's IN holds them: "1,2,3".

@@ -12,6 +12,36 @@
 #include <QCoreApplication>
 #include <QScopeGuard>
 
+namespace {
+
+const QString descriptionsOut = QStringLiteral("SELECT Distinct Description FROM Tools WHERE Out=-1");
+const QString toolsOut = QStringLiteral("SELECT Tools.*, Locations.description as locdesc,"
+                                        " Types.description as typedesc,"
+                                        " CheckOutIn.Employee,CheckOutIn.DateOut,"
+                                        " Employee.LastName,Employee.FirstName"
+                                        " FROM CheckOutIn, Tools, Locations, Types,Employee"
+                                        " WHERE CheckOutIn.tool_id=Tools.id"
+                                        " AND CheckOutIn.employee=Employee.EmpId"
+                                        " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
+                                        " AND CheckOutIn.active=true and tools.out=true");
+
+ListItem toolOut(const Recordset &row)
+{
+    return {.key = "co" + row.text(u"ID"),
+            .text = row.text(u"Description"),
+            .icon = ItemIcon::toolOut,
+            .subItems = {row.text(u"PartNumber"), ListItems::personName(row), row.text(u"DateOut"),
+                         ListItems::elsewhere(row.text(u"typedesc")), ListItems::elsewhere(row.text(u"locdesc"))}};
+}
+
+// Tools that are called alike are one folder; its number is only a position.
+ListItem descriptionItem(int number, const Recordset &row)
+{
+    return ListItems::folder(ItemId{ItemId::description, number}.itemKey(), row.text(u"Description"));
+}
+
+}
+
 CheckedOutView::CheckedOutView()
     : View({
         .mode = "checkedOut",
@@ -57,7 +87,7 @@ QString CheckedOutView::buildTree(Panes &panes) const
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     Node *root = panes.begin(*this);
     root->sorted = true;
-    Recordset rows = openRecordset("SELECT Distinct Description FROM Tools WHERE Out=-1");
+    Recordset rows = openRecordset(descriptionsOut);
     panes.progress().start(rows.recordCount(), "Tree Items");
     const auto hide = qScopeGuard([&] { panes.progress().finish(); });
     for (qint64 counter = 1; !rows.atEnd(); rows.moveNext(), ++counter) {
@@ -72,17 +102,15 @@ void CheckedOutView::fillList(Panes &panes, const Node *node) const
 {
     if (!node->children.empty()) {
         int number = 0;
-        panes.addRows("SELECT Distinct Description FROM Tools WHERE Out=-1", [&](const Recordset &row) {
-            return ListItems::folder(ItemId{ItemId::description, ++number}.itemKey(), row.text(u"Description"));
-        });
+        panes.addRows(descriptionsOut, [&](const Recordset &row) { return descriptionItem(++number, row); });
     }
     if (!node->parent)
         return;
     // The text stands between the quotes as it is: one with an apostrophe is refused by the engine.
     const QString described = " AND Tools.Description='" + node->text + "'";
-    panes.addRows(ListItems::toolsOut + described, ListItems::toolOut);
+    panes.addRows(toolsOut + described, toolOut);
     ListItems::addOutWithoutLoan(panes, described, [](const Recordset &row) {
-        ListItem item = ListItems::toolOut(row);
+        ListItem item = toolOut(row);
         item.setSubItem(2, "(no loan on record)");
         return item;
     });
@@ -113,19 +141,13 @@ QString CheckedOutView::selectionFormula(const Node &node) const
 
 void CheckedOutView::find(clsTools &search, const QString &pattern) const
 {
-    int number = 0;
-    search.addRows("SELECT Distinct Description FROM Tools WHERE Out=-1"
-                   " and Description LIKE "
-                       + pattern,
-                   [&](const Recordset &row) {
-                       ListItem item =
-                           ListItems::folder(ItemId{ItemId::description, ++number}.itemKey(), row.text(u"Description"));
-                       item.path = "Tools\\" + item.text;
-                       return item;
-                   });
-    search.addRows(ListItems::toolsOut + " AND Tools.Description LIKE " + pattern, [](const Recordset &row) {
-        ListItem item = ListItems::toolOut(row);
+    const auto inTools = [](ListItem item) {
         item.path = "Tools\\" + item.text;
         return item;
-    });
+    };
+    int number = 0;
+    search.addRows(descriptionsOut + " and Description LIKE " + pattern,
+                   [&](const Recordset &row) { return inTools(descriptionItem(++number, row)); });
+    search.addRows(toolsOut + " AND Tools.Description LIKE " + pattern,
+                   [&](const Recordset &row) { return inTools(toolOut(row)); });
 }

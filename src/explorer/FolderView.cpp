@@ -2,14 +2,12 @@
 
 #include "catalogue/FolderDeletion.h"
 #include "catalogue/FolderMove.h"
-#include "db/Literals.h"
 #include "db/Session.h"
 #include "explorer/ListItems.h"
 #include "explorer/Panes.h"
 #include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
-#include "platform/text/Numbers.h"
 #include "queries/QueryKind.h"
 #include "transactions/AtomicChange.h"
 
@@ -54,6 +52,21 @@ const QString toolsOut = QStringLiteral("SELECT Tools.*, Locations.description a
                                         " WHERE CheckOutIn.tool_id=Tools.id"
                                         " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
                                         " AND CheckOutIn.active=true and tools.out=true");
+
+ListItem toolItem(const Recordset &row, bool out)
+{
+    const QString id = row.text(u"ID");
+    return {.key = out ? "co" + id : "r" + id,
+            .text = row.text(u"Description"),
+            .icon = out ? ItemIcon::toolOut : ItemIcon::toolInStock,
+            .subItems = {row.text(u"PartNumber"), ListItems::elsewhere(row.text(u"typedesc")),
+                         ListItems::elsewhere(row.text(u"locdesc")), row.text(u"Manufacturer"),
+                         out ? row.text(u"Employee") : QString()}};
+}
+
+ListItem inStock(const Recordset &row) { return toolItem(row, false); }
+
+ListItem out(const Recordset &row) { return toolItem(row, true); }
 
 View::Row rowOf(clsTools::Kind kind)
 {
@@ -151,11 +164,9 @@ void FolderView::fillList(Panes &panes, const Node *node) const
         });
     if (!node->parent)
         return;
-    panes.addRows(toolsInStock + m_names.ofFolder + id,
-                  [](const Recordset &row) { return ListItems::tool(row, false); });
-    panes.addRows(toolsOut + m_names.ofFolder + id, [](const Recordset &row) { return ListItems::tool(row, true); });
-    ListItems::addOutWithoutLoan(panes, m_names.ofFolder + id,
-                                 [](const Recordset &row) { return ListItems::tool(row, true); });
+    panes.addRows(toolsInStock + m_names.ofFolder + id, inStock);
+    panes.addRows(toolsOut + m_names.ofFolder + id, out);
+    ListItems::addOutWithoutLoan(panes, m_names.ofFolder + id, out);
 }
 
 QString FolderView::popUpOf(const ListItem &item) const

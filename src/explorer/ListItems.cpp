@@ -5,16 +5,6 @@
 #include "explorer/Panes.h"
 #include "platform/gui/Icons.h"
 
-const QString ListItems::toolsOut = QStringLiteral("SELECT Tools.*, Locations.description as locdesc,"
-                                                   " Types.description as typedesc,"
-                                                   " CheckOutIn.Employee,CheckOutIn.DateOut,"
-                                                   " Employee.LastName,Employee.FirstName"
-                                                   " FROM CheckOutIn, Tools, Locations, Types,Employee"
-                                                   " WHERE CheckOutIn.tool_id=Tools.id"
-                                                   " AND CheckOutIn.employee=Employee.EmpId"
-                                                   " AND Tools.location=Locations.ID AND Tools.type=Types.ID"
-                                                   " AND CheckOutIn.active=true and tools.out=true");
-
 ItemPicture ListItems::picture(int number)
 {
     switch (number) {
@@ -38,25 +28,6 @@ QString ListItems::personName(const Recordset &row) { return row.text(u"LastName
 ListItem ListItems::folder(const QString &key, const QString &text)
 {
     return {.key = key, .text = text, .icon = ItemIcon::folder};
-}
-
-ListItem ListItems::tool(const Recordset &row, bool out)
-{
-    const QString id = row.text(u"ID");
-    return {.key = out ? "co" + id : "r" + id,
-            .text = row.text(u"Description"),
-            .icon = out ? ItemIcon::toolOut : ItemIcon::toolInStock,
-            .subItems = {row.text(u"PartNumber"), elsewhere(row.text(u"typedesc")), elsewhere(row.text(u"locdesc")),
-                         row.text(u"Manufacturer"), out ? row.text(u"Employee") : QString()}};
-}
-
-ListItem ListItems::toolOut(const Recordset &row)
-{
-    return {.key = "co" + row.text(u"ID"),
-            .text = row.text(u"Description"),
-            .icon = ItemIcon::toolOut,
-            .subItems = {row.text(u"PartNumber"), personName(row), row.text(u"DateOut"),
-                         elsewhere(row.text(u"typedesc")), elsewhere(row.text(u"locdesc"))}};
 }
 
 void ListItems::addOutWithoutLoan(Panes &panes, const QString &condition, ListItem (*itemOf)(const Recordset &row))

@@ -17,13 +17,6 @@ QString elsewhere(const QString &folder);
 QString personName(const Recordset &row);
 
 ListItem folder(const QString &key, const QString &text);
-/// Tools of a folder, in the crib or out.
-ListItem tool(const Recordset &row, bool out);
-/// A tool that is out, with who has it since when.
-ListItem toolOut(const Recordset &row);
-
-/// Statement of the tools that are out with who has them, up to the condition that narrows them down.
-extern const QString toolsOut;
 
 /// Tools can be flagged as out without a loan that says who has them, after another program was cut off half-way or an
 /// employee was deleted. Adds those that meet `condition` and are not listed, so that they can be taken back.

@@ -9,7 +9,6 @@
 #include "explorer/frmTree.h"
 #include "explorer/frmTreeSelect.h"
 #include "platform/gui/MsgBox.h"
-#include "platform/gui/UserAction.h"
 #include "queries/QueryForm.h"
 #include "reports/ReportRun.h"
 #include "transactions/frmScrap.h"
