@@ -5,7 +5,8 @@
 
 #include "ui_SpareFolderList.h"
 
-/// The list windows of storage locations and tool types, `frmLocation` and `frmType`: all folders of a tree by name.
+/// The list windows of storage locations and tool types, `frmLocation` and `frmType`: all folders of a tree by name. No
+/// menu opens them; folders are edited in the explorer.
 class SpareFolderList : public QDialog
 {
     Q_OBJECT
