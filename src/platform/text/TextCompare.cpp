@@ -61,11 +61,9 @@ char32_t withoutAccent(char32_t character)
 
 char32_t nextBaseWeight(Characters &text)
 {
-    while (text.hasNext()) {
-        const char32_t base = withoutAccent(QChar::toCaseFolded(text.next()));
-        if (QChar::category(base) != QChar::Mark_NonSpacing)
-            return weight(base);
-    }
+    while (text.hasNext())
+        if (const char32_t found = baseWeight(text.next()))
+            return found;
     return endOfText;
 }
 
@@ -122,6 +120,12 @@ QString mapped(QString text)
     return result;
 }
 
+}
+
+char32_t baseWeight(char32_t character)
+{
+    const char32_t base = withoutAccent(QChar::toCaseFolded(character));
+    return QChar::category(base) == QChar::Mark_NonSpacing ? 0 : weight(base);
 }
 
 int compareText(QStringView a, QStringView b)

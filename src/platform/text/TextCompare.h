@@ -13,6 +13,10 @@ int compareText(QStringView a, QStringView b);
 /// The same over UTF-8.
 int compareText(std::string_view a, std::string_view b);
 
+/// What compareText() compares first of a character, 0 for an accent that stands by itself: one more than its base
+/// letter without case, and in the bits from 21 on 0 for marks, 1 for digits, 2 for letters.
+char32_t baseWeight(char32_t character);
+
 /// `text` in the form in which texts that differ in case only are the same. One character stays one
 /// character, which patterns with single-character wildcards rely on.
 QString foldCase(QString text);
