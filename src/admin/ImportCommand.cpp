@@ -81,7 +81,7 @@ int runImport(const QCommandLineParser &arguments, QTextStream &out)
             });
             import.copy();
             import.compare();
-            report = import.report();
+            report = inQuotes(oldName) + "and '" + newName + "' hold the same.\n\n" + import.report();
             isNoted = !import.notes().isEmpty();
         }
         requireNotInUse(oldFile);
@@ -97,9 +97,10 @@ int runImport(const QCommandLineParser &arguments, QTextStream &out)
         return isNoted ? ImportStatus::WithNotes : ImportStatus::Imported;
     } catch (const JetError &error) {
         const int status = error.cause() == JetError::Damaged ? ImportStatus::Damaged : ImportStatus::NotReadable;
-        throw Refusal(status, inQuotes(oldName) + error.text() + '.');
+        throw Refusal(status, inQuotes(oldName) + error.text().simplified() + '.');
     } catch (const Refusal &refusal) {
-        throw Refusal(refusal.status(), inQuotes(oldName) + refusal.sentence() + '.');
+        // A text of the file that it names may have lines.
+        throw Refusal(refusal.status(), inQuotes(oldName) + refusal.sentence().simplified() + '.');
     } catch (const EngineError &error) {
         throw Refusal(ImportStatus::CannotWrite, inQuotes(newName) + "cannot be written: " + error.text());
     }

@@ -8,8 +8,10 @@
 namespace {
 
 constexpr qint64 moneyUnits = 10'000;
-constexpr qsizetype longestStatement = 100'000;
-constexpr int rowsAtATime = 1000;
+constexpr qsizetype longestStatement = 200'000;
+constexpr int rowsAtATime = 500;
+// Rows come one after the other and are seldom looked at again.
+const QString smallCache = "PRAGMA cache_size = -6144";
 
 QString quotedName(const QString &name) { return '"' + QString(name).replace('"', "\"\"") + '"'; }
 
@@ -90,6 +92,7 @@ JetValue asAppended(const Value &value, ImportKind kind)
 
 NewCrib::NewCrib(Database &database, const std::vector<ImportTable> &tables) : m_database(database)
 {
+    database.executeNative(smallCache);
     Schema::create(database);
     // The old file brings its own kinds of charge and reports.
     QString statements = "DELETE FROM LineItemType; DELETE FROM Reports;";

@@ -127,6 +127,31 @@ QString asText(const JetValue &value)
     return std::holds_alternative<QByteArray>(value) ? "bytes" : "nothing";
 }
 
+/// Numbers that have been met. They are mostly small and many, and then take a bit each.
+class NumberSet
+{
+public:
+    /// @returns whether it is a new one.
+    bool insert(qint64 number)
+    {
+        if (number < 0 || number >= mostBits) {
+            const qsizetype before = m_others.size();
+            m_others.insert(number);
+            return m_others.size() > before;
+        }
+        if (size_t(number) >= m_bits.size())
+            m_bits.resize(std::max<size_t>(number + 1, 2 * m_bits.size()));
+        const bool isNew = !m_bits[number];
+        m_bits[number] = true;
+        return isNew;
+    }
+
+private:
+    static constexpr qint64 mostBits = 1 << 24;
+    std::vector<bool> m_bits;
+    QSet<qint64> m_others;
+};
+
 /// Why a value cannot go into its column: what stands behind the column's name.
 struct Misfit {
     QString words;
@@ -272,35 +297,29 @@ void OldCrib::read(const ImportTable &table, const std::function<void(const std:
     if (!table.source)
         return;
     std::vector<JetValue> values(table.columns.size());
-    QSet<qint64> keys;
+    NumberSet keys;
     qint64 rowNumber = 0;
     m_file.read(*table.source, [&](const std::vector<JetValue> &row) {
         ++rowNumber;
-        for (size_t i = 0; i < values.size(); ++i) {
-            const ImportColumn &column = table.columns[i];
-            const auto refuse = [&](const QString &words) {
-                const auto *key = i > 0 ? std::get_if<qint64>(&values[0]) : nullptr;
-                const QString named = key && table.columns[0].isKey
-                    ? QString(" (%1 %2)").arg(table.columns[0].name).arg(*key)
-                    : QString();
-                throw Refusal(ImportStatus::Content,
-                              QString("cannot be imported as it is: %1.%2 %3 in row %4%5")
-                                  .arg(table.name, column.name, words, QString::number(rowNumber), named));
-            };
-            try {
-                values[i] = column.source >= 0
-                    ? converted(row[column.source], table.source->columns[column.source].type, table, column)
-                    : column.kind == ImportKind::YesNo ? JetValue(qint64(0))
-                                                       : JetValue();
-            } catch (const Misfit &misfit) {
-                refuse(misfit.words);
+        size_t at = 0;
+        try {
+            for (; at < values.size(); ++at) {
+                const ImportColumn &column = table.columns[at];
+                if (column.source >= 0)
+                    values[at] =
+                        converted(row[column.source], table.source->columns[column.source].type, table, column);
+                else if (column.kind == ImportKind::YesNo)
+                    values[at] = qint64(0);
+                if (column.isKey && !keys.insert(std::get<qint64>(values[at])))
+                    throw Misfit{"has the number " + asText(values[at]) + " a second time"};
             }
-            if (!column.isKey)
-                continue;
-            const qint64 key = std::get<qint64>(values[i]);
-            if (keys.contains(key))
-                refuse(QString("has the number %1 a second time").arg(key));
-            keys.insert(key);
+        } catch (const Misfit &misfit) {
+            const bool isNumbered = at > 0 && table.columns[0].isKey;
+            throw Refusal(
+                ImportStatus::Content,
+                "cannot be imported as it is: " + table.name + '.' + table.columns[at].name + ' ' + misfit.words
+                    + " in row " + QString::number(rowNumber)
+                    + (isNumbered ? " (" + table.columns[0].name + ' ' + asText(values[0]) + ')' : QString()));
         }
         visit(values);
     });
