@@ -2,5 +2,5 @@
 
 #include "platform/engine/Database.h"
 
-/// What `vorlane-admin check` finds in a file, a sentence each.
+/// What `vorlane-admin check` finds in the rows of a sound file, a sentence each.
 QStringList faultsIn(Database &database);

@@ -21,6 +21,11 @@ public:
     void run()
     {
         checkFile();
+        checkContent();
+    }
+
+    void checkContent()
+    {
         checkTables();
         if (m_found > 0)
             return; // The rows of such a file tell nothing.
@@ -181,7 +186,7 @@ QStringList faultsIn(Database &database)
 {
     Checker checker(database, false);
     const ReadScope scope(database);
-    checker.run();
+    checker.checkContent();
     return checker.lines();
 }
 

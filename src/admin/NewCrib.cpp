@@ -52,21 +52,29 @@ QString literal(double fraction)
     return text;
 }
 
-QString literal(const QByteArray &bytes) { return "X'" + QString::fromLatin1(bytes.toHex()) + '\''; }
+QString blobLiteral(const QByteArray &bytes) { return "X'" + QString::fromLatin1(bytes.toHex()) + '\''; }
 
-QString literal(const JetValue &value, ImportKind kind)
+void appendLiteral(QString &statement, const JetValue &value, ImportKind kind)
 {
-    if (const auto *number = std::get_if<qint64>(&value))
-        return kind == ImportKind::Money ? QString("(%1/%2.0)").arg(*number).arg(moneyUnits) : QString::number(*number);
-    if (const auto *text = std::get_if<QString>(&value)) {
+    if (const auto *number = std::get_if<qint64>(&value)) {
+        statement += QString::number(*number);
+        if (kind == ImportKind::Money)
+            statement += QString("/%1.0").arg(moneyUnits);
+    } else if (const auto *text = std::get_if<QString>(&value)) {
         // A statement ends at a character of the code 0.
-        return text->contains(QChar(0)) ? "CAST(" + literal(text->toUtf8()) + " AS TEXT)" : quoted(*text);
+        if (text->contains(QChar(0)))
+            statement += "CAST(" + blobLiteral(text->toUtf8()) + " AS TEXT)";
+        else if (text->contains('\''))
+            statement += quoted(*text);
+        else
+            statement += '\'' + *text + '\'';
+    } else if (const auto *fraction = std::get_if<double>(&value)) {
+        statement += literal(*fraction);
+    } else if (const auto *bytes = std::get_if<QByteArray>(&value)) {
+        statement += blobLiteral(*bytes);
+    } else {
+        statement += "NULL";
     }
-    if (const auto *fraction = std::get_if<double>(&value))
-        return literal(*fraction);
-    if (const auto *bytes = std::get_if<QByteArray>(&value))
-        return literal(*bytes);
-    return "NULL";
 }
 
 JetValue asAppended(const Value &value, ImportKind kind)
@@ -95,7 +103,7 @@ NewCrib::NewCrib(Database &database, const std::vector<ImportTable> &tables) : m
     database.executeNative(smallCache);
     Schema::create(database);
     // The old file brings its own kinds of charge and reports.
-    QString statements = "DELETE FROM LineItemType; DELETE FROM Reports;";
+    QString statements = "BEGIN; DELETE FROM LineItemType; DELETE FROM Reports;";
     for (const ImportTable &table : tables) {
         QStringList others;
         for (const ImportColumn &column : table.columns) {
@@ -107,7 +115,7 @@ NewCrib::NewCrib(Database &database, const std::vector<ImportTable> &tables) : m
         for (const QString &other : table.isOurs ? others : QStringList())
             statements += QString("ALTER TABLE %1 ADD COLUMN %2;").arg(quotedName(table.name), other);
     }
-    database.executeNative(statements);
+    database.executeNative(statements + "COMMIT");
 }
 
 void NewCrib::append(const ImportTable &table, const std::vector<JetValue> &row)
@@ -119,7 +127,7 @@ void NewCrib::append(const ImportTable &table, const std::vector<JetValue> &row)
     for (size_t i = 0; i < row.size(); ++i) {
         if (i > 0)
             m_rows += ',';
-        m_rows += literal(row[i], table.columns[i].kind);
+        appendLiteral(m_rows, row[i], table.columns[i].kind);
     }
     m_rows += ')';
     if (m_rows.size() > longestStatement)

@@ -213,6 +213,9 @@ void OldCrib::matchTables()
     for (const JetTable &other : m_file.tables()) {
         if (taken.contains(&other))
             continue;
+        if (other.name.startsWith("sqlite_", Qt::CaseInsensitive))
+            throw Refusal(ImportStatus::Content,
+                          "has a table " + other.name + "; a new database keeps such names for itself");
         m_tables.push_back({.name = other.name, .source = &other, .isOurs = false, .columns = {}});
         matchColumns(m_tables.back(), missing);
         m_notes << "The table " + other.name + " is not the program's; it was copied as it is.";

@@ -111,7 +111,8 @@ class Jet:
                 out, wide = out + b"\0", not wide
             out += c.encode("utf-16-le") if wide else c.encode("latin-1")
         unpacked = text.encode("utf-16-le")
-        return out if len(out) < len(unpacked) and "\0" not in text else unpacked
+        is_plain = all(ord(c) & 255 for c in text)  # Otherwise a zero would be taken for a change.
+        return out if len(out) < len(unpacked) and is_plain else unpacked
 
     def long_value(self, body):
         """The head of a memo, with the memo behind it, on a page, or in a chain of pages."""

@@ -70,6 +70,12 @@ int widthOf(JetType type)
     }
 }
 
+void requireName(const QString &name)
+{
+    if (name.isEmpty() || std::ranges::any_of(name, [](QChar c) { return c < u' '; }))
+        throw JetError::damaged("something in it has the impossible name \"" + name + '"');
+}
+
 int columnCalled(const JetTable &table, const QString &name)
 {
     const auto found = std::ranges::find(table.columns, name, &JetColumn::name);
@@ -152,6 +158,7 @@ QByteArray JetFile::definitionBytes(quint32 page)
 
 JetTable JetFile::definition(quint32 page, const QString &name)
 {
+    requireName(name);
     const DefinitionLayout &layout = isJet3() ? jet3Definition : jet4Definition;
     const QByteArray all = definitionBytes(page);
     const Bytes bytes(all);
@@ -183,6 +190,7 @@ JetTable JetFile::definition(quint32 page, const QString &name)
                                  .offset = entry.word(layout.offset),
                                  .size = width > 0 ? width : entry.word(layout.size)});
         nameAt += lengthSize + length;
+        requireName(table.columns.back().name);
         if (!names.insert(table.columns.back().name.toCaseFolded()).second)
             throw JetError::damaged("the table " + name + " has a column twice");
     }

@@ -32,6 +32,8 @@ QString JetText::decoded(const Bytes &bytes)
 QString JetText::unicode(const Bytes &bytes)
 {
     const bool isMarked = bytes.size() >= 2 && bytes.word(0) == 0xfeff;
+    if (isMarked && !bytes.view().contains('\0'))
+        return QString::fromLatin1(bytes.from(2).view());
     QString text;
     text.reserve(bytes.size());
     bool isCompressed = isMarked;
