@@ -21,7 +21,7 @@ QString withThousands(qint64 number) { return QLocale::c().toString(number); }
 QString moneyText(qint64 tenThousandths)
 {
     const int places = tenThousandths % 100 == 0 ? 2 : 4;
-    return QLocale::c().toString(tenThousandths / 10'000.0, 'f', places);
+    return QLocale::c().toString(tenThousandths / double(moneyUnits), 'f', places);
 }
 
 QString line(const QString &label, const QString &figure)

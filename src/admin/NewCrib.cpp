@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr qint64 moneyUnits = 10'000;
 constexpr qsizetype longestStatement = 200'000;
 constexpr int rowsAtATime = 500;
 // Rows come one after the other and are seldom looked at again.

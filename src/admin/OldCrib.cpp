@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr qint64 moneyUnits = 10'000;
 // Above that a stored amount no longer has its fourth place.
 constexpr qint64 highestMoney = 1LL << 53;
 

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "admin/ImportStatus.h"
 #include "platform/jet/JetFile.h"
 
 #include <QSet>
 
 #include <map>
 
-/// What a column of the new database holds, and how its values are counted: yes/no as -1 or 0, money in
+/// What a column of the new database holds, and how its values are handed over: yes/no as -1 or 0, money in
 /// ten-thousandths, a date as its stored text.
 enum class ImportKind { Number, YesNo, Money, Date, Text, Fraction, Bytes };
+
+/// Of money in one of its whole units.
+inline constexpr qint64 moneyUnits = 10'000;
 
 struct ImportColumn {
     QString name;
@@ -57,8 +61,3 @@ private:
     QStringList m_notes;
     std::map<QString, int> m_respelled; ///< by column: texts in it that are numbers, but not as we would write them
 };
-
-/// Exit statuses of the import.
-namespace ImportStatus {
-enum : int { Imported, WithNotes, Usage, NotReadable, Damaged, Content, CannotWrite, Differs };
-}
