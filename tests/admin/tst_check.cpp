@@ -43,9 +43,6 @@ private slots:
 
     void findsAndMends_data()
     {
-        columns<QString, QString>("fault", "finding");
-        QTest::addColumn<QString>("mended"); // empty where a person must decide
-        columns<QString, QString>("proof", "expected");
         const auto mended = [](const char *fault, const char *finding, const char *mended, const char *proof,
                                const char *expected) { row(finding, fault, finding, mended, proof, expected); };
         const auto left = [](const char *fault, const char *finding) { row(finding, fault, finding, "", "", ""); };
@@ -113,8 +110,7 @@ private slots:
 
     void findsAndMends()
     {
-        const auto [fault, finding, mended, proof] =
-            fetched<QString, QString, QString, QString>("fault", "finding", "mended", "proof");
+        const auto [fault, finding, mended, proof, expected] = fetched<QString, QString, QString, QString, QString>();
         change(fault);
         const QByteArray before = contentOf(m_file);
 
@@ -132,7 +128,7 @@ private slots:
         }
         QCOMPARE(fixed.out, finding + ' ' + mended + "\nFaults found: 1. Mended: 1. Left: 0.\n");
         QCOMPARE(fixed.status, 0);
-        QTEST(value(proof), "expected");
+        QCOMPARE(value(proof), expected);
         QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
     }
 

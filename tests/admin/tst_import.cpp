@@ -18,7 +18,6 @@ private slots:
 
     void everythingArrives_data()
     {
-        columns<QStringList>("made");
         row("Jet 3", QStringList{"--version", "3"});
         row("Jet 4", QStringList{});
         row("encrypted, with a password", QStringList{"--key", "1234abcd", "--password", "Geheim ß"});
@@ -28,7 +27,7 @@ private slots:
 
     void everythingArrives()
     {
-        QFETCH(QStringList, made);
+        const auto [made] = fetched<QStringList>();
         const AdminRun run = imported(made + QStringList{"Tools@77", "Scrap@9"}, {"--report", path("report.txt")});
         QVERIFY2(run.status == 1, qPrintable(run.errors));
         QCOMPARE(contentOf(path("report.txt")), run.out.toUtf8());
@@ -69,7 +68,6 @@ private slots:
 
     void refuses_data()
     {
-        columns<QStringList, int, QString>("made", "status", "words");
         const auto refused = [](const char *words, int status, const QStringList &made) {
             row(words, made, status, words);
         };
@@ -95,10 +93,9 @@ private slots:
 
     void refuses()
     {
-        QFETCH(QStringList, made);
+        const auto [made, status, words] = fetched<QStringList, int, QString>();
         const AdminRun run = imported(made);
-        QTEST(run.status, "status");
-        QFETCH(QString, words);
+        QCOMPARE(run.status, status);
         QVERIFY2(run.errors.contains(words) && run.errors.startsWith('\'' + path("old.mdb") + "' "),
                  qPrintable(run.errors));
         QCOMPARE(files(), QStringList{"old.mdb"});

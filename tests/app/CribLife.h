@@ -1,10 +1,7 @@
 #pragma once
 
-#include "catalogue/FolderEditor.h"
-#include "common/ProgramState.h"
-#include "db/Session.h"
 #include "explorer/clsTools.h"
-#include "explorer/frmTree.h"
+#include "tests/support/CribExplorer.h"
 #include "transactions/ScrapPurge.h"
 #include "transactions/frmCheckIn.h"
 #include "transactions/frmCheckOut.h"
@@ -15,7 +12,7 @@
 
 /// Does what attendants do all day, through the windows that they use, as a generator of random numbers decides. The
 /// same seed gives the same day.
-class CribLife
+class CribLife : private ExplorerUser
 {
 public:
     explicit CribLife(unsigned seed) : m_random(seed) { }
@@ -31,73 +28,55 @@ public:
     bool act(Operation operation)
     {
         switch (operation) {
-        case lend: {
-            if (!goToItem("Select ID,Type from Tools where out=0", 0, "l", "r"))
+        case lend:
+            if (!goToTool(false, 0))
                 return false;
-            frmCheckOut &form = frmCheckOut::instance();
-            choosePerson(form.ui.dbcEmp, form.ui.dbcJobType, form.ui.dbcJob);
-            form.ui.cmdOK->click();
+            choosePerson(frmCheckOut::instance().ui);
+            frmCheckOut::instance().ui.cmdOK->click();
             frmCheckOut::unload();
             return true;
-        }
-        case take: {
-            if (!goToItem("Select ID,Location from Tools where out=-1", 1, "l", "co"))
+        case take:
+            if (!goToTool(true, 1))
                 return false;
             frmCheckIn::instance().ui.cmdOk->click();
             frmCheckIn::unload();
             return true;
-        }
         case scrap: {
             const bool out = pick(2);
-            if (!goToItem(out ? "Select ID,Type from Tools where out=-1" : "Select ID,Type from Tools where out=0", 0,
-                          "l", out ? "co" : "r"))
+            if (!goToTool(out, 0))
                 return false;
-            frmScrap &form = frmScrap::instance();
+            const auto &ui = frmScrap::instance().ui;
             if (!out)
-                choosePerson(form.ui.dbcEmp, form.ui.dbcJobType, form.ui.dbcJob);
-            form.ui.dbcScrapReason->setText(pick(3) ? "Broken" : "lost");
-            form.ui.cmdOK->click();
+                choosePerson(ui);
+            ui.dbcScrapReason->setText(pick(3) ? "Broken" : "lost");
+            ui.cmdOK->click();
             frmScrap::unload();
             return true;
         }
-        case restore: {
+        case restore:
             if (!goToItem("Select ID,JobOrOH from Scrap", 3, "C", "j"))
                 return false;
             frmScrapRestore::instance().ui.cmdRestore->click();
             frmScrapRestore::unload();
             return true;
+        case purge: { // now and then, or nothing is left in the end
+            const QStringList record = pick(4) ? QStringList() : anyRow("Select ID from Scrap");
+            return !record.isEmpty() && MainSubs::PurgeScrapped("Tool", record[0].toInt());
         }
-        case purge: {
-            if (pick(4) > 0) // or nothing is left in the end
+        case move:
+            if (!goToTool(false, 1))
                 return false;
-            const Recordset rows = openRecordset("Select ID from Scrap");
-            if (rows.isEmpty())
-                return false;
-            return MainSubs::PurgeScrapped("Tool", qint32(rows.at(pick(rows.recordCount()), 0).toInteger()));
-        }
-        case move: {
-            if (!goToItem("Select ID,Location from Tools where out=0", 1, "l", "r"))
-                return false;
-            const Recordset targets = openRecordset("Select ID from Locations");
-            TreePane *tree = explorer().ui.tvMain;
-            tree->setDropHighlight(tree->nodes().find("l" + targets.at(pick(targets.recordCount()), 0).toText()));
-            explorer().ui.lstToolList->DragArmed = true;
-            emit tree->itemsDropped();
+            tree()->setDropHighlight(node("l" + anyRow("Select ID from Locations")[0]));
+            list()->DragArmed = true;
+            emit tree()->itemsDropped();
             return true;
-        }
         case rename:
             execute(
                 QStringLiteral("UPDATE types SET  description='Type %1' WHERE id=%2").arg(m_random()).arg(pick(3) + 1));
             return true;
         case remove: {
-            if (pick(8) > 0)
-                return false;
-            const Recordset tools = openRecordset("Select ID from Tools where out=0");
-            if (tools.recordCount() < 20)
-                return false;
-            return clsTools()
-                .Delete(clsTools::Kind::types, {}, {qint32(tools.at(pick(tools.recordCount()), 0).toInteger())})
-                .isEmpty();
+            const QStringList tool = pick(16) ? QStringList() : anyRow("Select ID from Tools where out=0");
+            return !tool.isEmpty() && clsTools().Delete(clsTools::Kind::types, {}, {tool[0].toInt()}).isEmpty();
         }
         case operations:
             break;
@@ -107,47 +86,49 @@ public:
 
 private:
     int pick(int count) { return int(m_random() % unsigned(count)); }
-    frmTree &explorer() { return frmTree::instance(); }
 
-    void show(int option)
+    /// The fields of a random row; nothing where there is none.
+    QStringList anyRow(const QString &statement)
     {
-        auto *button = explorer().findChild<QRadioButton *>(QStringLiteral("optMode%1").arg(option));
-        if (button->isChecked())
-            explorer().rebuildView();
-        else
-            button->click();
-        explorer().ui.tvMain->expandAll();
+        const Recordset rows = openRecordset(statement);
+        QStringList fields;
+        const int row = rows.isEmpty() ? 0 : pick(rows.recordCount());
+        for (int column = 0; !rows.isEmpty() && column < rows.fieldCount(); ++column)
+            fields.append(rows.at(row, column).toText());
+        return fields;
+    }
+
+    bool goToTool(bool out, int option)
+    {
+        const QString statement = "Select ID,%1 from Tools where out=%2";
+        return goToItem(statement.arg(option ? "Location" : "Type").arg(-out), option, "l", out ? "co" : "r");
     }
 
     /// Selects the list item of a random row of `statement`, whose first field is its number, the second its node's.
-    bool goToItem(const QString &statement, int option, const QString &node, const QString &prefix)
+    bool goToItem(const QString &statement, int option, const QString &nodePrefix, const QString &itemPrefix)
     {
-        const Recordset rows = openRecordset(statement);
-        if (rows.isEmpty())
+        const QStringList found = anyRow(statement);
+        if (found.isEmpty())
             return false;
-        const int row = pick(rows.recordCount());
-        show(option);
-        TreePane *tree = explorer().ui.tvMain;
-        KeyedTree::Node *found = tree->nodes().find(node + rows.at(row, 1).toText());
-        if (!found)
+        view(option);
+        explorer().rebuildView();
+        tree()->expandAll();
+        if (!node(nodePrefix + found[1]))
             return false;
-        tree->selectNode(found);
-        emit tree->nodeClicked(found);
-        if (!explorer().selectItem(prefix + rows.at(row, 0).toText()))
+        go(nodePrefix + found[1]);
+        if (!explorer().selectItem(itemPrefix + found[0]))
             return false;
         if (others)
             others();
         return true;
     }
 
-    void choosePerson(BoundCombo *dbcEmp, BoundCombo *dbcJobType, BoundCombo *dbcJob)
+    template<typename Ui>
+    void choosePerson(const Ui &ui)
     {
-        choose(dbcEmp, pick(dbcEmp->count()));
-        choose(dbcJobType, pick(dbcJobType->count()));
-        choose(dbcJob, pick(dbcJob->count()));
+        for (BoundCombo *box : {ui.dbcEmp, ui.dbcJobType, ui.dbcJob})
+            box->setCurrentIndex(pick(box->count()));
     }
-
-    static void choose(BoundCombo *box, int row) { box->setCurrentIndex(row); }
 
     std::mt19937 m_random;
 };

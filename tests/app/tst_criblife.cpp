@@ -1,8 +1,5 @@
 #include "platform/gui/UserAction.h"
 #include "tests/app/CribLife.h"
-#include "tests/support/CribExplorer.h"
-#include "tests/support/DataRows.h"
-#include "tests/support/ScriptedUser.h"
 
 #include <QProcess>
 
@@ -106,12 +103,6 @@ private slots:
         explorer().Startup(false);
     }
 
-    void cleanup()
-    {
-        m_crib.reset();
-        ProgramState::SuiteInstalled = false;
-    }
-
     void invariantsHoldThroughAllOperations()
     {
         constexpr int steps = 2000;
@@ -151,19 +142,18 @@ private slots:
 
     void nothingIsLostWhenTheFileCannotBeWritten_data()
     {
-        columns<bool, int>("locked", "operation");
-        const std::pair<const char *, CribLife::Operation> operations[] = {
-            {"lending", CribLife::lend},      {"taking back", CribLife::take}, {"scrapping", CribLife::scrap},
-            {"restoring", CribLife::restore}, {"moving", CribLife::move},
-        };
-        for (const auto &[name, operation] : operations)
+        for (const auto &[name, operation] : {std::pair("lending", CribLife::lend),
+                                              {"taking back", CribLife::take},
+                                              {"scrapping", CribLife::scrap},
+                                              {"restoring", CribLife::restore},
+                                              {"moving", CribLife::move}})
             for (const bool locked : {true, false})
-                QTest::addRow("%s, %s", name, locked ? "file locked" : "disk full") << locked << int(operation);
+                row(qPrintable(QString(name) + (locked ? ", file locked" : ", disk full")), locked, operation);
     }
 
     void nothingIsLostWhenTheFileCannotBeWritten()
     {
-        const auto [locked, operation] = fetched<bool, int>("locked", "operation");
+        const auto [locked, operation] = fetched<bool, int>();
         CribLife life(7);
         AgreeableUser user;
         Session::database().executeNative("PRAGMA synchronous=OFF");

@@ -1,9 +1,6 @@
 #include "catalogue/FolderEditor.h"
 #include "catalogue/SpareFolderList.h"
 #include "tests/support/CribWithTool.h"
-#include "tests/support/DataRows.h"
-#include "tests/support/ModelTexts.h"
-#include "tests/support/ScriptedUser.h"
 
 /// The lists of types and locations, and the editor of both.
 class TestFolders : public QObject
@@ -18,11 +15,8 @@ private slots:
         crib->insert("Locations (Description,Parent)", {"'Attic',0"});
     }
 
-    void cleanup() { crib.reset(); }
-
     void newFolders_data()
     {
-        columns<const FolderKind *, QString, QString, QString>("kind", "taken", "number", "duplicate");
         row("locations", &FolderKind::location, " cabinet\n b ", "You may not use a number for a Location!",
             "Locations may not be duplicated.");
         row("types", &FolderKind::type, "DRILLS", "You may not use a number for a Type!",
@@ -31,8 +25,7 @@ private slots:
 
     void newFolders()
     {
-        const auto [kind, taken, number, duplicate] =
-            fetched<const FolderKind *, QString, QString, QString>("kind", "taken", "number", "duplicate");
+        const auto [kind, taken, number, duplicate] = fetched<const FolderKind *, QString, QString, QString>();
         ScriptedUser user(QMessageBox::Ok, 4);
         whenModal<FolderEditor>([&](FolderEditor &form) {
             for (const QString &refused : QStringList{"1e3", "  ", "Hall\\Cabinet", taken}) {
@@ -73,7 +66,6 @@ private slots:
 
     void othersWereFaster_data()
     {
-        columns<QString, QString, QString>("mode", "meanwhile", "message");
         row("a new one below a folder that is gone", "New", "Delete from Locations where ID=2",
             "The Location was deleted meanwhile.");
         row("a rename of a folder that is gone", "Edit", "Delete from Locations where ID=2",
@@ -84,7 +76,7 @@ private slots:
 
     void othersWereFaster()
     {
-        const auto [mode, meanwhile] = fetched<QString, QString>("mode", "meanwhile");
+        const auto [mode, meanwhile, message] = fetched<QString, QString, QString>();
         crib->explorer.mode = "location";
         ScriptedUser user(QMessageBox::Ok);
         QStringList before;
@@ -95,21 +87,20 @@ private slots:
             form.ui.cmdOK->click();
         });
         QVERIFY(!FolderEditor::Startup(FolderKind::location, mode, 2, "Cabinet B", 2));
-        QTEST(user.texts().value(0), "message");
+        QCOMPARE(user.texts().value(0), message);
         QCOMPARE(crib->rows("Select * from Locations"), before);
         QCOMPARE(crib->explorer.calls, QStringList("rebuild view"));
     }
 
     void deletes_data()
     {
-        columns<const FolderKind *, QString>("kind", "refusal");
         row("locations", &FolderKind::location, "There are tools in the selected Location, it cannot be deleted!");
         row("types", &FolderKind::type, "There are tools in the selected Type (Group), it cannot be deleted!");
     }
 
     void deletes()
     {
-        const auto [kind, refusal] = fetched<const FolderKind *, QString>("kind", "refusal");
+        const auto [kind, refusal] = fetched<const FolderKind *, QString>();
         const QString question = "Deleting! (question): Delete Selected Item? [OK] [Cancel]*";
         ScriptedUser user(QMessageBox::Cancel);
         user.answers(QMessageBox::Ok, 4);
@@ -138,14 +129,15 @@ private slots:
     void otherErrorsBearTheirNumber()
     {
         ScriptedUser user(QMessageBox::Ok, 2);
+        Session::database().executeNative(
+            "CREATE TRIGGER keep BEFORE DELETE ON Types BEGIN SELECT RAISE(ABORT, 'kept'); END");
         whenModal<SpareFolderList>([&](SpareFolderList &form) {
-            const CribDatabase::OtherWriter other(*crib);
             QTest::mouseClick(form.ui.cmdDelete, Qt::LeftButton);
             QCOMPARE(form.ui.dblLocation->count(), 3);
         });
         SpareFolderList::showModal(FolderKind::type);
         const QString start =
-            "Error! (warning): An unknown error ocurred when trying to save the new Type!:  3260  Could not";
+            "Error! (warning): An unknown error ocurred when trying to save the new Type!:  3000  Reserved";
         QCOMPARE(user.boxes()[1].left(start.size()), start);
     }
 

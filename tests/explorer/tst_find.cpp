@@ -1,7 +1,5 @@
 #include "explorer/frmFind.h"
 #include "tests/support/CribExplorer.h"
-#include "tests/support/DataRows.h"
-#include "tests/support/ScriptedUser.h"
 
 /// The search and deletion service, and the find dialog that shows its hits.
 class TestFind : public QObject
@@ -26,11 +24,8 @@ private slots:
         explorer().Startup(false);
     }
 
-    void cleanup() { m_crib.reset(); }
-
     void findsInEachView_data()
     {
-        columns<QString, QString, QStringList>("mode", "text", "hits");
         row("whole descriptions only", "type", "torque", QStringList());
         row("folders before tools, in any case", "type", "*TORQUE*",
             QStringList({"t2 Tools\\Wrenches\\Torque wrenches",
@@ -49,8 +44,8 @@ private slots:
 
     void findsInEachView()
     {
-        const auto [mode, text] = fetched<QString, QString>("mode", "text");
-        QTEST(found(mode, text), "hits");
+        const auto [mode, text, hits] = fetched<QString, QString, QStringList>();
+        QCOMPARE(found(mode, text), hits);
     }
 
     void brokenChainsEndWithTheirMessage()
@@ -107,7 +102,6 @@ private slots:
 
     void goToLeadsToTheHit_data()
     {
-        columns<int, QString, QString, QString>("option", "text", "node", "item");
         row("a folder", 0, "Small torque wrenches", "l3", "");
         row("a tool in stock", 0, "Torque wrench", "l2", "r1");
         row("a tool that is out", 1, "Miller's wrench", "l3", "co2");
@@ -119,7 +113,7 @@ private slots:
 
     void goToLeadsToTheHit()
     {
-        const auto [option, text] = fetched<int, QString>("option", "text");
+        const auto [option, text, node, item] = fetched<int, QString, QString, QString>();
         m_crib->view(option);
         frmFind &find = openFind(text);
         find.ui.cmdStart->click();
@@ -131,8 +125,7 @@ private slots:
             user.answers(QMessageBox::Ok); // the apostrophe breaks that list
         find.ui.lstFind->setFocus();
         QTest::keyClick(find.ui.lstFind, Qt::Key_Return);
-        QTEST(m_crib->tree()->selectedNode()->key, "node");
-        QFETCH(QString, item);
+        QCOMPARE(m_crib->tree()->selectedNode()->key, node);
         QCOMPARE(explorer().selectedItem() ? explorer().selectedItem()->key : QString(), item);
     }
 

@@ -2,8 +2,6 @@
 #include "platform/reportengine/Report.h"
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/CribExplorer.h"
-#include "tests/support/DataRows.h"
-#include "tests/support/ScriptedUser.h"
 
 #include <QDrag>
 #include <QMimeData>
@@ -36,33 +34,23 @@ private slots:
         explorer().Startup(true);
     }
 
-    void cleanup() { m_crib.reset(); }
-
-    void treesOfTheFourViews_data()
-    {
-        columns<int, QString, QStringList>("option", "title", "nodes");
-        row("types, an orphan left out", 0, "Tool Types",
-            QStringList({"x0 Tools", ".l4 \u00c4xte", ".l3 Drills", ".l1 Wrenches", "..l2 Torque wrenches"}));
-        row("locations", 1, "Tool Locations",
-            QStringList({"x0 Tools", ".l1 Cabinet A", "..l3 Shelf 1", ".l2 Cabinet B"}));
-        row("checked out, one node for two alike", 2, "Tools Checked Out",
-            QStringList({"x0 Tools", ".l1 Open wrench 13", ".l2 Torque wrench"}));
-        row("scrap, in the order of the texts", 3, "Tools Scrapped",
-            QStringList({"x0 Tools", ".l4 Job", "..C1250 1250", "..C900 900", ".l5 Overhead", "..C11 Repair"}));
-    }
-
     void treesOfTheFourViews()
     {
-        QFETCH(int, option);
-        m_crib->view(option);
-        QTEST(m_crib->treeLines(m_crib->node("x0")), "nodes");
-        QTEST(explorer().ui.lblTree->text(), "title");
-        QVERIFY(!explorer().ui.pB->isVisible());
+        const std::pair<const char *, QStringList> trees[] = {
+            {"Tool Types", {"x0 Tools", ".l4 \u00c4xte", ".l3 Drills", ".l1 Wrenches", "..l2 Torque wrenches"}},
+            {"Tool Locations", {"x0 Tools", ".l1 Cabinet A", "..l3 Shelf 1", ".l2 Cabinet B"}},
+            {"Tools Checked Out", {"x0 Tools", ".l1 Open wrench 13", ".l2 Torque wrench"}},
+            {"Tools Scrapped", {"x0 Tools", ".l4 Job", "..C1250 1250", "..C900 900", ".l5 Overhead", "..C11 Repair"}}};
+        for (int option = 0; option < 4; ++option) {
+            m_crib->view(option);
+            QCOMPARE(explorer().ui.lblTree->text(), trees[option].first);
+            QCOMPARE(m_crib->treeLines(m_crib->node("x0")), trees[option].second);
+            QVERIFY(!explorer().ui.pB->isVisible());
+        }
     }
 
     void listsOfTheFourViews_data()
     {
-        columns<int, QString, QString, QStringList>("option", "node", "heading", "items");
         row("sub-types, in stock, out", 0, "l1", "Contents of 'Tools\\Wrenches'",
             QStringList({"t2|3|Torque wrenches", "r1|6|Open wrench 10|W-10|..\\Wrenches|..\\Cabinet A|Fenwick|",
                          "co2|1|Open wrench 13||..\\Wrenches|..\\Cabinet B||17"}));
@@ -82,20 +70,19 @@ private slots:
 
     void listsOfTheFourViews()
     {
-        const auto [option, node] = fetched<int, QString>("option", "node");
+        auto [option, node, heading, items] = fetched<int, QString, QString, QStringList>();
         m_crib->view(option);
         const qint64 scanned = Session::database().counters().fullScanSteps;
         m_crib->go(node);
         if (option < 2)
             QCOMPARE(Session::database().counters().fullScanSteps, scanned);
         QStringList lines = m_crib->listLines();
-        QFETCH(QStringList, items);
         if (option >= 2) { // these come in no order of their own
             lines.sort();
             items.sort();
         }
         QCOMPARE(lines, items);
-        QTEST(explorer().ui.lblList->text(), "heading");
+        QCOMPARE(explorer().ui.lblList->text(), heading);
         QCOMPARE(m_crib->list()->dragEnabled(), option < 2);
     }
 
@@ -170,7 +157,7 @@ private slots:
             {3, "x0", "s5", "l5"}, {3, "l4", "l900", "C900"}, {0, "l1", "r1", "l1"}, // a tool leads nowhere
         };
         for (const auto &[option, from, item, to] : ways) {
-            m_crib->goTo(option, from, {item});
+            m_crib->goTo(option, from, item);
             emit m_crib->list()->itemOpened();
             QCOMPARE(m_crib->tree()->selectedNode()->key, to);
         }
@@ -178,62 +165,77 @@ private slots:
 
     void moves_data()
     {
-        columns<int, QString, QStringList, QString, QStringList, QString>("option", "from", "items", "to", "messages",
-                                                                          "after"); // type, location, parent
-
-        const QString asBefore = "1 1 1";
+        // Type and location of tool 1, parent of type 2
+        const QString asBefore = "1|1|1";
         const QString refusal = "A node can't be made a child of its own children.";
-        row("tool and folder together", 0, "l1", QStringList({"r1", "t2"}), "l3",
-            QStringList("Move the items to Drills?"), "3 1 3");
-        row("a tool to another location", 1, "l1", QStringList("r1"), "l2", QStringList("Move the items to Cabinet B?"),
-            "1 2 1");
-        row("No moves nothing", 0, "l1", QStringList("r1"), "l4", QStringList("Move the items to \u00c4xte?"),
-            asBefore);
-        row("a tool that is out stays", 0, "l1", QStringList("co2"), "l3",
-            QStringList("You must Check In the tool before moving."), asBefore);
-        row("one that is out holds the others back", 0, "l1", QStringList({"co2", "r1"}), "l3",
-            QStringList("You must Check In the tool before moving."), asBefore);
-        row("a folder onto itself", 0, "x0", QStringList("t1"), "l1", QStringList(), asBefore);
-        row("a folder below itself", 0, "x0", QStringList("t1"), "l2", QStringList(refusal), asBefore);
-        row("a node under another one", 0, "l2", QStringList(), "l3", QStringList("Move the items to Drills?"),
-            "1 1 3");
-        row("a node to the top", 0, "l2", QStringList(), "x0", QStringList("Move the items to Tools?"), "1 1 0");
-        row("a node below itself", 0, "l1", QStringList(), "l2", QStringList(refusal), asBefore);
-        row("a node onto its own parent", 0, "l2", QStringList(), "l1", QStringList(), asBefore);
-        row("where it is", 0, "l1", QStringList("r1"), "l1", QStringList(), asBefore);
+        row("tool and folder together", 0, "l1", "r1 t2", "l3", "Move the items to Drills?", "3|1|3");
+        row("a tool to another location", 1, "l1", "r1", "l2", "Move the items to Cabinet B?", "1|2|1");
+        row("No moves nothing", 0, "l1", "r1", "l4", "Move the items to \u00c4xte?", asBefore);
+        row("a tool that is out stays", 0, "l1", "co2", "l3", "You must Check In the tool before moving.", asBefore);
+        row("one that is out holds the others back", 0, "l1", "co2 r1", "l3",
+            "You must Check In the tool before moving.", asBefore);
+        row("a folder onto itself", 0, "x0", "t1", "l1", "", asBefore);
+        row("a folder below itself", 0, "x0", "t1", "l2", refusal, asBefore);
+        row("a node under another one", 0, "l2", "", "l3", "Move the items to Drills?", "1|1|3");
+        row("a node to the top", 0, "l2", "", "x0", "Move the items to Tools?", "1|1|0");
+        row("a node below itself", 0, "l1", "", "l2", refusal, asBefore);
+        row("a node onto its own parent", 0, "l2", "", "l1", "", asBefore);
+        row("where it is", 0, "l1", "r1", "l1", "", asBefore);
     }
 
     void moves()
     {
-        const auto [option, from, items, to, messages] =
-            fetched<int, QString, QStringList, QString, QStringList>("option", "from", "items", "to", "messages");
+        const auto [option, from, items, to, message, after] =
+            fetched<int, QString, QString, QString, QString, QString>();
         m_crib->goTo(option, from, items);
         m_crib->list()->DragArmed = !items.isEmpty();
-        ScriptedUser user;
         const bool agrees = to != "l4";
-        if (!messages.isEmpty())
-            user.answers(agrees ? QMessageBox::Yes : QMessageBox::No);
+        ScriptedUser user(agrees ? QMessageBox::Yes : QMessageBox::No, !message.isEmpty());
         if (items.isEmpty()) {
             m_crib->tree()->setDropHighlight(m_crib->node(to));
             emit m_crib->tree()->nodeDropped(m_crib->node(from));
         } else {
-            drop(ListPane::dragFormat, to);
+            dropItemsOn(to);
         }
 
-        QCOMPARE(user.texts(), messages);
-        const QStringList after = m_crib->rows("SELECT Type & ' ' & Location FROM Tools WHERE ID=1")
+        QCOMPARE(user.texts().join('\n'), message);
+        const QStringList left = m_crib->rows("SELECT Type,Location FROM Tools WHERE ID=1")
             + m_crib->rows("SELECT Parent FROM Types WHERE ID=2");
-        QTEST(after.join(' '), "after");
-        const bool moved = messages.value(0).startsWith("Move") && agrees;
+        QCOMPARE(left.join('|'), after);
+        const bool moved = message.startsWith("Move") && agrees;
         if (!items.isEmpty())
             QCOMPARE(m_crib->tree()->selectedNode()->key, moved ? to : from);
         if (moved && !items.contains("r1"))
             QCOMPARE(m_crib->node("l2")->parent, m_crib->node(to));
     }
 
+    void foldersArePicked()
+    {
+        constexpr int enter = Qt::Key_Return;
+        const std::tuple<const char *, QList<int>, const char *> ways[] = {
+            {"type", {Qt::Key_Down, enter}, "Vorlane\\\u00c4xte 4"},
+            {"type", {Qt::Key_W, Qt::Key_Right, Qt::Key_Right, enter}, "Vorlane\\Wrenches\\Torque wrenches 2"},
+            {"location", {Qt::Key_C, Qt::Key_A, enter}, "Vorlane\\Cabinet A 1"},
+            {"location", {Qt::Key_Down, Qt::Key_Escape}, ""},
+            {"type", {enter, Qt::Key_Escape}, ""}, // the root is no folder
+        };
+        for (const auto &[mode, keys, path] : ways) {
+            ScriptedUser user(QMessageBox::Ok, keys[0] == enter);
+            whenModal<frmTreeSelect>([&](frmTreeSelect &form) {
+                QCOMPARE(form.windowTitle(), mode == QString("type") ? "Tool Types" : "Tool Locations");
+                QCOMPARE(form.ui.tvMain->currentIndex().data().toString(), "Vorlane");
+                for (const int key : keys)
+                    QTest::keyClick(form.ui.tvMain, Qt::Key(key));
+            });
+            const std::optional<PickedFolder> picked = frmTreeSelect::pick(mode, nullptr);
+            QCOMPARE(picked ? picked->path + ' ' + QString::number(picked->id) : QString(), path);
+            QCOMPARE(user.boxes(), QStringList(user.seen.size(), remark("You must select a Path!")));
+        }
+    }
+
     void movesByKey()
     {
-        m_crib->goTo(0, "l1", {"r1"});
+        m_crib->goTo(0, "l1", "r1");
         whenModal<frmTreeSelect>([](frmTreeSelect &picker) {
             QTest::keyClick(picker.ui.tvMain, Qt::Key_D);
             QTest::keyClick(&picker, Qt::Key_Return);
@@ -262,7 +264,11 @@ private slots:
         explorer().ui.cmdEdit->setFocus(Qt::TabFocusReason);
         list->setFocus(Qt::ActiveWindowFocusReason); // back from a dialog
         QVERIFY(!explorer().TreeHasFocus);
-        m_crib->select({"t2"});
+        QTest::keyClick(list, Qt::Key_1, Qt::ControlModifier); // sorts by the first column, a click sorts the other way
+        QCOMPARE(m_crib->keys(), QStringList({"r1", "co2", "t2"}));
+        QTest::mouseClick(list->header()->viewport(), Qt::LeftButton, {}, {5, 5});
+        QCOMPARE(m_crib->keys(), QStringList({"t2", "co2", "r1"}));
+        m_crib->select("t2");
         QTest::keyClick(list, Qt::Key_Return);
         QCOMPARE(tree->selectedNode()->key, "l2");
 
@@ -297,21 +303,21 @@ private slots:
     }
 
 private:
-    void drop(const QString &format, const QString &targetKey)
+    void dropItemsOn(const QString &key)
     {
         TreePane *tree = m_crib->tree();
         tree->expandAll();
-        const QPoint place = tree->visualRect(tree->nodes().indexOf(m_crib->node(targetKey))).center();
+        const QPoint place = tree->visualRect(tree->nodes().indexOf(m_crib->node(key))).center();
         QMimeData data;
-        data.setData(format, {});
+        data.setData(ListPane::dragFormat, {});
         QDragEnterEvent enter(place, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(tree->viewport(), &enter);
         QDragMoveEvent move(place, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(tree->viewport(), &move);
-        QVERIFY(move.isAccepted());
-        QCOMPARE(tree->dropHighlight(), m_crib->node(targetKey));
         QDropEvent dropped(place, Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(tree->viewport(), &dropped);
+        for (QDropEvent *event : {static_cast<QDropEvent *>(&enter), static_cast<QDropEvent *>(&move), &dropped}) {
+            QCOMPARE(tree->dropHighlight(), event == &dropped ? m_crib->node(key) : nullptr);
+            QApplication::sendEvent(tree->viewport(), event);
+            QVERIFY(event->isAccepted());
+        }
         QCOMPARE(tree->dropHighlight(), nullptr);
     }
 

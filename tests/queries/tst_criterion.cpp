@@ -13,8 +13,6 @@ private slots:
     void condition_data()
     {
         m_crib.insert("Locations (Description,Parent)", {"'Shelf 1',1", "'Shelf 2',1", "'Box',3"});
-        columns<const QueryKind *, QString, Entry, QString, QString>("form", "caption", "entry", "statement",
-                                                                     "formula");
         const QueryKind *loans = &QueryKind::frmQueryCheckedOut;
         row("from a text to a text", loans, "Part #", Entry{.isRange = true, .shown = {"%2", "B 1"}},
             " and CheckOutIn.CheckOutPartNo between '%2' and 'B 1'",
@@ -52,10 +50,11 @@ private slots:
 
     void condition()
     {
-        const auto [form, caption, entry] = fetched<const QueryKind *, QString, Entry>("form", "caption", "entry");
+        const auto [form, caption, entry, statement, formula] =
+            fetched<const QueryKind *, QString, Entry, QString, QString>();
         const Condition built = conditionOf(criterion(*form, caption), entry);
-        QTEST(built.statement, "statement");
-        QTEST(built.formula, "formula");
+        QCOMPARE(built.statement, statement);
+        QCOMPARE(built.formula, formula);
     }
 
 private:

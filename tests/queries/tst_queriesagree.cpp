@@ -59,7 +59,6 @@ private slots:
 
     void statementAndFormula_data()
     {
-        columns<const QueryKind *, QStringList, QString>("form", "templates", "id");
         row("loans", &QueryKind::frmQueryCheckedOut, QStringList{"ToolsCheckedOut.rpt", "LoanSheet.rpt"},
             "CheckOutIn.ID");
         const QStringList tools{"ToolsByType.rpt", "ToolsByLocation.rpt", "ToolLabels.rpt", "CountSheet.rpt"};
@@ -71,7 +70,7 @@ private slots:
 
     void statementAndFormula()
     {
-        const auto [form, templates, id] = fetched<const QueryKind *, QStringList, QString>("form", "templates", "id");
+        const auto [form, templates, id] = fetched<const QueryKind *, QStringList, QString>();
         int found = 0;
         for (int round = 0; round < 300; ++round) {
             QString where, formula;
@@ -120,16 +119,8 @@ private:
         entry.bound[box] = choices.at(row, choices.fieldIndex(QString(criterion.choices.gives))).toText();
         const bool isText = QString(criterion.single.statement).contains('\'') && !criterion.subFolders
             && criterion.value == Criterion::AsShown;
-        if (!isText)
-            return shown;
-        switch (m_random.bounded(4)) {
-        case 0:
-            return shown.toUpper();
-        case 1:
-            return shown.left(2);
-        default:
-            return shown;
-        }
+        const QStringList typed{shown, shown, shown.toUpper(), shown.left(2)};
+        return isText ? any(typed) : shown;
     }
 
     Entry anyEntry(const Criterion &criterion)

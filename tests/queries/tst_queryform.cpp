@@ -1,5 +1,4 @@
 #include "queries/QueryForm.h"
-#include "tests/support/DataRows.h"
 
 #include "platform/engine/Database.h"
 #include "platform/reportcontrol/PreviewWindow.h"
@@ -10,15 +9,13 @@
 #include "reports/PrintBy.h"
 #include "tests/reports/ReportsCrib.h"
 #include "tests/support/FakeExplorer.h"
-#include "tests/support/ScriptedUser.h"
 
 class TestQueryForm : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init() { m_crib = std::make_unique<ReportsCrib>(); }
-    void cleanup() { m_crib.reset(); }
+    void init() { m_crib.emplace(); }
 
     void rowSwitchesItsBoxes()
     {
@@ -89,7 +86,6 @@ private slots:
 
     void generate_data()
     {
-        columns<QStringList, QString, QString>("steps", "where", "findCrp");
         row("the number of an employee", QStringList{"chkUseEmp", "dbcEmp1=18"}, "Employee.EmpId = 18",
             "{Employee.EmpId} = 18");
         row("a range without an upper bound is a single value",
@@ -104,8 +100,8 @@ private slots:
 
     void generate()
     {
+        const auto [steps, where, findCrp] = fetched<QStringList, QString, QString>();
         const QueryKind &kind = QueryKind::frmQueryCheckedOut;
-        const auto [steps, where] = fetched<QStringList, QString>("steps", "where");
         whenModal<QueryForm>([&](QueryForm &form) {
             for (const QString &step : steps)
                 if (step.contains('='))
@@ -117,14 +113,13 @@ private slots:
         });
         QueryForm::showModal(kind);
         QCOMPARE(QueryForm::lastQuery(kind).findsql, kind.statement + (" where " + where));
-        QTEST(QueryForm::lastQuery(kind).findCrp, "findCrp");
+        QCOMPARE(QueryForm::lastQuery(kind).findCrp, findCrp);
         ResultsWindow *results = ResultsWindow::opened(kind.results);
         QVERIFY(results && results->isVisible() && !results->isModal());
     }
 
     void refusalsKeepTheForm_data()
     {
-        columns<QString, QString, QString, QString>("useBox", "valueBox", "typed", "message");
         const QString error = "System Message (critical): An error ocurred while attempting to run the Query [OK]";
         row("nothing found", "chkUseDescription", "dbcDescription1", "Anvil",
             "No Records Found (warning): No Records satisfy your Criteria! [OK]");
@@ -135,8 +130,7 @@ private slots:
 
     void refusalsKeepTheForm()
     {
-        const auto [useBox, valueBox, typed, message] =
-            fetched<QString, QString, QString, QString>("useBox", "valueBox", "typed", "message");
+        const auto [useBox, valueBox, typed, message] = fetched<QString, QString, QString, QString>();
         ScriptedUser user(QMessageBox::Ok);
         const QString before = QueryForm::lastQuery(QueryKind::frmQueryCheckedOut).findsql;
         whenModal<QueryForm>([&](QueryForm &form) {
@@ -172,8 +166,6 @@ private slots:
 
     void printsWhatIsChosen_data()
     {
-        columns<Qt::Key, const PrintByKind *, QString, QString, QString, QString>("key", "kind", "number", "title",
-                                                                                  "file", "formula");
         row("job", Qt::Key_J, &PrintByKind::frmPrByJob, "1250", "Junk Tools - Ordered By Job", "ToolsJunkByJob.rpt",
             "{Scrap.job} = 1250");
         row("employee", Qt::Key_E, &PrintByKind::frmPrByEmp, "17", "Junk Tools - Ordered By Employee",
@@ -182,11 +174,11 @@ private slots:
 
     void printsWhatIsChosen()
     {
-        const auto [kind, number, file] = fetched<const PrintByKind *, QString, QString>("kind", "number", "file");
+        const auto [key, kind, number, title, file, formula] =
+            fetched<int, const PrintByKind *, QString, QString, QString, QString>();
         ScriptedUser user(QMessageBox::Ok);
         const auto addTemplate = [&] { m_crib->addTemplate(file, "<from table=\"Scrap\"/>", "{Scrap.ID}"); };
-        QFETCH(Qt::Key, key);
-        whenModal<QueryForm>([key](QueryForm &form) { QTest::keyClick(&form, key, Qt::ControlModifier); });
+        whenModal<QueryForm>([key](QueryForm &form) { QTest::keyClick(&form, Qt::Key(key), Qt::ControlModifier); });
         whenModal<PrintBy>([&](PrintBy &form) {
             QCOMPARE(form.ui.dbcJob->itemText(0), number);
             form.ui.dbcJob->setCurrentIndex(0);
@@ -199,9 +191,9 @@ private slots:
         QueryForm::showModal(QueryKind::frmReportJunkTools);
         QVERIFY(user.boxes()[0].startsWith("Crystal Reports Error (critical): 20504:  Report Not Found.  You have "));
         const ReportControl &control = m_crib->frame.CrpMain();
-        QTEST(control.windowTitle, "title");
+        QCOMPARE(control.windowTitle, title);
         QCOMPARE(control.reportFile, m_crib->folder.path() + '\\' + file);
-        QTEST(control.selectionFormula, "formula");
+        QCOMPARE(control.selectionFormula, formula);
         QCOMPARE(control.windowLeft, 65);
         QVERIFY(control.preview() && control.preview()->isVisible());
     }
@@ -225,7 +217,7 @@ private:
         return combo ? combo->text() : form.findChild<QLineEdit *>(name)->text();
     }
 
-    std::unique_ptr<ReportsCrib> m_crib;
+    std::optional<ReportsCrib> m_crib;
 };
 
 QTEST_MAIN(TestQueryForm)

@@ -1,13 +1,10 @@
 #include "queries/ResultsWindow.h"
-#include "tests/support/DataRows.h"
 
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/ReportControl.h"
 #include "queries/QueryKind.h"
 #include "queries/ResultsKind.h"
 #include "tests/reports/ReportsCrib.h"
-#include "tests/support/ModelTexts.h"
-#include "tests/support/ScriptedUser.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -17,13 +14,10 @@ class TestResultsWindow : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_crib = std::make_unique<ReportsCrib>(); }
-    void cleanup() { m_crib.reset(); }
+    void init() { m_crib.emplace(); }
 
     void rowsOfEachWindow_data()
     {
-        columns<const ResultsKind *, QString, QString, QString, QString>("kind", "statement", "headings", "firstRow",
-                                                                         "formula");
         row("loans", &ResultsKind::frmReportToolsOutQresults, loans(),
             "Check Out ID|Decription|Part Number|Employee|Job #|OH Operation|Check Out Date|Check In Date",
             "1|Drill|P-1|MILLER ANNA|1250||2026-03-01 08:00:00|2026-03-02 09:30:00",
@@ -47,16 +41,17 @@ private slots:
 
     void rowsOfEachWindow()
     {
-        const auto [kind, statement] = fetched<const ResultsKind *, QString>("kind", "statement");
+        const auto [kind, statement, headings, firstRow, formula] =
+            fetched<const ResultsKind *, QString, QString, QString, QString>();
         ResultsWindow &window = open(*kind, statement);
         const QAbstractItemModel *rows = window.ui.dbgCustFound->model();
-        QStringList headings, firstRow;
+        QString top, first;
         for (int column = 0; column < rows->columnCount(); ++column) {
-            headings.append(rows->headerData(column, Qt::Horizontal).toString());
-            firstRow.append(rows->index(0, column).data().toString());
+            top += rows->headerData(column, Qt::Horizontal).toString() + '|';
+            first += rows->index(0, column).data().toString() + '|';
         }
-        QTEST(headings.join('|'), "headings");
-        QTEST(firstRow.join('|'), "firstRow");
+        QCOMPARE(top, headings + '|');
+        QCOMPARE(first, firstRow + '|');
         QCOMPARE(window.ui.Label1->text(), QString::number(rows->rowCount()) + "  Records Found Matching Query.");
 
         ScriptedUser user(QMessageBox::Ok, 2);
@@ -68,7 +63,7 @@ private slots:
                                                          QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
         select(window, {0});
         window.ui.cmdPrintSel->click();
-        QTEST(control(window)->selectionFormula, "formula");
+        QCOMPARE(control(window)->selectionFormula, formula);
     }
 
     void withoutDefaultTemplate()
@@ -88,7 +83,6 @@ private slots:
 
     void sorting_data()
     {
-        columns<const ResultsKind *, QString, QList<int>, QString>("kind", "statement", "clicks", "ids");
         const ResultsKind *out = &ResultsKind::frmReportToolsOutQresults;
         row("by last name", out, loans(), QList<int>{3}, "2 1 3 4");
         row("by the last click only", out, loans(), QList<int>{3, 7}, "2 3 1 4");
@@ -103,16 +97,15 @@ private slots:
 
     void sorting()
     {
-        const auto [kind, statement, clicks] =
-            fetched<const ResultsKind *, QString, QList<int>>("kind", "statement", "clicks");
+        const auto [kind, statement, clicks, ids] = fetched<const ResultsKind *, QString, QList<int>, QString>();
         ResultsWindow &window = open(*kind, statement);
         for (const int column : clicks)
             clickHeading(window, column);
-        QStringList ids;
+        QStringList shown;
         const Recordset &rows = window.ui.dbgCustFound->rows();
         for (int row = 0; row < rows.recordCount(); ++row)
-            ids.append(rows.at(row, rows.fieldIndex(u"ID")).toText());
-        QTEST(ids.join(' '), "ids");
+            shown.append(rows.at(row, rows.fieldIndex(u"ID")).toText());
+        QCOMPARE(shown.join(' '), ids);
     }
 
     void headingsOfTheSuiteThatFail()
@@ -205,7 +198,7 @@ private:
     }
     static ReportControl *control(ResultsWindow &window) { return window.findChild<ReportControl *>("crpMain"); }
 
-    std::unique_ptr<ReportsCrib> m_crib;
+    std::optional<ReportsCrib> m_crib;
 };
 
 QTEST_MAIN(TestResultsWindow)

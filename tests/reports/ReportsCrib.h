@@ -2,8 +2,11 @@
 
 #include "platform/system/ProgramFolder.h"
 #include "tests/support/CribDatabase.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/FakeFrame.h"
 #include "tests/support/Files.h"
+#include "tests/support/ModelTexts.h"
+#include "tests/support/ScriptedUser.h"
 
 /// A crib with a few loans, tools and scrapped tools, a main window of 1000 by 700, and a program's folder with report
 /// templates in it.
@@ -33,10 +36,7 @@ public:
     /// A template that prints a line for each record of `tables`.
     void addTemplate(const QString &file, const QByteArray &tables, const QByteArray &line) const
     {
-        writeFile(folder.filePath(file),
-                  "<report version=\"1\"><data>" + tables
-                      + "</data><columns><column name=\"a\" width=\"1\"/></columns><detail><line><cell in=\"a\">" + line
-                      + "</cell></line></detail></report>");
+        writeFile(folder.filePath(file), simpleTemplate(tables, line));
     }
 
     QTemporaryDir folder;

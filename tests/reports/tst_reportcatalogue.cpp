@@ -2,8 +2,6 @@
 #include "reports/frmImportSelected.h"
 #include "reports/frmNewReport.h"
 #include "tests/reports/ReportsCrib.h"
-#include "tests/support/ModelTexts.h"
-#include "tests/support/ScriptedUser.h"
 
 class TestReportCatalogue : public QObject
 {
@@ -12,14 +10,13 @@ class TestReportCatalogue : public QObject
 private slots:
     void init()
     {
-        m_crib = std::make_unique<ReportsCrib>();
+        m_crib.emplace();
         m_crib->run({
             "INSERT INTO Reports (Name,Description,Module,FileName) VALUES('Mine','My own','Junk Tools','Mine.rpt')",
             "INSERT INTO Reports (Name,Description,Module,FileName,Default)"
             " VALUES('Yours','Your own','Junk Tools','Yours.rpt',-1)",
         });
     }
-    void cleanup() { m_crib.reset(); }
 
     void setsTheDefault()
     {
@@ -107,7 +104,7 @@ private:
     {
         return m_crib->rows("Select Name,Default from Reports where Module='Junk Tools'");
     }
-    std::unique_ptr<ReportsCrib> m_crib;
+    std::optional<ReportsCrib> m_crib;
 };
 
 QTEST_MAIN(TestReportCatalogue)

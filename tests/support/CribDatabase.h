@@ -57,17 +57,6 @@ public:
         run(statements);
     }
 
-    /// Another program that writes to the file, for as long as it lives.
-    class OtherWriter
-    {
-    public:
-        explicit OtherWriter(const CribDatabase &crib) : m_database(Workspace::first().openDatabase(crib.path())) { }
-
-    private:
-        std::unique_ptr<Database> m_database;
-        Transaction m_transaction{*m_database};
-    };
-
     /// Each row of a SELECT: its fields as the user reads them, separated by "|".
     QStringList rows(const QString &statement) const
     {

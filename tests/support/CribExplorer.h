@@ -3,18 +3,17 @@
 #include "common/ProgramState.h"
 #include "explorer/frmTree.h"
 #include "tests/support/CribDatabase.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/FakeFrame.h"
+#include "tests/support/ScriptedUser.h"
 
 inline frmTree &explorer() { return frmTree::instance(); }
 
-/// The explorer's window on a crib, as the user works it. Views are numbered as their buttons: 0 types, 1 locations,
-/// 2 checked out, 3 scrapped.
-class CribExplorer : public CribDatabase
+/// The explorer's window as the user works it. Views are numbered as their buttons: 0 types, 1 locations, 2 checked
+/// out, 3 scrapped.
+class ExplorerUser
 {
 public:
-    CribExplorer() { Q_INIT_RESOURCE(icons); }
-    ~CribExplorer() { frmTree::unload(); }
-
     void view(int option) { explorer().findChild<QRadioButton *>(QStringLiteral("optMode%1").arg(option))->click(); }
     TreePane *tree() const { return explorer().ui.tvMain; }
     ListPane *list() const { return explorer().ui.lstToolList; }
@@ -24,15 +23,16 @@ public:
         tree()->selectNode(node(key));
         emit tree()->nodeClicked(node(key));
     }
-    void select(const QStringList &keys)
+    /// Selects items of the list: "r1 t2".
+    void select(const QString &keys)
     {
         list()->clearSelection();
-        for (const QString &key : keys)
+        for (const QString &key : keys.split(' ', Qt::SkipEmptyParts))
             list()->selectionModel()->setCurrentIndex(list()->items().index(list()->items().find(key), 0),
                                                       QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
     /// Goes to a node of a view and selects items of its list; without items the tree is what commands act on.
-    void goTo(int option, const QString &key, const QStringList &items = {})
+    void goTo(int option, const QString &key, const QString &items = {})
     {
         view(option);
         tree()->expandAll();
@@ -40,6 +40,15 @@ public:
         select(items);
         explorer().TreeHasFocus = items.isEmpty();
     }
+};
+
+/// The explorer's window on a crib.
+class CribExplorer : public CribDatabase, public ExplorerUser
+{
+public:
+    CribExplorer() { Q_INIT_RESOURCE(icons); }
+    ~CribExplorer() { frmTree::unload(); }
+
     /// Key and text of a node and of all below it, one dot for each level.
     QStringList treeLines(const KeyedTree::Node *node, int depth = 0) const
     {

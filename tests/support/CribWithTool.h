@@ -4,7 +4,10 @@
 #include "common/ProgramState.h"
 #include "platform/system/Clock.h"
 #include "tests/support/CribDatabase.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/FakeExplorer.h"
+#include "tests/support/ModelTexts.h"
+#include "tests/support/ScriptedUser.h"
 
 /// A crib with tool 1, a torque wrench in Cabinet A, which the explorer lists as selected; below it stands "r2", a
 /// screwdriver that is only listed. The suite is installed, and it is 13:05:09 on the 4th of March 2026.
@@ -32,6 +35,14 @@ public:
         explorer.items[0].key = "co1";
         explorer.items[0].icon = ItemIcon::toolOut;
         explorer.items[0].setSubItem(5, employee);
+    }
+    /// Chooses in a dialog who is charged.
+    template<typename Form>
+    static void choose(Form &form, const QString &employee, const QString &jobType, const QString &job)
+    {
+        form.ui.dbcEmp->setText(employee);
+        form.ui.dbcJobType->setText(jobType);
+        form.ui.dbcJob->setText(job);
     }
     /// The first item as it is listed: key, icon, text and columns.
     QString listed() const

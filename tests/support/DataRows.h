@@ -4,23 +4,52 @@
 
 #include <tuple>
 
-/// Declares the columns of a test's data: columns<bool, QString>("isLocation", "message").
-template<typename... Types, typename... Names>
-void columns(Names... names)
+inline constexpr const char *columnNames[]{"0", "1", "2", "3", "4", "5", "6", "7"};
+inline QByteArray functionWithColumns;
+
+/// What a column holds for a value: texts are QStrings, enumerators numbers.
+template<typename Value>
+auto stored(const Value &value)
 {
-    (QTest::addColumn<Types>(names), ...);
+    if constexpr (std::is_convertible_v<Value, const char *> && !std::is_class_v<Value>)
+        return QString(value);
+    else if constexpr (std::is_enum_v<Value>)
+        return int(value);
+    else
+        return value;
 }
 
-/// Adds one row of data; its name reads as what the row shows.
+/// Adds one row of data; its name reads as what the row shows. The first row of a test gives its columns their types.
 template<typename... Values>
 void row(const char *name, const Values &...values)
 {
-    (QTest::newRow(name) << ... << values);
+    if (QTest::currentTestFunction() != std::exchange(functionWithColumns, QTest::currentTestFunction())) {
+        const char *const *column = columnNames;
+        (QTest::addColumn<decltype(stored(values))>(*column++), ...);
+    }
+    (QTest::newRow(name) << ... << stored(values));
 }
 
-/// The present row's values in the columns of these names: const auto [isLocation, text] = fetched<bool, QString>(...).
-template<typename... Types, typename... Names>
-std::tuple<Types...> fetched(Names... names)
+/// The values of the present row: const auto [isLocation, text] = fetched<bool, QString>().
+template<typename... Types>
+std::tuple<Types...> fetched()
 {
-    return {*static_cast<const Types *>(QTest::qData(names, qMetaTypeId<Types>()))...};
+    auto next = [column = columnNames]() mutable { return *column++; };
+    return {*static_cast<const Types *>(QTest::qData(next(), qMetaTypeId<Types>()))...};
+}
+
+/// Names the columns of a test whose data is fetched by name: columns<bool, QString>("isLocation", "message").
+template<typename... Types, typename... Names>
+void columns(Names... names)
+{
+    functionWithColumns = QTest::currentTestFunction();
+    (QTest::addColumn<Types>(names), ...);
+}
+
+template<typename... Types, typename... Names>
+std::tuple<Types...> fetched(const char *first, Names... names)
+{
+    const char *const all[]{first, names...};
+    auto next = [column = all]() mutable { return *column++; };
+    return {*static_cast<const Types *>(QTest::qData(next(), qMetaTypeId<Types>()))...};
 }

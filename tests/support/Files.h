@@ -10,6 +10,14 @@ inline QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// A template that prints `text` for each record of `data`, in one column; `bands` go between.
+inline QByteArray simpleTemplate(const QByteArray &data, const QByteArray &text, const QByteArray &bands = {})
+{
+    return "<report version=\"1\"><data>" + data
+        + "</data><columns><column name=\"a\" width=\"1\" wrap=\"yes\"/></columns>" + bands
+        + "<detail><line><cell in=\"a\">" + text + "</cell></line></detail></report>";
+}
+
 inline void writeFile(const QString &path, const QByteArray &content)
 {
     QFile file(path);

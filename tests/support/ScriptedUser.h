@@ -10,19 +10,14 @@
 /// A message box in one line, the default button marked: "Delete (question): Delete this item? [Yes] [No]*".
 inline QString inOneLine(const MsgBoxCall &box)
 {
-    const std::pair<QMessageBox::Icon, const char *> icons[] = {{QMessageBox::Information, " (information)"},
-                                                                {QMessageBox::Warning, " (warning)"},
-                                                                {QMessageBox::Critical, " (critical)"},
-                                                                {QMessageBox::Question, " (question)"}};
-    const std::pair<QMessageBox::StandardButton, const char *> buttons[] = {{QMessageBox::Ok, " [OK]"},
-                                                                            {QMessageBox::Yes, " [Yes]"},
-                                                                            {QMessageBox::No, " [No]"},
-                                                                            {QMessageBox::Cancel, " [Cancel]"}};
     QString line = box.caption;
-    for (const auto &[icon, name] : icons)
-        line += box.icon == icon ? name : "";
+    if (box.icon != QMessageBox::NoIcon)
+        line += " (" + QVariant::fromValue(box.icon).toString().toLower() + ')';
     line += ": " + box.text;
-    for (const auto &[button, name] : buttons)
+    for (const auto &[button, name] : {std::pair(QMessageBox::Ok, " [OK]"),
+                                       {QMessageBox::Yes, " [Yes]"},
+                                       {QMessageBox::No, " [No]"},
+                                       {QMessageBox::Cancel, " [Cancel]"}})
         if (box.buttons.testFlag(button))
             line += name + QString(box.defaultButton == button ? "*" : "");
     return line;

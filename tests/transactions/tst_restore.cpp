@@ -1,6 +1,4 @@
 #include "tests/support/CribWithTool.h"
-#include "tests/support/DataRows.h"
-#include "tests/support/ScriptedUser.h"
 #include "transactions/ToolCommands.h"
 #include "transactions/frmScrapRestore.h"
 
@@ -20,11 +18,8 @@ private slots:
         crib->explorer.items = {{"j16384", "Torque wrench", ItemIcon::toolScrapped}};
     }
 
-    void cleanup() { crib.reset(); }
-
     void restoresUnderTheOldNumber_data()
     {
-        columns<QString, QString>("cost", "price");
         row("the cost as it is shown", QString(), "1129.5");
         row("a currency sign makes it 0", "$1,129.50", "0");
         row("only the leading number counts", "12.5 each", "12.5");
@@ -32,7 +27,7 @@ private slots:
 
     void restoresUnderTheOldNumber()
     {
-        const auto [cost, price] = fetched<QString, QString>("cost", "price");
+        const auto [cost, price] = fetched<QString, QString>();
         crib->insert("Tools (Type,Location,Manufacturer,Description)", {"1,1,'Acme','Wrench'"});
         ScriptedUser user(QMessageBox::Ok);
         whenModal<frmScrapRestore>([&](frmScrapRestore &form) {
@@ -85,7 +80,6 @@ private slots:
 
     void failedRestoreDeletesNothing_data()
     {
-        columns<QString>("statement");
         row("the number is taken again", "INSERT INTO Tools (ID,Type,Location,Description) VALUES(5,1,1,'Pliers')");
         row("the location was deleted since", "Delete from Locations where ID=1");
         row("the record was purged since", "Delete from Scrap");
@@ -93,7 +87,7 @@ private slots:
 
     void failedRestoreDeletesNothing()
     {
-        QFETCH(QString, statement);
+        const auto [statement] = fetched<QString>();
         ScriptedUser user(QMessageBox::Ok);
         QStringList scrapBefore, toolsBefore;
         whenModal<frmScrapRestore>([&](frmScrapRestore &form) {

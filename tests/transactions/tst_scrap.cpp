@@ -1,6 +1,4 @@
 #include "tests/support/CribWithTool.h"
-#include "tests/support/DataRows.h"
-#include "tests/support/ScriptedUser.h"
 #include "transactions/frmScrap.h"
 
 #include <QClipboard>
@@ -11,12 +9,9 @@ class TestScrap : public QObject
 
 private slots:
     void init() { crib.emplace(); }
-    void cleanup() { crib.reset(); }
 
     void movesToolToScrap_data()
     {
-        columns<bool, QString, QString, QString, QString, int>("suite", "jobType", "firstJob", "job", "charged",
-                                                               "listed");
         row("job of the suite, newest first", true, "Job", "12500", "1250", "1250|4", 2);
         row("job of the own list by its row", false, "Job", "7002", "7002", "2|4", 2);
         row("overhead by number, though called by digits", true, "Overhead", "Cleaning", "2024", "12|5", 2);
@@ -25,8 +20,8 @@ private slots:
 
     void movesToolToScrap()
     {
-        const auto [suite, jobType, job, charged, listed] =
-            fetched<bool, QString, QString, QString, int>("suite", "jobType", "job", "charged", "listed");
+        const auto [suite, jobType, firstJob, job, charged, listed] =
+            fetched<bool, QString, QString, QString, QString, int>();
         ProgramState::SuiteInstalled = suite;
         FakeExplorer &explorer = crib->explorer;
         explorer.items.resize(listed);
@@ -37,7 +32,7 @@ private slots:
             QCOMPARE(form.ui.txtEmpNo->text(), "21");
             form.ui.dbcJobType->setText(jobType);
             QCOMPARE(form.ui.Label2->text(), jobType == "Job" ? "Scrapped on Job Number:" : "Overhead Operation");
-            QTEST(form.ui.dbcJob->itemText(0), "firstJob");
+            QCOMPARE(form.ui.dbcJob->itemText(0), firstJob);
             form.ui.dbcJob->setText(job);
             form.ui.dbcScrapReason->setText("Lost");
             QTest::keyClicks(form.ui.txtNotes, "Fell off");
@@ -56,7 +51,6 @@ private slots:
 
     void loanFillsTheDialog_data()
     {
-        columns<bool, QString, QString, int, QString>("suite", "employee", "jobOrOH", "lineItemType", "shown");
         row("job of the own list, found by its number", false, "21", "7002", 4, "BAKER TOM 21 Job 7002");
         row("the namesake who has it", true, "18", "11", 5, "MILLER ANNA 18 Overhead Repair");
         row("not the namesake of a borrower who left", true, "30", "1250", 4, "YOUNG ZOE  Job 1250");
@@ -67,15 +61,14 @@ private slots:
 
     void loanFillsTheDialog()
     {
-        const auto [suite, employee, jobOrOH, lineItemType] =
-            fetched<bool, QString, QString, int>("suite", "employee", "jobOrOH", "lineItemType");
+        const auto [suite, employee, jobOrOH, lineItemType, shown] = fetched<bool, QString, QString, int, QString>();
         ProgramState::SuiteInstalled = suite;
         crib->insert("Employee (EmpID,LastName,FirstName,EmpStatus)", {"31,'Young','Zoe','Active'"});
         crib->lendTo(employee, jobOrOH, lineItemType);
         whenModal<frmScrap>([&](frmScrap &form) {
-            const QStringList shown{form.ui.dbcEmp->currentText(), form.ui.txtEmpNo->text(), form.ui.dbcJobType->text(),
+            const QStringList texts{form.ui.dbcEmp->currentText(), form.ui.txtEmpNo->text(), form.ui.dbcJobType->text(),
                                     form.ui.dbcJob->currentText()};
-            QTEST(shown.join(' '), "shown");
+            QCOMPARE(texts.join(' '), shown);
         });
         frmScrap::showModal();
     }
@@ -129,7 +122,6 @@ private slots:
 
     void toolIsNeverLost_data()
     {
-        columns<QStringList, QString, QString>("damage", "notes", "message");
         row("a pasted apostrophe breaks the statement", QStringList(), "Tom's fault", "yntax error");
         row("the record is refused",
             QStringList("CREATE TRIGGER NoScrap BEFORE INSERT ON Scrap BEGIN SELECT RAISE(ABORT, 'no scrap'); END"), "",
@@ -143,7 +135,7 @@ private slots:
 
     void toolIsNeverLost()
     {
-        const auto [damage, notes, message] = fetched<QStringList, QString, QString>("damage", "notes", "message");
+        const auto [damage, notes, message] = fetched<QStringList, QString, QString>();
         ScriptedUser user(QMessageBox::Ok);
         for (const QString &statement : damage)
             Session::database().executeNative(statement);
@@ -183,9 +175,7 @@ private slots:
 private:
     static void fill(frmScrap &form)
     {
-        form.ui.dbcEmp->setText("Baker Tom");
-        form.ui.dbcJobType->setText("Job");
-        form.ui.dbcJob->setText("1250");
+        CribWithTool::choose(form, "Baker Tom", "Job", "1250");
         form.ui.dbcScrapReason->setText("Broken");
     }
 

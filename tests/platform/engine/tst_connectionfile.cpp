@@ -11,7 +11,6 @@ class TestConnectionFile : public QObject
 private slots:
     void contents_data()
     {
-        columns<QString, QString>("content", "expected");
         row("no connection file", "[postgresq]\nhost=a\n", "none");
         row("the line alone", "[postgresql]", "sslmode=verify-full");
         row("blanks, comments, lines of Windows", "[postgresql] \r\n\r\n# ours\r\n host = 10.0.0.7 \r\nschema=crib\r\n",
@@ -39,9 +38,9 @@ private slots:
 
     void contents()
     {
+        const auto [content, expected] = fetched<QString, QString>();
         const QTemporaryDir folder;
         const QString file = folder.filePath("crib.mdb");
-        QFETCH(QString, content);
         writeFile(file, content.toUtf8());
 
         QString seen, error;
@@ -57,7 +56,7 @@ private slots:
             &error);
         if (number)
             seen = QString::number(number) + error.remove("Unrecognized database format '" + file + "'.");
-        QTEST(seen.replace(folder.path(), "FOLDER"), "expected");
+        QCOMPARE(seen.replace(folder.path(), "FOLDER"), expected);
     }
 };
 

@@ -17,8 +17,6 @@ private slots:
                            "INSERT INTO Tools VALUES (1, 1)");
     }
 
-    void cleanup() { m_database.reset(); }
-
     void transactionsEndWhole()
     {
         const ReadScope reading(**m_database); // as during a search
@@ -38,7 +36,7 @@ private slots:
         QCOMPARE(count(), 2);
     }
 
-    void readScopeHoldsTheFileForReading()
+    void otherWritersAreKeptOut()
     {
         sqlite3 *other = nullptr;
         QCOMPARE(sqlite3_open(m_database->path().toUtf8().constData(), &other), SQLITE_OK);
@@ -54,6 +52,10 @@ private slots:
             QVERIFY(!otherWrites());
         }
         QVERIFY(otherWrites());
+        {
+            const Transaction begun(**m_database); // what it looks at first must still be so when it writes
+            QVERIFY(!otherWrites());
+        }
         sqlite3_close(other);
     }
 
@@ -69,10 +71,7 @@ private slots:
             (*m_database)->execute(change.arg(id));
         }
         QCOMPARE((*m_database)->counters().prepared, before);
-        QCOMPARE((*m_database)
-                     ->openRecordset("Select ID from Types where Description = 'type ' & ID and Parent = ID")
-                     .recordCount(),
-                 3);
+        QCOMPARE(count(" where Description = 'type ' & ID and Parent = ID"), 3);
     }
 
     void selectsByNumberAreTranslatedOnce()
@@ -97,7 +96,10 @@ private slots:
     }
 
 private:
-    int count() const { return (*m_database)->openRecordset("Select * from Types").recordCount(); }
+    int count(const QString &where = {}) const
+    {
+        return (*m_database)->openRecordset("Select * from Types" + where).recordCount();
+    }
 
     std::optional<EngineFile> m_database;
 };

@@ -19,8 +19,6 @@ private slots:
             " ('c', 'Junk Tools', 0), ('c', 'Junk Tools', 0), ('d', NULL, 0)");
     }
 
-    void cleanup() { m_database.reset(); }
-
     void addingNeverReadsTheTable()
     {
         const qint64 before = (*m_database)->counters().rowsFetched;
@@ -91,30 +89,31 @@ private slots:
 
     void changesAreRefused_data()
     {
-        columns<QString, QString, QString, int>("statement", "field", "value", "error");
-        row("a type that is not there", "Select * from Tools", "Type", "9", int(EngineError::relatedRecordRequired));
-        row("a type that tools need", "Select * from Types", "ID", "9", int(EngineError::relatedRecords));
-        row("a number that is taken", "Select * from Types", "ID", "2", int(EngineError::duplicateKey));
-        row("a text for a number", "Select * from Tools", "Type", "nine", int(EngineError::typeMismatch));
-        row("a date that is none", "Select * from Tools", "DateIn", "soon", int(EngineError::typeMismatch));
-        row("a field that is not there", "Select * from Tools", "Maker", "x", int(EngineError::noSuchField));
-        row("some columns", "Select ID, Type from Tools", "Type", "2", int(EngineError::readOnly));
-        row("two tables", "Select * from Tools, Types", "Type", "2", int(EngineError::readOnly));
+        row("a type that is not there", "Select * from Tools", "Type", "9", EngineError::relatedRecordRequired);
+        row("a type that tools need", "Select * from Types", "ID", "9", EngineError::relatedRecords);
+        row("a number that is taken", "Select * from Types", "ID", "2", EngineError::duplicateKey);
+        row("a text for a number", "Select * from Tools", "Type", "nine", EngineError::typeMismatch);
+        row("a date that is none", "Select * from Tools", "DateIn", "soon", EngineError::typeMismatch);
+        row("a field that is not there", "Select * from Tools", "Maker", "x", EngineError::noSuchField);
+        row("some columns", "Select ID, Type from Tools", "Type", "2", EngineError::readOnly);
+        row("two tables", "Select * from Tools, Types", "Type", "2", EngineError::readOnly);
     }
 
     void changesAreRefused()
     {
-        const auto [statement, field, value] = fetched<QString, QString, QString>("statement", "field", "value");
+        const auto [statement, field, value, error] = fetched<QString, QString, QString, int>();
         Recordset rows = open(statement);
-        const QStringList before =
-            column("Select Type & PricePer & DateIn from Tools") + column("Select ID from Types");
-        QTEST(errorOf([&] {
-                  rows.edit();
-                  rows.setField(field, value);
-                  rows.update();
-              }),
-              "error");
-        QCOMPARE(column("Select Type & PricePer & DateIn from Tools") + column("Select ID from Types"), before);
+        const auto stored = [this] {
+            return column("Select Type & PricePer & DateIn from Tools") + column("Select ID from Types");
+        };
+        const QStringList before = stored();
+        QCOMPARE(errorOf([&] {
+                     rows.edit();
+                     rows.setField(field, value);
+                     rows.update();
+                 }),
+                 error);
+        QCOMPARE(stored(), before);
     }
 
     void rowThatIsGone()
@@ -132,7 +131,6 @@ private slots:
 
     void findsTheFirstMatch_data()
     {
-        columns<QString, int>("criteria", "row");
         row("a module's default", "Module = 'Tools CheckedOut' and Default = true", 1);
         row("the first of several", "Name = 'c'", 2);
         row("a name in brackets", "[Default] = True", 1);
@@ -143,7 +141,7 @@ private slots:
 
     void findsTheFirstMatch()
     {
-        const auto [criteria, row] = fetched<QString, int>("criteria", "row");
+        const auto [criteria, row] = fetched<QString, int>();
         Recordset reports = open("Select * from Reports order by Name");
         reports.setPosition(3);
         QCOMPARE(reports.findFirst(criteria), row >= 0);

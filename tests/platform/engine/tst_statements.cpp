@@ -45,13 +45,8 @@ class TestStatements : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { m_database.emplace(QString::fromUtf8(contentOf(TEST_DATA "/crib.sql"))); }
-
-    void cleanupTestCase() { m_database.reset(); }
-
     void outcomes_data()
     {
-        columns<QStringList>("block");
         for (const QString &text :
              QString::fromUtf8(contentOf(TEST_DATA "/statements.txt")).split("\n\n", Qt::SkipEmptyParts)) {
             const QStringList lines = text.split('\n', Qt::SkipEmptyParts);
@@ -62,22 +57,21 @@ private slots:
 
     void outcomes()
     {
-        QFETCH(QStringList, block);
-        const Transaction undoneAtTheEnd(**m_database);
+        auto [block] = fetched<QStringList>();
+        const Transaction undoneAtTheEnd(*m_database);
         while (!block.isEmpty()) {
             const QString statement = block.takeFirst();
             QStringList expected;
             while (!block.isEmpty() && block.first().startsWith("  "))
                 expected.append(block.takeFirst().mid(2));
             QVERIFY2(!expected.isEmpty(), qPrintable(statement));
-            QCOMPARE(comparable(statement, outcome(**m_database, statement)).join('\n'),
+            QCOMPARE(comparable(statement, outcome(*m_database, statement)).join('\n'),
                      comparable(statement, expected).join('\n'));
         }
     }
 
     void largeAndHostileStatements_data()
     {
-        columns<QString, QString>("statement", "expected");
         const QString tools = "Select Count(*) as cnt from Tools where ";
         const auto repeated = [](const char *text, int times) { return QString(text).repeated(times); };
         QStringList numbers;
@@ -106,13 +100,13 @@ private slots:
 
     void largeAndHostileStatements()
     {
-        QFETCH(QString, statement);
-        QTEST(outcome(**m_database, statement).join('\n'), "expected");
-        QCOMPARE(outcome(**m_database, "Select Count(*) as cnt from Tools").last(), "9");
+        const auto [statement, expected] = fetched<QString, QString>();
+        QCOMPARE(outcome(*m_database, statement).join('\n'), expected);
+        QCOMPARE(outcome(*m_database, "Select Count(*) as cnt from Tools").last(), "9");
     }
 
 private:
-    std::optional<EngineFile> m_database;
+    const EngineFile m_database{QString::fromUtf8(contentOf(TEST_DATA "/crib.sql"))};
 };
 
 QTEST_GUILESS_MAIN(TestStatements)

@@ -36,19 +36,16 @@ class TestWorkspace : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
-    void cleanup() { m_folder.reset(); }
+    void init() { m_folder.emplace(); }
 
     void filesThatAreNoDatabase_data()
     {
-        columns<QByteArray, QString>("contents", "error");
         const QString damagedFile = "3049 Cannot open database 'FOLDER/crib.mdb'. It may not be a database that your "
                                     "application recognizes, or the file may be corrupt.";
         const QString unrecognized = "3343 Unrecognized database format 'FOLDER/crib.mdb'.";
         init();
-        create("good.mdb");
-        QByteArray damaged = contentOf(path("good.mdb"));
-        cleanup();
+        create();
+        QByteArray damaged = contentOf(path("crib.mdb"));
         QByteArray cut = damaged.first(5000);
         damaged.replace(100, 400, QByteArray(400, 'x'));
 
@@ -59,9 +56,9 @@ private slots:
 
     void filesThatAreNoDatabase()
     {
-        QFETCH(QByteArray, contents);
+        const auto [contents, error] = fetched<QByteArray, QString>();
         writeFile(path("crib.mdb"), contents);
-        QTEST(openError("crib.mdb"), "error");
+        QCOMPARE(openError("crib.mdb"), error);
         QCOMPARE(contentOf(path("crib.mdb")), contents);
     }
 
@@ -134,9 +131,9 @@ private slots:
 private:
     QString path(const QString &name) const { return m_folder->filePath(name); }
 
-    std::unique_ptr<Database> create(const QString &name = "crib.mdb") const
+    std::unique_ptr<Database> create() const
     {
-        auto database = Workspace::first().createDatabase(path(name));
+        auto database = Workspace::first().createDatabase(path("crib.mdb"));
         database->executeNative("BEGIN; CREATE TABLE Types(ID INTEGER PRIMARY KEY AUTOINCREMENT, Description TEXT);"
                                 "INSERT INTO Types(Description) VALUES ('Drills'); COMMIT");
         return database;
@@ -147,7 +144,7 @@ private:
         return wordsOf([&] { Workspace::first().openDatabase(path(name)); }).replace(m_folder->path(), "FOLDER");
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::optional<QTemporaryDir> m_folder;
 };
 
 QTEST_GUILESS_MAIN(TestWorkspace)

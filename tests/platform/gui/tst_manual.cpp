@@ -28,12 +28,7 @@ private slots:
         });
     }
 
-    void cleanup()
-    {
-        Manual::setBrowser({});
-        frmManual::unload();
-        ProgramFolder::setPath({});
-    }
+    void cleanup() { frmManual::unload(); }
 
     void linksLeadToPages()
     {

@@ -5,6 +5,7 @@
 #include "platform/reportengine/ResultCode.h"
 #include "platform/reportengine/TemplateReader.h"
 #include "platform/system/ProgramFolder.h"
+#include "tests/support/DataRows.h"
 #include "tests/support/Files.h"
 
 #include <QTemporaryDir>
@@ -32,14 +33,6 @@ public:
     QTemporaryDir folder;
     std::unique_ptr<Database> database;
 };
-
-/// A template that prints `text` for each record of `data`, in one column; `bands` go between.
-inline QByteArray simpleTemplate(const QByteArray &data, const QByteArray &text, const QByteArray &bands = {})
-{
-    return "<report version=\"1\"><data>" + data
-        + "</data><columns><column name=\"a\" width=\"1\" wrap=\"yes\"/></columns>" + bands
-        + "<detail><line><cell in=\"a\">" + text + "</cell></line></detail></report>";
-}
 
 /// Code of the error that an action ends with, 0 where it ends well; with its detail, where asked for.
 template<typename Action>

@@ -1,5 +1,4 @@
 #include "tests/platform/reportengine/ReportCrib.h"
-#include "tests/support/DataRows.h"
 
 #include "platform/reportengine/DataSource.h"
 
@@ -80,9 +79,6 @@ private slots:
 
     void refusesByCode_data()
     {
-        columns<QByteArray, QString, int, QString>("content", "formula", "code", "words");
-        const auto row = [](const char *name, const QByteArray &content, const QString &formula, int code,
-                            const QString &words) { ::row(name, content, formula, code, words); };
         const QByteArray from = "<from table=\"Tools\"/>";
         const QByteArray id = "{Tools.ID}";
         row("good", simpleTemplate(from + "<join table=\"Types\" kind=\"inner\" on=\"Tools.Type = Types.ID\"/>", id),
@@ -111,10 +107,10 @@ private slots:
 
     void refusesByCode()
     {
-        const auto [content, formula, words] = fetched<QByteArray, QString, QString>("content", "formula", "words");
+        const auto [content, formula, code, words] = fetched<QByteArray, QString, int, QString>();
         ReportCrib crib;
         QString detail;
-        QTEST(codeOf([&] { Read(crib, content, formula); }, &detail), "code");
+        QCOMPARE(codeOf([&] { Read(crib, content, formula); }, &detail), code);
         QVERIFY2(detail.contains(words), qPrintable(detail));
     }
 

@@ -1,6 +1,5 @@
 #include "platform/reportengine/FormulaInWords.h"
 #include "tests/platform/reportengine/ReportCrib.h"
-#include "tests/support/DataRows.h"
 
 namespace {
 
@@ -34,27 +33,22 @@ class TestFormula : public QObject
     Q_OBJECT
 
 private slots:
-    void isSaidInWords_data()
-    {
-        columns<QString, QString>("formula", "words");
-        row("nothing", "", "All records");
-        row("a range of days", "{T.EmpId} = '7' and {T.Date} in date(2026,1,1) to date(2026,2,1)",
-            "Employee is \"7\" and Date from 2026-01-01 to 2026-02-01");
-        row("alternatives", "{T.Flag} = true and ({T.Date} < date(2026,3,4) or {Kinds.PartNo} <> 'a')",
-            "Flag is yes and (Date before 2026-03-04 or Kinds Part Number is not \"a\")");
-        row("a list", "{T.Number} = 3 or {T.Number} = 1 or {T.Number} = 3 or {T.Number} = 2", "Number is 1, 2 or 3");
-    }
-
     void isSaidInWords()
     {
-        QFETCH(QString, formula);
-        const Bound bound(formula);
-        QTEST(inWords(bound.formula, bound.fields, "t"), "words");
+        for (const auto &[formula, words] :
+             {std::pair("", "All records"),
+              {"{T.EmpId} = '7' and {T.Date} in date(2026,1,1) to date(2026,2,1)",
+               "Employee is \"7\" and Date from 2026-01-01 to 2026-02-01"},
+              {"{T.Flag} = true and ({T.Date} < date(2026,3,4) or {Kinds.PartNo} <> 'a')",
+               "Flag is yes and (Date before 2026-03-04 or Kinds Part Number is not \"a\")"},
+              {"{T.Number} = 3 or {T.Number} = 1 or {T.Number} = 3 or {T.Number} = 2", "Number is 1, 2 or 3"}}) {
+            const Bound bound(formula);
+            QCOMPARE(inWords(bound.formula, bound.fields, "t"), words);
+        }
     }
 
     void comparesByKind_data()
     {
-        columns<QString, QString, Value, bool>("formula", "column", "value", "matches");
         const auto row = [](const QString &formula, const QString &column, const Value &value, bool matches) {
             ::row(qPrintable(formula + " for " + value.toText()), formula, column, value, matches);
         };
@@ -84,33 +78,27 @@ private slots:
 
     void comparesByKind()
     {
-        const auto [formula, column, value] = fetched<QString, QString, Value>("formula", "column", "value");
-        QTEST(Bound(formula).matches({{column, value}}), "matches");
-    }
-
-    void andBindsTighterThanOr_data()
-    {
-        columns<QString, QList<int>>("formula", "numbers");
-        row("and within or", "{T.Number} = 1 or {T.Number} > 2 and {T.Number} < 5", QList<int>{1, 3, 4});
-        row("a list among others", "{T.Number} = 5 or {T.Number} <= 1 or {T.Number} = 3 or {T.Number} = 8",
-            QList<int>{0, 1, 3, 5, 8});
-        row("list of texts", "{T.Text} = 'N4' or {T.Text} = 'n2' or {T.Number} = 9", QList<int>{2, 4, 9});
+        const auto [formula, column, value, matches] = fetched<QString, QString, Value, bool>();
+        QCOMPARE(Bound(formula).matches({{column, value}}), matches);
     }
 
     void andBindsTighterThanOr()
     {
-        QFETCH(QString, formula);
-        const Bound bound(formula);
-        QList<int> matching;
-        for (int number = 0; number < 10; ++number)
-            if (bound.matches({{"Number", number}, {"Text", QStringLiteral("n%1").arg(number)}}))
-                matching.append(number);
-        QTEST(matching, "numbers");
+        for (const auto &[formula, numbers] :
+             {std::pair("{T.Number} = 1 or {T.Number} > 2 and {T.Number} < 5", "134"),
+              {"{T.Number} = 5 or {T.Number} <= 1 or {T.Number} = 3 or {T.Number} = 8", "01358"},
+              {"{T.Text} = 'N4' or {T.Text} = 'n2' or {T.Number} = 9", "249"}}) {
+            const Bound bound(formula);
+            QString matching;
+            for (int number = 0; number < 10; ++number)
+                if (bound.matches({{"Number", number}, {"Text", QStringLiteral("n%1").arg(number)}}))
+                    matching += QString::number(number);
+            QCOMPARE(matching, numbers);
+        }
     }
 
     void refusesWhatItCannotRead_data()
     {
-        columns<QString, int>("formula", "code");
         for (const char *formula :
              {"{T.Number} = ", "{T.Number}", "{T.Number} = 1 or", "{T.Number} = 1 {T.Number} = 2", "()",
               "({T.Number} = 1", "{T.Number} = 1)", "{T.Number} = 'a", "{T.Number = 1", "{T.Number} in 1",
@@ -120,20 +108,20 @@ private slots:
               // values of another kind than the field's
               "{T.Number} = '12'", "{T.Flag} = 'true'", "{T.Number} = date(2024,1,1)", "{T.Date} = 5",
               "{T.Text} = date(2024,1,1)", "{T.Number} = 1 or {T.Number} = 'x'"})
-            row(formula, formula, int(ResultCode::errorInFormula));
+            row(formula, formula, ResultCode::errorInFormula);
         for (const char *formula : {"{Number} = 1", "{.Number} = 1", "{T.} = 1", "{T.a.b} = 1", "{T.a;b} = 1"})
-            row(formula, formula, int(ResultCode::invalidFieldName));
+            row(formula, formula, ResultCode::invalidFieldName);
         const QString term = QStringLiteral("{T.Number}=1");
-        row("a bracket more", QString(65, '(') + term + QString(65, ')'), int(ResultCode::outOfMemory));
+        row("a bracket more", QString(65, '(') + term + QString(65, ')'), ResultCode::outOfMemory);
         row("as many terms as allowed", QStringList(50'000, term).join(" or "), 0);
-        row("a term more", QStringList(50'001, term).join(" or "), int(ResultCode::outOfMemory));
-        row("too long", term + QString(Formula::maxLength, ' '), int(ResultCode::outOfMemory));
+        row("a term more", QStringList(50'001, term).join(" or "), ResultCode::outOfMemory);
+        row("too long", term + QString(Formula::maxLength, ' '), ResultCode::outOfMemory);
     }
 
     void refusesWhatItCannotRead()
     {
-        QFETCH(QString, formula);
-        QTEST(codeOf([&] { Bound bound(formula); }), "code");
+        const auto [formula, code] = fetched<QString, int>();
+        QCOMPARE(codeOf([&] { Bound bound(formula); }), code);
     }
 };
 

@@ -1,6 +1,4 @@
 #include "tests/platform/reportengine/ReportCrib.h"
-#include "tests/support/DataRows.h"
-#include "tests/support/Files.h"
 
 #include "platform/reportengine/DataSource.h"
 #include "platform/reportengine/Pagination.h"
@@ -62,7 +60,6 @@ private slots:
     {
         // Conditions of the query forms are tried at random elsewhere; these come from lists of selected rows and from
         // the dialogs that print by a number.
-        columns<QString>("formula");
         const QString loans = "{CheckOutIn.id} = 12 or {CheckOutIn.id} = 15",
                       tools = "{Tools.ID} = 1 OR {Tools.ID} = 2";
         row("ToolsCheckedOut.rpt", loans);
@@ -81,8 +78,8 @@ private slots:
 
     void print()
     {
+        const auto [formula] = fetched<QString>();
         const QString name = QTest::currentDataTag();
-        QFETCH(QString, formula);
         ReportCrib crib;
         QVERIFY(QFile::copy(PROGRAM_DATA "/templates/" + name, crib.folder.filePath(name)));
         Report report(crib.database.get());

@@ -8,7 +8,6 @@ class TestTextCompare : public QObject
 private slots:
     void order_data()
     {
-        columns<QStringList>("sorted");
         row("case does not count", QStringList{"axe", "Bit", "bits", "Cutter"});
         row("marks, digits, letters", QStringList{"", " ", "#8", "{a}", "~", "1", "10", "2", "a", "Z"});
         row("marks stay before letters in any company", QStringList{"{", "{é", "é{", "éa"});
@@ -20,7 +19,7 @@ private slots:
 
     void order()
     {
-        QFETCH(QStringList, sorted);
+        const auto [sorted] = fetched<QStringList>();
         const auto sign = [](int value) { return (value > 0) - (value < 0); };
         for (const QString &a : sorted) {
             for (const QString &b : sorted) {
