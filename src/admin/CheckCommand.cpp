@@ -71,28 +71,21 @@ void Checker::found(const QString &fault, const QString &mended)
 
 void Checker::checkFile()
 {
-    const Recordset rows = m_database.openNative("PRAGMA integrity_check");
-    for (int row = 0; row < rows.recordCount(); ++row) {
-        if (const QString finding = rows.at(row, 0).toText(); finding != "ok")
-            found("The file is damaged, use a backup: " + finding);
-    }
+    for (const QString &finding : m_database.damage())
+        found("The file is damaged, use a backup: " + finding);
 }
 
 void Checker::checkTables()
 {
-    for (const Schema::Table &table : Schema::tables()) {
-        Recordset rows =
-            m_database.openNative(QString("SELECT name FROM pragma_table_info(%1)").arg(quoted(table.name)));
-        QStringList names;
-        for (int row = 0; row < rows.recordCount(); ++row)
-            names << rows.at(row, 0).toText();
-        if (names.isEmpty()) {
-            found(QString("The table %1 is missing.").arg(table.name));
+    for (const TableDefinition &expected : Schema::tables()) {
+        const dialect::Table *table = m_database.table(expected.name);
+        if (!table) {
+            found(QString("The table %1 is missing.").arg(expected.name));
             continue;
         }
-        for (const Schema::Column &column : table.columns) {
-            if (!names.contains(column.name, Qt::CaseInsensitive))
-                found(QString("The column %1 of the table %2 is missing.").arg(column.name, table.name));
+        for (const TableDefinition::Column &column : expected.columns) {
+            if (table->find(column.name) < 0)
+                found(QString("The column %1 of the table %2 is missing.").arg(column.name, expected.name));
         }
     }
 }
@@ -147,9 +140,9 @@ void Checker::checkCircles(const QString &table)
 
 void Checker::checkNumbers()
 {
-    for (const Schema::Table &table : Schema::tables()) {
-        for (const Schema::Column &column : table.columns) {
-            if (!QString(column.type).startsWith("INTEGER") && column.type != QString("LONG"))
+    for (const TableDefinition &table : Schema::tables()) {
+        for (const TableDefinition::Column &column : table.columns) {
+            if (column.kind != dialect::ValueKind::Long)
                 continue;
             const Recordset wrong = m_database.openNative(
                 QString("SELECT count(*), min([%2]) FROM [%1] WHERE [%2] IS NOT NULL AND (typeof([%2]) "

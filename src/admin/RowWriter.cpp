@@ -1,17 +1,22 @@
 #include "admin/RowWriter.h"
 
-#include "db/Literals.h"
+namespace {
+
+int columnCount(const Database &database, const QString &table)
+{
+    const dialect::Table *found = database.table(table);
+    return found ? int(found->columns.size()) : 0;
+}
+
+}
+
+RowWriter::RowWriter(Database &database, const QString &table)
+    : m_database(database), m_table(table), m_rows(columnCount(database, table))
+{
+}
 
 void RowWriter::flush()
 {
-    if (!m_rows.isEmpty())
-        m_database.executeNative(m_head + m_rows.join(','));
+    m_database.append(m_table, m_rows);
     m_rows.clear();
-}
-
-QString RowWriter::literal(const QString &text) { return quoted(text); }
-
-QString RowWriter::literal(Cents price)
-{
-    return QString("%1.%2").arg(price.amount / 100).arg(price.amount % 100, 2, 10, QChar('0'));
 }

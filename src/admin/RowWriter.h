@@ -2,8 +2,6 @@
 
 #include "platform/engine/Database.h"
 
-#include <QStringList>
-
 #include <optional>
 
 /// An amount of money.
@@ -11,21 +9,20 @@ struct Cents {
     qint64 amount;
 };
 
-/// Stores many rows of one table in few statements.
+/// Stores many rows of one table, a few hundred at a time.
 class RowWriter
 {
 public:
-    RowWriter(Database &database, const QString &table)
-        : m_database(database), m_head("INSERT INTO [" + table + "] VALUES ")
-    {
-    }
+    /// @throws EngineError 3078 where the table is missing.
+    RowWriter(Database &database, const QString &table);
 
     /// One row, a value for every column; std::nullopt leaves one empty.
     template<typename... Values>
     void add(const Values &...values)
     {
-        m_rows << '(' + QStringList{literal(values)...}.join(',') + ')';
-        if (m_rows.size() == 500)
+        m_rows.beginRow();
+        (addCell(values), ...);
+        if (m_rows.rowCount() == rowsAtOnce)
             flush();
     }
 
@@ -33,16 +30,21 @@ public:
     void flush();
 
 private:
-    static QString literal(qint64 number) { return QString::number(number); }
-    static QString literal(const QString &text);
-    static QString literal(Cents price);
+    static constexpr int rowsAtOnce = 500;
+
+    void addCell(qint64 number) { m_rows.addInteger(number); }
+    void addCell(const QString &text) { m_rows.add(text); }
+    void addCell(Cents price) { m_rows.addFraction(double(price.amount) / 100); }
     template<typename Value>
-    static QString literal(const std::optional<Value> &value)
+    void addCell(const std::optional<Value> &value)
     {
-        return value ? literal(*value) : "NULL";
+        if (value)
+            addCell(*value);
+        else
+            m_rows.addNull();
     }
 
     Database &m_database;
-    QString m_head;
-    QStringList m_rows;
+    QString m_table;
+    RowStore m_rows;
 };

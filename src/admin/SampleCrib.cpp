@@ -123,7 +123,7 @@ public:
         writeTools();
         writeScrap();
         writeJobs();
-        m_database.executeNative("ANALYZE");
+        m_database.analyze();
     }
 
 private:
@@ -362,7 +362,7 @@ void Filler::writeTools()
     }
     rows.flush();
     // The next tool gets a number that no scrapped one has had.
-    m_database.executeNative(QString("UPDATE sqlite_sequence SET seq = %1 WHERE name = 'Tools'").arg(m_highestNumber));
+    m_database.setNextNumber("Tools", m_highestNumber + 1);
 }
 
 void Filler::writeScrap()

@@ -8,21 +8,8 @@
 /// jobs, operations and charge kinds belong to the suite.
 namespace Schema {
 
-struct Column {
-    const char *name;
-    /// Declared type, which says what a column is: a counter, LONG, TEXT, CURRENCY (four places),
-    /// DATETIME (text "yyyy-mm-dd hh:mm:ss") or YESNO (-1 or 0).
-    const char *type;
-    const char *rule = "";
-};
-
-struct Table {
-    const char *name;
-    std::vector<Column> columns;
-};
-
 /// All tables, a table before those that refer to it.
-const std::vector<Table> &tables();
+const std::vector<TableDefinition> &tables();
 
 /// The kinds of charge of a loan or a scrapped tool, LineItemType.Index.
 inline constexpr int jobCharge = 4;

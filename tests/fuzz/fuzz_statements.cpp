@@ -3,7 +3,8 @@
 
 #include "platform/engine/Workspace.h"
 #include "platform/engine/dialect/Parser.h"
-#include "platform/engine/dialect/SqliteWriter.h"
+#include "platform/engine/dialect/StatementWriter.h"
+#include "platform/engine/sqlite/SqliteLanguage.h"
 #include "platform/text/TextCompare.h"
 
 #include <QFile>
@@ -29,33 +30,14 @@ public:
     Crib() : m_database(Workspace::first().createDatabase(m_folder.filePath("crib.mdb")))
     {
         m_database->executeNative("PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF;" + contents(CRIB_SQL));
-        const Recordset columns = m_database->openNative(
-            "SELECT t.name, c.name, c.type FROM pragma_table_list AS t, pragma_table_info(t.name) AS c "
-            "WHERE t.name NOT LIKE 'sqlite%' ORDER BY t.name");
-        for (int i = 0; i < columns.recordCount(); ++i)
-            addColumn(columns.at(i, 0).toText(), columns.at(i, 1).toText(), columns.at(i, 2).toText());
     }
 
     Database &database() { return *m_database; }
-    const dialect::Schema &schema() const { return m_schema; }
+    dialect::Schema schema() const { return {m_database->tables()}; }
 
 private:
-    void addColumn(const QString &table, const QString &name, const QString &type)
-    {
-        using dialect::ValueKind;
-        if (m_schema.tables.empty() || m_schema.tables.back().name != table)
-            m_schema.tables.push_back({table, {}, {}});
-        const ValueKind kind = type == "TEXT" ? ValueKind::Text
-            : type == "CURRENCY"              ? ValueKind::Currency
-            : type == "DATETIME"              ? ValueKind::Date
-            : type == "YESNO"                 ? ValueKind::YesNo
-                                              : ValueKind::Long;
-        m_schema.tables.back().columns.push_back({name, kind});
-    }
-
     QTemporaryDir m_folder;
     std::unique_ptr<Database> m_database;
-    dialect::Schema m_schema;
 };
 
 int tablesOf(const dialect::Source &source)
@@ -87,7 +69,8 @@ QStringList sortedRows(const Recordset &rows, int columnCount)
 void run(Crib &crib, const QString &statement)
 {
     const dialect::Statement parsed = dialect::parse(statement);
-    const dialect::Translation written = dialect::translate(parsed, crib.schema(), dialect::Literals::Inline);
+    const dialect::Translation written =
+        dialect::translate(parsed, crib.schema(), dialect::Literals::Inline, sqliteLanguage);
     if (parsed.select && tablesOf(*parsed.select->from) > maximumTables)
         return;
     const Transaction undoneAtTheEnd(crib.database());

@@ -64,7 +64,7 @@ private slots:
 
     void listsAreReadOnFirstUse()
     {
-        const Database::Counters &counters = Session::database().counters();
+        const Counters &counters = Session::database().counters();
         for (const QueryKind *kind :
              {&QueryKind::frmQueryCheckedOut, &QueryKind::frmQueryTypeLoc, &QueryKind::frmReportAllTools,
               &QueryKind::frmQueryScrap, &QueryKind::frmReportJunkTools}) {

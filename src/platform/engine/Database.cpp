@@ -1,17 +1,15 @@
 #include "platform/engine/DatabasePrivate.h"
 
 #include "platform/engine/RecordsetPrivate.h"
-#include "platform/engine/StoredValue.h"
 #include "platform/engine/dialect/Lexer.h"
 #include "platform/engine/dialect/Parser.h"
-#include "platform/engine/dialect/SqliteWriter.h"
+#include "platform/engine/dialect/StatementWriter.h"
+#include "platform/engine/driver/StoredValue.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/text/Format.h"
 
 #include <QFile>
 #include <QFileInfo>
-
-#include <sqlite3.h>
 
 #include <algorithm>
 
@@ -20,9 +18,12 @@ namespace {
 // Longer lists and chains hardly come twice, and the engine below takes a bounded number of parameters.
 constexpr size_t maximumLiterals = 100;
 
-Value literalValue(const dialect::Literal &literal, const dialect::Parameter &parameter)
+Value literalValue(const dialect::Literal &literal, const dialect::Parameter &parameter,
+                   const dialect::Language &language)
 {
     Value value = literal.value;
+    if (parameter.pattern)
+        return language.patternText(literal.value);
     if (literal.kind == dialect::Token::Integer)
         value = parameter.negated ? -literal.value.toLongLong() : literal.value.toLongLong();
     else if (literal.kind == dialect::Token::Fraction)
@@ -43,29 +44,36 @@ Database::Private::BoundStatement Database::Private::bound(const QString &statem
     };
     std::shared_ptr<const PreparedStatement> prepared = keep ? cache.find(shape.text) : nullptr;
     if (!prepared || !std::ranges::all_of(prepared->translation.pinned, isPinnedTo)) {
-        dialect::Translation translation = dialect::translate(
-            dialect::parse(statement), schema, keep ? dialect::Literals::AsParameters : dialect::Literals::Inline);
-        Connection::Prepared handle = connection.prepare(translation.sql);
-        prepared = std::make_shared<PreparedStatement>(PreparedStatement{std::move(translation), std::move(handle)});
+        dialect::Translation translation =
+            dialect::translate(dialect::parse(statement), schema,
+                               keep ? dialect::Literals::AsParameters : dialect::Literals::Inline, driver->language());
+        prepared = this->prepared(std::move(translation));
         if (keep)
             cache.insert(shape.text, prepared);
     }
     BoundStatement bound{prepared, {}};
     bound.values.reserve(prepared->translation.parameters.size());
     for (const dialect::Parameter &parameter : prepared->translation.parameters)
-        bound.values.push_back(literalValue(shape.literals[parameter.literal], parameter));
+        bound.values.push_back(literalValue(shape.literals[parameter.literal], parameter, driver->language()));
     return bound;
+}
+
+std::shared_ptr<const PreparedStatement> Database::Private::prepared(dialect::Translation translation)
+{
+    Driver::Prepared handle = driver->prepare(translation.sql);
+    const int columns = int(translation.columns.size()) + (translation.table.isEmpty() ? 0 : 1);
+    return std::make_shared<PreparedStatement>(PreparedStatement{std::move(translation), std::move(handle), columns});
 }
 
 qint64 Database::Private::run(const BoundStatement &statement, RowStore *rows)
 {
-    return connection.run(statement.prepared->handle.get(), statement.values, rows, &statement.translation());
+    return driver->run(*statement.prepared->handle, statement.values, rows, &statement.translation());
 }
 
 void Database::Private::reloadSchema()
 {
     cache.clear();
-    schema = connection.schema();
+    schema = driver->schema();
 }
 
 Database::Database(std::unique_ptr<Private> data) : d(std::move(data)) { }
@@ -93,14 +101,52 @@ Recordset Database::openRecordset(const QString &statement)
     return Recordset(std::make_unique<Recordset::Private>(*d, d->boundSelect(statement)));
 }
 
-const QString &Database::path() const { return d->connection.path(); }
+const QString &Database::path() const { return d->path; }
+
+bool Database::isRemote() const { return d->driver->isRemote(); }
+
+const std::vector<dialect::Table> &Database::tables() const { return d->schema.tables; }
+
+const dialect::Table *Database::table(const QString &name) const { return std::as_const(d->schema).find(name); }
+
+void Database::createTable(const TableDefinition &table)
+{
+    d->driver->createTable(table);
+    d->reloadSchema();
+}
+
+void Database::append(const QString &table, const RowStore &rows) { d->driver->append(d->schema.table(table), rows); }
+
+qint64 Database::nextNumber(const QString &table) const { return d->driver->nextNumber(d->schema.table(table)); }
+
+void Database::setNextNumber(const QString &table, qint64 number)
+{
+    d->driver->setNextNumber(d->schema.table(table), number);
+}
+
+void Database::admitAttendants(const QStringList &own, const QStringList &others)
+{
+    d->driver->admitAttendants(own, others);
+}
+
+void Database::analyze() { d->driver->analyze(); }
+
+void Database::upgrade() { d->driver->upgrade(); }
+
+qint64 Database::clockOffset() const { return d->driver->clockOffset(); }
+
+qintptr Database::changesSocket() const { return d->driver->changesSocket(); }
+
+QStringList Database::changesOfOthers() { return d->driver->changesOfOthers(); }
+
+QStringList Database::damage() { return d->driver->damage(); }
 
 void Database::backupTo(const QString &file)
 {
     if (QFileInfo::exists(ProgramFolder::toNative(file)))
         throw EngineError::of(EngineError::fileExists, file);
     try {
-        d->connection.copyTo(file);
+        d->driver->copyTo(file);
     } catch (...) {
         QFile::remove(ProgramFolder::toNative(file));
         throw;
@@ -109,33 +155,30 @@ void Database::backupTo(const QString &file)
 
 void Database::executeNative(const QString &sql)
 {
-    d->connection.execute(sql);
+    d->driver->execute(sql);
     d->reloadSchema();
 }
 
 Recordset Database::openNative(const QString &sql)
 {
     auto prepared = std::make_shared<PreparedStatement>();
-    prepared->handle = d->connection.prepare(sql);
-    for (int i = 0; i < sqlite3_column_count(prepared->handle.get()); ++i)
-        prepared->translation.columns.push_back(
-            {QString::fromUtf8(sqlite3_column_name(prepared->handle.get(), i)), dialect::ValueKind::Unknown});
+    prepared->handle = d->driver->prepare(sql);
+    for (const QString &name : d->driver->columnNames(*prepared->handle))
+        prepared->translation.columns.push_back({name, dialect::ValueKind::Unknown});
+    prepared->columnCount = int(prepared->translation.columns.size());
     return Recordset(std::make_unique<Recordset::Private>(*d, Private::BoundStatement{prepared, {}}));
 }
 
-const Database::Counters &Database::counters() const { return d->connection.counters; }
+const Counters &Database::counters() const { return d->driver->counters; }
 
-Transaction::Transaction(Database &database) : m_database(database)
-{
-    m_database.d->connection.execute(QStringLiteral("BEGIN IMMEDIATE"));
-}
+Transaction::Transaction(Database &database) : m_database(database) { m_database.d->driver->begin(); }
 
 Transaction::~Transaction()
 {
     if (!m_open)
         return;
     try {
-        m_database.d->connection.execute(QStringLiteral("ROLLBACK"));
+        m_database.d->driver->rollback();
     } catch (const EngineError &) {
         // The engine below rolled back by itself when it met the error that brought us here.
     }
@@ -143,27 +186,21 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    m_database.d->connection.execute(QStringLiteral("COMMIT"));
+    m_database.d->driver->commit();
     m_open = false;
 }
 
 ReadScope::ReadScope(Database &database) : m_database(database)
 {
-    Database::Private &data = *database.d;
-    if (data.readScopes == 0) {
-        // An open cursor holds the lock; the second row is there for a file without tables.
-        Connection::Prepared cursor =
-            data.connection.prepare(QStringLiteral("SELECT 1 FROM sqlite_schema UNION ALL SELECT 2"));
-        data.connection.hold(cursor.get());
-        data.readCursor = std::move(cursor);
-    }
-    ++data.readScopes;
+    if (m_database.d->readScopes == 0)
+        m_database.d->driver->beginReading();
+    ++m_database.d->readScopes;
 }
 
 ReadScope::~ReadScope()
 {
     if (--m_database.d->readScopes == 0)
-        m_database.d->readCursor.reset();
+        m_database.d->driver->endReading();
 }
 
 struct SelectByNumber::Private {

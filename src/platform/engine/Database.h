@@ -2,8 +2,11 @@
 
 #include "platform/engine/EngineError.h"
 #include "platform/engine/Recordset.h"
+#include "platform/engine/driver/Counters.h"
+#include "platform/engine/driver/RowStore.h"
+#include "platform/engine/driver/TableDefinition.h"
 
-/// One open database file, which takes statements in the suite's query dialect. Everything it
+/// One open database, in a file or on a server, which takes statements in the suite's query dialect. Everything it
 /// refuses is thrown as an EngineError in the engine's own words.
 class Database
 {
@@ -22,23 +25,50 @@ public:
     /// The file's name as it was given to openDatabase().
     const QString &path() const;
 
-    /// Copies the file as it stands between two transactions, while others go on working with it.
+    /// Whether others reach it over a network, so that each statement costs a journey.
+    bool isRemote() const;
+
+    // ---- tables
+    /// Those of the database, as they were when it was opened or last changed here.
+    const std::vector<dialect::Table> &tables() const;
+    /// The table called `name`, in any case; null where there is none.
+    const dialect::Table *table(const QString &name) const;
+    void createTable(const TableDefinition &table);
+
+    // ---- rows in bulk; a table that is not there ends in error 3078
+    /// Adds rows as they are, with a value for each column of the table.
+    void append(const QString &table, const RowStore &rows);
+    /// The number that the table's counter gives next.
+    qint64 nextNumber(const QString &table) const;
+    void setNextNumber(const QString &table, qint64 number);
+    /// Lets attendants change the tables of `own` and read those of `others`, nothing else; whoever opens a file may
+    /// all.
+    void admitAttendants(const QStringList &own, const QStringList &others);
+    /// Has the engine learn how the rows lie, so that it finds them quickly; after many were added.
+    void analyze();
+
+    // ---- upkeep
+    /// Copies a file as it stands between two transactions, while others go on working with it.
     /// @throws EngineError when `file` exists or cannot be written.
     void backupTo(const QString &file);
-
-    /// Runs text in the engine's native language (not the dialect): tables and indexes of a new
-    /// file, upkeep.
+    /// What is wrong with the storage itself, a sentence each; empty where it is sound.
+    QStringList damage();
+    /// Runs text in the engine's native language (not the dialect), names in brackets.
     void executeNative(const QString &sql);
     /// The rows of one such statement; they cannot be changed.
     Recordset openNative(const QString &sql);
 
-    /// What has been asked of the engine since the file was opened; tests and measurements read it.
-    struct Counters {
-        qint64 prepared = 0; ///< statements compiled
-        qint64 run = 0; ///< statements run
-        qint64 rowsFetched = 0;
-        qint64 fullScanSteps = 0; ///< steps through a table without an index
-    };
+    /// Renews what the engine needs beside the tables, after the program became a newer one.
+    void upgrade();
+
+    // ---- others at the same database
+    /// Milliseconds that the database's clock is ahead of this machine's.
+    qint64 clockOffset() const;
+    /// Can be read when others may have changed something; -1 where nobody tells.
+    qintptr changesSocket() const;
+    /// The tables that others have changed since this was asked last.
+    QStringList changesOfOthers();
+
     const Counters &counters() const;
 
 private:

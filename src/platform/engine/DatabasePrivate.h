@@ -1,8 +1,9 @@
 #pragma once
 
+#include "platform/engine/Database.h"
 #include "platform/engine/StatementCache.h"
 
-/// A file's connection, its tables, and the statements that were translated for them.
+/// The driver of an open database, its tables, and the statements that were translated for them.
 struct Database::Private {
     /// A statement with the values of its literals.
     struct BoundStatement {
@@ -12,20 +13,27 @@ struct Database::Private {
         const dialect::Translation &translation() const { return prepared->translation; }
     };
 
-    Private(const QString &path, Connection::Mode mode) : connection(path, mode), schema(connection.schema()) { }
+    Private(const QString &path, std::unique_ptr<Driver> opened)
+        : path(path), driver(std::move(opened)), schema(driver->schema())
+    {
+    }
 
     /// Translates `statement`, or takes a kept one of its shape.
     BoundStatement bound(const QString &statement);
     /// The same for a SELECT; any other statement is refused.
     BoundStatement boundSelect(const QString &statement);
+    std::shared_ptr<const PreparedStatement> prepared(dialect::Translation translation);
     /// Runs to the end. @returns the number of rows that it changed.
     qint64 run(const BoundStatement &statement, RowStore *rows = nullptr);
     /// Reads the tables anew, and forgets what was translated for them as they were.
     void reloadSchema();
 
-    Connection connection;
+    QString path; ///< as it was given to openDatabase()
+    std::unique_ptr<Driver> driver;
     dialect::Schema schema;
     StatementCache cache;
     int readScopes = 0;
-    Connection::Prepared readCursor; ///< while there are read scopes
 };
+
+/// An engine that keeps nothing, for conditions over values that are here already.
+Driver &scratchDriver();

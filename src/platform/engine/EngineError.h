@@ -25,6 +25,8 @@ public:
         fileNotFound = 3024,
         diskFull = 3026,
         readOnly = 3027,
+        wrongAccount = 3029,
+        noPermission = 3033,
         diskError = 3043,
         damagedFile = 3049,
         cannotOpenFile = 3051,
@@ -43,12 +45,15 @@ public:
         invalidBracketing = 3126,
         unknownField = 3127,
         textAfterStatement = 3142,
+        connectionFailed = 3151,
         tooMuchData = 3163,
         recordDeleted = 3167,
+        noServerEngine = 3170,
         relatedRecords = 3200,
         relatedRecordRequired = 3201,
         fileExists = 3204,
         notASelect = 3219,
+        tooManyUsers = 3239,
         lockedFile = 3260,
         noSuchField = 3265,
         valueRequired = 3314,
@@ -77,10 +82,13 @@ private:
         {duplicateKey,
          "The changes you requested to the table were not successful because they would create duplicate values in the "
          "index, primary key, or relationship. Change the data in the field or fields that contain duplicate data, "
-         "remove "
-         "the index, or redefine the index to permit duplicate entries and try again."},
+         "remove the index, or redefine the index to permit duplicate entries and try again."},
         {diskFull, "Not enough space on disk."},
         {readOnly, "Cannot update. Database or object is read-only."},
+        {wrongAccount, "Not a valid account name or password."},
+        {noPermission,
+         "You do not have the necessary permissions to use this object. Have your system administrator or the person "
+         "who created the object establish the appropriate permissions for you."},
         {diskError, "Disk or network error."},
         {damagedFile,
          "Cannot open database '%1'. It may not be a database that your application recognizes, or the file may be "
@@ -89,7 +97,9 @@ private:
          "The database engine cannot open the file '%1'. It is already opened exclusively by another user, or you need "
          "permission to view its data."},
         {tooMuchData, "The field is too small to accept the amount of data you attempted to add."},
+        {noServerEngine, "This program was built without the engine for servers."},
         {fileExists, "Database '%1' already exists."},
+        {tooManyUsers, "Too many active users."},
         {notADatabase, "Unrecognized database format '%1'."},
         {tooComplex, "Query is too complex."},
         {typeMismatch, "Data type mismatch in criteria expression."},

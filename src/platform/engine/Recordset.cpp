@@ -1,11 +1,9 @@
 #include "platform/engine/RecordsetPrivate.h"
 
-#include "platform/engine/StoredValue.h"
 #include "platform/engine/dialect/Parser.h"
 #include "platform/engine/dialect/SqlText.h"
-#include "platform/engine/dialect/SqliteWriter.h"
-
-#include <sqlite3.h>
+#include "platform/engine/dialect/StatementWriter.h"
+#include "platform/engine/driver/StoredValue.h"
 
 #include <algorithm>
 
@@ -22,7 +20,7 @@ Recordset::Private::Private(Database::Private &owner, Database::Private::BoundSt
 const RowStore &Recordset::Private::rows()
 {
     if (!read) {
-        RowStore all(sqlite3_column_count(source.prepared->handle.get()));
+        RowStore all(source.prepared->columnCount);
         database.run(source, &all);
         read = std::move(all);
     }
@@ -120,16 +118,18 @@ Value Recordset::at(int row, int column) const
 
 bool Recordset::findFirst(const QString &criteria)
 {
-    // The engine below decides about each row, so that a condition means here what it means behind WHERE.
+    // An engine decides about each row, so that a condition means here what it means behind WHERE. The rows are here
+    // already: none is sent anywhere.
     const dialect::ExpressionPtr condition = dialect::parseCondition(criteria);
-    Connection &connection = d->database.connection;
-    const Connection::Prepared test = connection.prepare(dialect::translateCondition(*condition, d->columns()));
+    Driver &engine = scratchDriver();
+    const Driver::Prepared test =
+        engine.prepare(dialect::translateCondition(*condition, d->columns(), engine.language()));
     for (int row = 0; row < d->count(); ++row) {
         std::vector<Value> fields;
         for (int column = 0; column < fieldCount(); ++column)
             fields.push_back(d->rows().at(row, column));
         RowStore met(1);
-        connection.run(test.get(), fields, &met);
+        engine.run(*test, fields, &met);
         if (met.at(0, 0).toBool()) {
             d->moveTo(row);
             return true;
@@ -161,7 +161,7 @@ void Recordset::Private::begin(Mode wanted)
 
 Recordset::Private::Change Recordset::Private::pendingChange() const
 {
-    const dialect::Table &target = *database.schema.find(table());
+    const dialect::Table &target = database.schema.table(table());
     Change change;
     change.translation.kind = mode == Adding ? dialect::Statement::Insert : dialect::Statement::Update;
     change.translation.table = target.name;
@@ -172,7 +172,7 @@ Recordset::Private::Change Recordset::Private::pendingChange() const
         const QString &column = columns()[i].name;
         change.values.push_back(*changes[i]);
         names.append(dialect::quotedName(column));
-        parameters.append(u'?' + QString::number(change.values.size()));
+        parameters.append(placeholder(change.values.size(), columns()[i].kind));
         assignments.append(names.last() + QLatin1String(" = ") + parameters.last());
         for (const dialect::ForeignKey &key : target.foreignKeys)
             if (dialect::sameName(key.column, column))
@@ -182,8 +182,7 @@ Recordset::Private::Change Recordset::Private::pendingChange() const
     QString &sql = change.translation.sql;
     if (mode == Editing) {
         change.values.push_back(rowNumber());
-        sql = QStringLiteral("UPDATE %1 SET %2 WHERE rowid = ?%3")
-                  .arg(name, assignments.join(u','), QString::number(change.values.size()));
+        sql = QStringLiteral("UPDATE %1 SET %2").arg(name, assignments.join(u',')) + whereRow(change.values.size());
     } else if (names.isEmpty()) {
         sql = QStringLiteral("INSERT INTO %1 DEFAULT VALUES").arg(name);
     } else {
@@ -195,18 +194,32 @@ Recordset::Private::Change Recordset::Private::pendingChange() const
         QStringList all;
         for (const dialect::OutputColumn &column : columns())
             all.append(dialect::quotedName(column.name));
-        sql += QStringLiteral(" RETURNING %1, rowid").arg(all.join(u','));
+        all.append(dialect::quotedName(target.rowNumber));
+        sql += QLatin1String(" RETURNING ") + all.join(u',');
     }
     return change;
+}
+
+QString Recordset::Private::placeholder(size_t number, dialect::ValueKind kind) const
+{
+    return dialect::filled(of(database.driver->language().parameter, kind), {QString::number(number)});
+}
+
+QString Recordset::Private::whereRow(size_t number) const
+{
+    return QStringLiteral(" WHERE %1 = %2")
+        .arg(dialect::quotedName(database.schema.table(table()).rowNumber),
+             placeholder(number, dialect::ValueKind::Long));
 }
 
 Value Recordset::Private::rowNumber() const { return read->at(current, int(columns().size())); }
 
 RowStore Recordset::Private::run(const Change &change)
 {
-    const Connection::Prepared statement = database.connection.prepare(change.translation.sql);
-    RowStore changed(sqlite3_column_count(statement.get()));
-    if (database.connection.run(statement.get(), change.values, &changed, &change.translation) == 0)
+    const Driver::Prepared statement = database.driver->prepare(change.translation.sql);
+    // What a change gives back stands beside rows that were read.
+    RowStore changed(read && mode != Reading ? source.prepared->columnCount : 0);
+    if (database.driver->run(*statement, change.values, &changed, &change.translation) == 0)
         throw EngineError(EngineError::recordDeleted, QStringLiteral("Record is deleted."));
     return changed;
 }
@@ -258,9 +271,9 @@ void Recordset::remove()
     Private::Change change;
     change.translation.kind = dialect::Statement::Delete;
     change.translation.table = d->table();
-    change.translation.sql = QStringLiteral("DELETE FROM %1 WHERE rowid = ?1").arg(dialect::quotedName(d->table()));
+    change.translation.sql = QLatin1String("DELETE FROM ") + dialect::quotedName(d->table()) + d->whereRow(1);
     change.values = {d->rowNumber()};
+    d->mode = Private::Reading;
     d->run(change);
     d->read->remove(d->current);
-    d->mode = Private::Reading;
 }

@@ -27,6 +27,10 @@ struct Recordset::Private {
         std::vector<Value> values;
     };
     Change pendingChange() const;
+    /// How a statement calls its parameter of that number.
+    QString placeholder(size_t number, dialect::ValueKind kind) const;
+    /// The condition for one row, whose number is the parameter of that number.
+    QString whereRow(size_t number) const;
     /// @returns the row as it stands then, where the change gives it.
     RowStore run(const Change &change);
 

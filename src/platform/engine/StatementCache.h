@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/engine/Connection.h"
+#include "platform/engine/driver/Driver.h"
 
 #include <list>
 #include <unordered_map>
@@ -8,7 +8,8 @@
 /// A statement that was translated and compiled.
 struct PreparedStatement {
     dialect::Translation translation;
-    Connection::Prepared handle;
+    Driver::Prepared handle;
+    int columnCount = 0; ///< of the rows that it gives, the row's number included
 };
 
 /// Keeps prepared statements by their shape; those that were not used for longest go first.

@@ -1,6 +1,7 @@
 #include "platform/engine/Workspace.h"
 
 #include "platform/engine/DatabasePrivate.h"
+#include "platform/engine/sqlite/SqliteDriver.h"
 #include "platform/system/ProgramFolder.h"
 
 #include <QFile>
@@ -18,6 +19,11 @@ Workspace &Workspace::first()
     return workspace;
 }
 
+std::unique_ptr<Database> Workspace::opened(const QString &path, std::unique_ptr<Driver> driver)
+{
+    return std::unique_ptr<Database>(new Database(std::make_unique<Database::Private>(path, std::move(driver))));
+}
+
 std::unique_ptr<Database> Workspace::openDatabase(const QString &path)
 {
     const QFileInfo file(ProgramFolder::toNative(path));
@@ -31,8 +37,7 @@ std::unique_ptr<Database> Workspace::openDatabase(const QString &path)
     // The engine below takes an empty file, and one of a single byte, for a database without tables.
     if (file.size() < headerSize)
         throw EngineError::of(EngineError::notADatabase, path);
-    auto data = std::make_unique<Database::Private>(path, Connection::Mode::OpenExisting);
-    return std::unique_ptr<Database>(new Database(std::move(data)));
+    return opened(path, std::make_unique<SqliteDriver>(path, SqliteDriver::Mode::OpenExisting));
 }
 
 std::unique_ptr<Database> Workspace::createDatabase(const QString &path)
@@ -41,10 +46,15 @@ std::unique_ptr<Database> Workspace::createDatabase(const QString &path)
     if (QFileInfo::exists(file))
         throw EngineError::of(EngineError::fileExists, path);
     try {
-        auto data = std::make_unique<Database::Private>(path, Connection::Mode::CreateNew);
-        return std::unique_ptr<Database>(new Database(std::move(data)));
+        return opened(path, std::make_unique<SqliteDriver>(path, SqliteDriver::Mode::CreateNew));
     } catch (...) {
         QFile::remove(file);
         throw;
     }
+}
+
+Driver &scratchDriver()
+{
+    static SqliteDriver driver;
+    return driver;
 }

@@ -2,6 +2,8 @@
 
 #include "platform/engine/Database.h"
 
+class Driver;
+
 /// Where databases are opened. There is one, the first.
 class Workspace
 {
@@ -17,4 +19,7 @@ public:
 
     /// Makes a new, empty file and opens it. @throws EngineError 3204 when the file exists.
     std::unique_ptr<Database> createDatabase(const QString &path);
+
+private:
+    static std::unique_ptr<Database> opened(const QString &path, std::unique_ptr<Driver> driver);
 };

@@ -11,18 +11,20 @@ namespace {
 
 constexpr size_t keysOfStatement = 1000;
 
-FieldKind kindOfType(const QString &declared)
+FieldKind kindOf(dialect::ValueKind kind)
 {
-    const auto isOneOf = [&](std::initializer_list<const char *> parts) {
-        return std::any_of(parts.begin(), parts.end(), [&](const char *part) {
-            return declared.contains(QLatin1StringView(part), Qt::CaseInsensitive);
-        });
-    };
-    if (isOneOf({"YESNO", "BOOL"}))
+    switch (kind) {
+    case dialect::ValueKind::YesNo:
         return FieldKind::YesNo;
-    if (isOneOf({"DATE", "TIME"}))
+    case dialect::ValueKind::Date:
         return FieldKind::DateTime;
-    return isOneOf({"INT", "LONG", "CURRENCY", "REAL", "DOUBLE", "FLOAT", "NUM"}) ? FieldKind::Number : FieldKind::Text;
+    case dialect::ValueKind::Long:
+    case dialect::ValueKind::Number:
+    case dialect::ValueKind::Currency:
+        return FieldKind::Number;
+    default:
+        return FieldKind::Text;
+    }
 }
 
 struct TableColumns {
@@ -30,17 +32,13 @@ struct TableColumns {
     QString counter;
 };
 
-TableColumns columnsOf(Database &database, const QString &table)
+TableColumns columnsOf(const Database &database, const QString &name)
 {
     TableColumns columns;
-    const Recordset rows =
-        database.openNative(QStringLiteral("SELECT name, type, pk FROM pragma_table_info('%1')").arg(table));
-    for (int row = 0; row < rows.recordCount(); ++row) {
-        const QString name = rows.at(row, 0).toText();
-        const QString type = rows.at(row, 1).toText();
-        columns.kinds.insert(name.toCaseFolded(), kindOfType(type));
-        if (rows.at(row, 2).toBool() && type.compare(QStringLiteral("INTEGER"), Qt::CaseInsensitive) == 0)
-            columns.counter = name;
+    if (const dialect::Table *table = database.table(name)) {
+        columns.counter = table->counter;
+        for (const dialect::Column &column : table->columns)
+            columns.kinds.insert(column.name.toCaseFolded(), kindOf(column.kind));
     }
     return columns;
 }
@@ -242,9 +240,9 @@ void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &
     // The counter tells how much is done, as rows mostly come in its order. Where they come in another, the progress
     // waits instead of going back.
     const QString numbers =
-        m_key.isEmpty() ? QStringLiteral("0, 0") : QStringLiteral("min([%1]), max([%1])").arg(m_key);
+        m_key.isEmpty() ? QStringLiteral("0, 0") : QStringLiteral("Min([%1]), Max([%1])").arg(m_key);
     const Recordset extent =
-        m_database.openNative(QStringLiteral("SELECT count(*), %1 FROM [%2]").arg(numbers, m_template.table));
+        m_database.openRecordset(QStringLiteral("SELECT Count(*), %1 FROM [%2]").arg(numbers, m_template.table));
     const double count = extent.at(0, 0).toNumber();
     const double first = extent.at(0, 1).toNumber();
     const double last = extent.at(0, 2).toNumber();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/engine/Value.h"
+#include "platform/engine/driver/Value.h"
 #include "platform/reportengine/FieldList.h"
 
 #include <optional>

@@ -12,15 +12,10 @@ namespace {
 
 // What is repeated in the written statement may not grow it without bounds.
 constexpr qsizetype maximumRepeated = 100'000;
+// An engine may read a BETWEEN as two comparisons, and one within another as four.
+constexpr int maximumBetweens = 10;
 // The engine below takes no more arguments to a function.
 constexpr qsizetype maximumArguments = 100;
-
-const QString collate = QStringLiteral(" COLLATE ") + QLatin1String(names::collation);
-
-QString call(const char *function, const QStringList &arguments)
-{
-    return QLatin1String(function) + u'(' + arguments.join(QLatin1String(", ")) + u')';
-}
 
 bool isNumber(ValueKind kind)
 {
@@ -39,12 +34,13 @@ QString balanced(QLatin1String separator, const QStringList &terms, qsizetype fr
     return u'(' + balanced(separator, terms, from, middle) + separator + balanced(separator, terms, middle, to) + u')';
 }
 
-QString concatenation(const QStringList &parts)
+QString concatenation(const char *form, QStringList parts)
 {
-    if (parts.size() <= maximumArguments)
-        return call(names::concatenate, parts);
-    const qsizetype middle = parts.size() / 2;
-    return call(names::concatenate, {concatenation(parts.first(middle)), concatenation(parts.sliced(middle))});
+    if (parts.size() > maximumArguments) {
+        const qsizetype middle = parts.size() / 2;
+        parts = {concatenation(form, parts.first(middle)), concatenation(form, parts.sliced(middle))};
+    }
+    return filled(form, {parts.join(QLatin1String(", "))});
 }
 
 bool isShortDate(const ExpressionPtr &expression)
@@ -159,10 +155,10 @@ void ExpressionWriter::refuseMissing() const
 
 // ---- literals
 
-QString ExpressionWriter::parameter(const Parameter &parameter)
+QString ExpressionWriter::parameter(const Parameter &parameter, ValueKind kind)
 {
     parameters.push_back(parameter);
-    return u'?' + QString::number(parameters.size());
+    return filled(of(m_language.parameter, kind), {QString::number(parameters.size())});
 }
 
 void ExpressionWriter::pin(const Expression &literal)
@@ -184,39 +180,70 @@ Written ExpressionWriter::literal(const Expression &expression, const Parameter 
     const ValueKind kind = use.storedAs != ValueKind::Unknown ? use.storedAs
         : use.shortDate                                       ? ValueKind::Text
                                                               : kinds[expression.kind];
-    return {m_literals == Literals::Inline ? inlineLiteral(expression, use) : parameter(use), kind};
+    return {m_literals == Literals::Inline ? inlineLiteral(expression, use, kind) : parameter(use, kind), kind};
 }
 
-QString ExpressionWriter::inlineLiteral(const Expression &expression, const Parameter &use) const
+QString ExpressionWriter::inlineLiteral(const Expression &expression, const Parameter &use, ValueKind kind) const
 {
+    const char *const form = of(m_language.literal, kind);
     if (expression.kind == Expression::Date)
-        return quotedText(use.shortDate ? Format::shortDate(expression.text) : expression.text);
+        return filled(form, {quotedText(use.shortDate ? Format::shortDate(expression.text) : expression.text)});
+    if (expression.kind == Expression::Text && use.pattern)
+        return filled(form, {quotedText(m_language.patternText(expression.text))});
     if (expression.kind == Expression::Text && use.storedAs == ValueKind::Unknown)
-        return quotedText(expression.text);
-    if (expression.kind == Expression::Text)
-        return call(names::stored, {quotedText(expression.text), QString::number(int(use.storedAs))});
+        return filled(form, {quotedText(expression.text)});
+    if (expression.kind == Expression::Text) {
+        const Written text{filled(of(m_language.literal, ValueKind::Text), {quotedText(expression.text)}),
+                           ValueKind::Text};
+        return stored(text, Column{{}, use.storedAs});
+    }
     // A whole number of any length stays a fraction; without a point the engine below would take it for an integer.
     QString number = expression.text;
     if (expression.kind == Expression::Fraction && !number.contains(u'.')
         && !number.contains(u'e', Qt::CaseInsensitive))
         number += QLatin1String(".0");
+    number = filled(form, {number});
     return expression.negated ? QLatin1String("(-") + number + u')' : number;
 }
+
+QString ExpressionWriter::filledFor(const Language::ByKind &forms, const Written &value) const
+{
+    return filled(of(forms, value.kind), {value.sql});
+}
+
+QString ExpressionWriter::asText(const Written &value) const { return filledFor(m_language.asText, value); }
 
 QString ExpressionWriter::stored(const Expression &expression, const Column &column)
 {
     if (expression.kind == Expression::Null)
         return column.kind == ValueKind::YesNo ? QStringLiteral("0") : QStringLiteral("NULL");
     if (expression.literal >= 0)
-        return parameter({expression.literal, expression.negated, false, column.kind});
+        return parameter({.literal = expression.literal, .negated = expression.negated, .storedAs = column.kind},
+                         column.kind);
     return stored(value(expression), column);
 }
 
-QString ExpressionWriter::stored(const Written &written, const Column &column)
+QString ExpressionWriter::stored(const Written &written, const Column &column) const
 {
     // What was read from a column of the same kind fits as it is, but for a yes/no that is empty behind an outer join.
-    const bool fits = written.kind == column.kind && column.kind != ValueKind::YesNo;
-    return fits ? written.sql : call(names::stored, {written.sql, QString::number(int(column.kind))});
+    if (written.kind == column.kind && column.kind != ValueKind::YesNo)
+        return written.sql;
+    return filled(of(m_language.stored, column.kind),
+                  {storable(written, column.kind), QString::number(int(column.kind))});
+}
+
+// A text may hold a number or a date; a date is no number, nor is any text a yes/no.
+QString ExpressionWriter::storable(const Written &written, ValueKind kind) const
+{
+    if (!m_language.isTyped || written.kind == ValueKind::Null)
+        return written.sql;
+    const bool text = written.kind == ValueKind::Text;
+    const bool wrong = text ? kind == ValueKind::YesNo : (written.kind == ValueKind::Date) != (kind == ValueKind::Date);
+    if (kind == ValueKind::Text)
+        return asText(written);
+    if (wrong)
+        throw EngineError::of(EngineError::typeMismatch);
+    return kind == ValueKind::Date ? written.sql : filledFor(m_language.asNumber, written);
 }
 
 // ---- conditions
@@ -235,10 +262,8 @@ QString ExpressionWriter::condition(const Expression &expression)
         return negatedIf(true, condition(*expression.operands[0]));
     case Expression::Comparison:
         return comparison(expression);
-    case Expression::Like: {
-        const QString text = value(*expression.operands[0]).sql, pattern = value(*expression.operands[1]).sql;
-        return negatedIf(expression.negated, call(names::like, {text, pattern}));
-    }
+    case Expression::Like:
+        return like(expression);
     case Expression::Between:
         return between(expression);
     case Expression::In:
@@ -250,6 +275,9 @@ QString ExpressionWriter::condition(const Expression &expression)
         const Written written = value(expression);
         if (written.kind == ValueKind::Text)
             throw EngineError::of(EngineError::typeMismatch);
+        // A date counts as a yes.
+        if (written.kind == ValueKind::Date)
+            return u'(' + written.sql + QLatin1String(" = ") + written.sql + u')';
         return u'(' + written.sql + QLatin1String(" <> 0)");
     }
     }
@@ -309,18 +337,32 @@ ExpressionWriter::Way ExpressionWriter::wayBetween(const Written &a, const Writt
     return a.isDay || b.isDay ? Way::ByDay : Way::AsStored;
 }
 
-QString ExpressionWriter::taken(const Written &value, Way way)
+QString ExpressionWriter::taken(const Written &value, Way way) const
 {
-    if (way == Way::ByNumber && value.kind == ValueKind::Text)
-        return call(names::number, {value.sql});
+    if (way == Way::ByNumber)
+        return filledFor(m_language.byValue, value);
     if (way == Way::ByDay && !value.isDay)
-        return QStringLiteral("substr(%1, 1, %2)").arg(value.sql).arg(Format::shortDateLength);
+        return filledFor(m_language.day, value);
     return value.sql;
 }
 
-QString ExpressionWriter::collated(const Written &text)
+QString ExpressionWriter::key(const Written &value) const
 {
-    return text.kind == ValueKind::Text ? text.sql + collate : text.sql;
+    return value.kind == ValueKind::Text ? filled(m_language.key, {value.sql}) : value.sql;
+}
+
+QStringList ExpressionWriter::comparable(const std::vector<Written> &values, Way way) const
+{
+    const auto isDate = [](const Written &value) { return value.kind == ValueKind::Date; };
+    const auto isNull = [](const Written &value) { return value.kind == ValueKind::Null; };
+    const bool texts = comparesTexts(values);
+    // A date beside something else is the text that it is shown as.
+    const bool datesAsTexts = m_language.isTyped && way == Way::AsStored && std::ranges::any_of(values, isDate)
+        && !std::ranges::all_of(values, [&](const Written &value) { return isDate(value) || isNull(value); });
+    QStringList forms;
+    for (const Written &value : values)
+        forms.append(texts ? filled(m_language.key, {value.sql}) : datesAsTexts ? asText(value) : taken(value, way));
+    return forms;
 }
 
 QString ExpressionWriter::comparison(const Expression &expression)
@@ -329,50 +371,65 @@ QString ExpressionWriter::comparison(const Expression &expression)
     // The engine below compares two columns by value itself, and finds the partners of a join by an index then.
     const auto isColumn = [](const ExpressionPtr &operand) { return operand->kind == Expression::Column; };
     const bool joins = expression.text == u"=" && std::ranges::all_of(expression.operands, isColumn);
-    const Way way = joins ? Way::AsStored : wayBetween(values[0], values[1]);
-    return u'(' + taken(values[0], way) + (comparesTexts(values) ? collate : QString()) + u' ' + expression.text + u' '
-        + taken(values[1], way) + u')';
+    const Way way = joins && !m_language.isTyped ? Way::AsStored : wayBetween(values[0], values[1]);
+    const QStringList sides = comparable(values, way);
+    return u'(' + sides[0] + u' ' + expression.text + u' ' + sides[1] + u')';
 }
 
 QString ExpressionWriter::between(const Expression &expression)
 {
+    if (++m_betweens > maximumBetweens)
+        throw EngineError::of(EngineError::tooComplex);
     const std::vector<Written> values = comparedValues(expression);
+    --m_betweens;
     if (values[0].sql.size() + values[1].sql.size() + values[2].sql.size() > maximumRepeated)
         throw EngineError::of(EngineError::tooComplex);
     const Way way = std::max(
         {wayBetween(values[0], values[1]), wayBetween(values[0], values[2]), wayBetween(values[1], values[2])});
     // The bounds may stand in either order.
-    const QString collation = comparesTexts(values) ? collate : QString();
-    const Way ofBounds = way == Way::ByDay ? Way::AsStored : way;
-    const QStringList bounds = {taken(values[1], ofBounds) + collation, taken(values[2], ofBounds)};
-    const QString lower = call("min", bounds), upper = call("max", bounds);
+    if (way != Way::ByDay) {
+        const QStringList sides = comparable(values, way);
+        return negatedIf(expression.negated, filled(m_language.between, {sides[0], sides[1], sides[2]}));
+    }
     // A day as a bound is the ten characters in which a date and time begins.
+    const auto bound = [&](const Written &value) { return value.isDay ? value.sql : asText(value); };
     const auto upTo = [&](const QString &bound) {
-        return QStringLiteral("substr(%1, 1, length(%2))").arg(values[0].sql, bound);
+        return QStringLiteral("substr(%1, 1, length(%2))").arg(asText(values[0]), bound);
     };
-    const QString test = way == Way::ByDay
-        ? upTo(lower) + QLatin1String(" >= ") + lower + QLatin1String(" AND ") + upTo(upper) + QLatin1String(" <= ")
-            + upper
-        : taken(values[0], way) + collation + QLatin1String(" BETWEEN ") + lower + QLatin1String(" AND ") + upper;
-    return negatedIf(expression.negated, u'(' + test + u')');
+    const QString lower = filled(m_language.lesser, {bound(values[1]), bound(values[2])});
+    const QString upper = filled(m_language.greater, {bound(values[1]), bound(values[2])});
+    return negatedIf(expression.negated,
+                     u'(' + upTo(lower) + QLatin1String(" >= ") + lower + QLatin1String(" AND ") + upTo(upper)
+                         + QLatin1String(" <= ") + upper + u')');
 }
 
 QString ExpressionWriter::in(const Expression &expression)
 {
     const std::vector<Written> values = comparedValues(expression);
-    std::map<Way, std::vector<Written>> lists;
-    for (size_t i = 1; i < values.size(); ++i)
-        lists[wayBetween(values[0], values[i])].push_back(values[i]);
+    std::map<Way, std::vector<Written>> lists; // what is looked for, then those that it is compared with in one way
+    for (size_t i = 1; i < values.size(); ++i) {
+        std::vector<Written> &list = lists[wayBetween(values[0], values[i])];
+        if (list.empty())
+            list.push_back(values[0]);
+        list.push_back(values[i]);
+    }
     QStringList tests;
-    for (auto &[way, list] : lists) {
-        QStringList members;
-        for (const Written &member : list)
-            members.append(taken(member, way));
-        list.push_back(values[0]);
-        tests.append(taken(values[0], way) + (comparesTexts(list) ? collate : QString()) + QLatin1String(" IN (")
-                     + members.join(QLatin1String(", ")) + u')');
+    for (const auto &[way, list] : lists) {
+        const QStringList sides = comparable(list, way);
+        tests.append(sides[0] + QLatin1String(" IN (") + sides.sliced(1).join(QLatin1String(", ")) + u')');
     }
     return negatedIf(expression.negated, u'(' + tests.join(QLatin1String(" OR ")) + u')');
+}
+
+QString ExpressionWriter::like(const Expression &expression)
+{
+    const QString text = asText(value(*expression.operands[0]));
+    const Expression &pattern = *expression.operands[1];
+    const bool known = pattern.kind == Expression::Text;
+    const Written written = known ? literal(pattern, {.literal = pattern.literal, .pattern = true}) : value(pattern);
+    return negatedIf(expression.negated,
+                     known ? filled(m_language.likePattern, {text, written.sql})
+                           : filled(m_language.like, {text, asText(written)}));
 }
 
 // ---- values
@@ -397,15 +454,15 @@ Written ExpressionWriter::value(const Expression &expression)
     case Expression::Concatenation: {
         QStringList parts;
         for (const ExpressionPtr &operand : expression.operands)
-            parts.append(value(*operand).sql);
-        return {concatenation(parts), ValueKind::Text};
+            parts.append(asText(value(*operand)));
+        return {concatenation(m_language.concatenation, parts), ValueKind::Text};
     }
     case Expression::Call:
         return function(expression);
     case Expression::AllColumns:
         throw EngineError(EngineError::syntaxError, QStringLiteral("Syntax error in query expression '*'."));
     default:
-        return {QLatin1String("(-") + condition(expression) + u')', ValueKind::YesNo};
+        return {filled(m_language.conditionValue, {condition(expression)}), ValueKind::YesNo};
     }
 }
 
@@ -432,16 +489,16 @@ Written ExpressionWriter::number(const Expression &expression)
     Written written = value(expression);
     if (written.kind == ValueKind::Date)
         throw EngineError::of(EngineError::typeMismatch);
-    if (written.kind == ValueKind::Text)
-        return {call(names::stored, {written.sql, QString::number(int(ValueKind::Number))}), ValueKind::Number};
-    return written;
+    const bool isNumbered = isNumber(written.kind);
+    return isNumbered ? written : Written{filledFor(m_language.asNumber, written), ValueKind::Number};
 }
 
 Written ExpressionWriter::arithmetic(const Expression &expression)
 {
     const QString left = number(*expression.operands[0]).sql, right = number(*expression.operands[1]).sql;
-    const QString sign = expression.text == u"/" ? QStringLiteral("* 1.0 /") : expression.text;
-    return {u'(' + left + u' ' + sign + u' ' + right + u')', ValueKind::Number};
+    const QString sql = expression.text == u"/" ? filled(m_language.quotient, {left, right})
+                                                : filled(m_language.arithmetic, {left, expression.text, right});
+    return {sql, ValueKind::Number};
 }
 
 bool ExpressionWriter::same(const Expression &a, const Expression &b)
@@ -466,43 +523,54 @@ bool ExpressionWriter::same(const Expression &a, const Expression &b)
 
 Written ExpressionWriter::function(const Expression &expression)
 {
-    if (sameName(expression.text, u"count"))
-        return count(expression);
-    if (sameName(expression.text, u"iif"))
+    const auto is = [&](QStringView name) { return sameName(expression.text, name); };
+    if (is(u"count") || is(u"min") || is(u"max"))
+        return aggregate(expression);
+    if (is(u"iif"))
         return choice(expression);
-    if (sameName(expression.text, u"format"))
+    if (is(u"format"))
         return format(expression);
-    if (!sameName(expression.text, u"ucase"))
+    if (!is(u"ucase"))
         throw EngineError(EngineError::unknownFunction,
                           QStringLiteral("Undefined function '%1' in expression.").arg(expression.text));
     requireArguments(expression, 1);
-    return {call(names::upperCase, {value(*expression.operands[0]).sql}), ValueKind::Text};
+    return {filled(m_language.upperCase, {asText(value(*expression.operands[0]))}), ValueKind::Text};
 }
 
-Written ExpressionWriter::count(const Expression &expression)
+Written ExpressionWriter::aggregate(const Expression &expression)
 {
     if (m_place != Place::Output)
         throw EngineError(EngineError::aggregateInCondition,
                           QStringLiteral("Cannot have aggregate function in expression (%1).").arg(expression.text));
     m_counts = true;
-    if (expression.operands.size() == 1 && expression.operands[0]->kind == Expression::AllColumns)
+    const bool counts = sameName(expression.text, u"count");
+    if (counts && expression.operands.size() == 1 && expression.operands[0]->kind == Expression::AllColumns)
         return {QStringLiteral("count(*)"), ValueKind::Long};
     requireArguments(expression, 1);
     m_place = Place::Counted;
-    const QString counted = value(*expression.operands[0]).sql;
+    const Written each = value(*expression.operands[0]);
     m_place = Place::Output;
-    return {call("count", {counted}), ValueKind::Long};
+    if (counts)
+        return {QLatin1String("count(") + each.sql + u')', ValueKind::Long};
+    const bool least = sameName(expression.text, u"min");
+    const char *const form = each.kind == ValueKind::Text ? (least ? m_language.leastText : m_language.greatestText)
+        : least                                           ? "min(%1)"
+                                                          : "max(%1)";
+    return {filled(form, {each.sql}), each.kind};
 }
 
 Written ExpressionWriter::choice(const Expression &expression)
 {
     requireArguments(expression, 3);
     const QString test = condition(*expression.operands[0]);
-    const Written yes = value(*expression.operands[1]), no = value(*expression.operands[2]);
+    Written yes = value(*expression.operands[1]), no = value(*expression.operands[2]);
     const ValueKind kind = yes.kind == no.kind || no.kind == ValueKind::Null ? yes.kind
         : yes.kind == ValueKind::Null                                        ? no.kind
         : isNumber(yes.kind) && isNumber(no.kind)                            ? ValueKind::Number
                                                                              : ValueKind::Text;
+    for (Written *branch : {&yes, &no})
+        if (m_language.isTyped && branch->kind != kind && branch->kind != ValueKind::Null)
+            branch->sql = kind == ValueKind::Text ? asText(*branch) : filledFor(m_language.asNumber, *branch);
     const QString sql = QStringLiteral("CASE WHEN ") + test + QLatin1String(" THEN ") + yes.sql
         + QLatin1String(" ELSE ") + no.sql + QLatin1String(" END");
     return {sql, kind};
@@ -513,11 +581,11 @@ Written ExpressionWriter::format(const Expression &expression)
     requireArguments(expression, 2);
     const Expression &pattern = *expression.operands[1];
     pin(pattern);
-    const QString formatted = value(*expression.operands[0]).sql;
+    const Written formatted = value(*expression.operands[0]);
     if (pattern.kind == Expression::Text && sameName(pattern.text, u"short date"))
-        return {call(names::shortDate, {formatted}), ValueKind::Text};
+        return {filledFor(m_language.shortDate, formatted), ValueKind::Text};
     if (pattern.kind == Expression::Text && sameName(pattern.text, u"currency"))
-        return {call(names::currency, {formatted}), ValueKind::Text};
+        return {filled(m_language.currency, {filledFor(m_language.asNumber, formatted)}), ValueKind::Text};
     throw EngineError(EngineError::syntaxError,
                       QStringLiteral("Unknown format in query expression '%1()'.").arg(expression.text));
 }

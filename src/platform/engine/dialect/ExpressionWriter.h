@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/engine/dialect/Schema.h"
+#include "platform/engine/dialect/Language.h"
 #include "platform/engine/dialect/Statement.h"
 #include "platform/engine/dialect/Translation.h"
 
@@ -37,7 +37,7 @@ struct FoundColumn {
 class ExpressionWriter
 {
 public:
-    explicit ExpressionWriter(Literals literals) : m_literals(literals) { }
+    ExpressionWriter(Literals literals, const Language &language) : m_literals(literals), m_language(language) { }
 
     // ---- tables and columns
     /// Adds a table of the statement's FROM. @throws EngineError 3081 for a second one of the same name.
@@ -69,13 +69,13 @@ public:
     bool counts() const { return m_counts; }
     /// A value as `column` stores it.
     QString stored(const Expression &expression, const Column &column);
-    static QString stored(const Written &written, const Column &column);
+    QString stored(const Written &written, const Column &column) const;
     /// Whether both mean the same value.
     bool same(const Expression &a, const Expression &b);
     /// Notes that the translation depends on the literal's value: the statement with another one is translated anew.
     void pin(const Expression &literal);
-    /// A text that is compared and sorted as compareText() does; anything else as it is.
-    static QString collated(const Written &text);
+    /// By which a value is compared and sorted: a text as compareText() does, anything else as it is.
+    QString key(const Written &value) const;
 
     /// What the statement's literals became.
     std::vector<Parameter> parameters;
@@ -86,26 +86,33 @@ private:
     void requireJoined(const NamedTable &table) const;
     Written column(const Expression &expression);
 
-    QString parameter(const Parameter &parameter);
+    QString parameter(const Parameter &parameter, ValueKind kind);
     Written literal(const Expression &expression, const Parameter &use);
     Written literal(const Expression &expression);
-    QString inlineLiteral(const Expression &expression, const Parameter &use) const;
+    QString inlineLiteral(const Expression &expression, const Parameter &use, ValueKind kind) const;
+    QString asText(const Written &value) const;
+    QString storable(const Written &written, ValueKind kind) const;
+    QString filledFor(const Language::ByKind &forms, const Written &value) const;
 
     /// How two values are compared. Values of different kinds compare by value, as a loan's employee, a text, and the
     /// employee's number do; a text that is no number does not compare then. A date without a time is the whole day.
     enum class Way { AsStored, ByDay, ByNumber };
     static Way wayBetween(const Written &a, const Written &b);
-    static QString taken(const Written &value, Way way);
+    QString taken(const Written &value, Way way) const;
+    /// `values` in the forms by which they can be compared with one another, all in one way.
+    QStringList comparable(const std::vector<Written> &values, Way way) const;
     std::vector<Written> comparedValues(const Expression &expression);
     Written comparedValue(const Expression &operand, ValueKind other, bool shortDates);
     QString comparison(const Expression &expression);
     QString between(const Expression &expression);
     QString in(const Expression &expression);
 
+    QString like(const Expression &expression);
+
     Written number(const Expression &expression);
     Written arithmetic(const Expression &expression);
     Written function(const Expression &expression);
-    Written count(const Expression &expression);
+    Written aggregate(const Expression &expression);
     Written choice(const Expression &expression);
     Written format(const Expression &expression);
 
@@ -113,10 +120,12 @@ private:
     enum class Place { Row, Output, Counted };
 
     Literals m_literals;
+    const Language &m_language;
     std::vector<NamedTable> m_tables;
     std::span<const NamedTable> m_joined; ///< the tables that a join's condition may speak of
     QStringList m_missing;
     Place m_place = Place::Row;
+    int m_betweens = 0; ///< how deep they lie within one another
     bool m_counts = false;
     QString m_plainColumn; ///< the first column outside of a count
 };

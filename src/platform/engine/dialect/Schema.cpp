@@ -1,5 +1,7 @@
 #include "platform/engine/dialect/Schema.h"
 
+#include "platform/engine/EngineError.h"
+
 #include <algorithm>
 
 bool dialect::sameName(QStringView a, QStringView b)
@@ -24,4 +26,15 @@ const dialect::Table *dialect::Schema::find(QStringView wanted) const
 dialect::Table *dialect::Schema::find(QStringView wanted)
 {
     return const_cast<Table *>(std::as_const(*this).find(wanted));
+}
+
+const dialect::Table &dialect::Schema::table(const QString &name) const
+{
+    const Table *found = find(name);
+    if (!found)
+        throw EngineError(EngineError::unknownTable,
+                          QStringLiteral("The database engine cannot find the input table or query '%1'. Make sure it "
+                                         "exists and that its name is spelled correctly.")
+                              .arg(name));
+    return *found;
 }

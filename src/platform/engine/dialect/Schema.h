@@ -26,7 +26,8 @@ struct Table {
     QString name;
     std::vector<Column> columns;
     std::vector<ForeignKey> foreignKeys;
-    bool hasRowNumbers = true; ///< so that its rows can be changed one by one
+    QString rowNumber = {}; ///< the column, shown or not, by which one row is changed; empty where there is none
+    QString counter = {}; ///< the column that the engine numbers by itself; empty where there is none
 
     /// Column called `name`, -1 where there is none.
     int find(QStringView name) const;
@@ -38,6 +39,8 @@ struct Schema {
 
     /// Null where there is none.
     const Table *find(QStringView name) const;
+    /// @throws EngineError 3078 where there is none.
+    const Table &table(const QString &name) const;
     Table *find(QStringView name);
 };
 

@@ -5,18 +5,6 @@
 
 namespace dialect {
 
-/// The collation and the functions that a written statement calls; the engine registers them.
-namespace names {
-inline constexpr char collation[] = "VORLANETEXT"; ///< compareText()
-inline constexpr char concatenate[] = "vorlane_concatenate";
-inline constexpr char number[] = "vorlane_number"; ///< that a text stands for; null for a text that is none
-inline constexpr char like[] = "vorlane_like";
-inline constexpr char upperCase[] = "vorlane_ucase";
-inline constexpr char shortDate[] = "vorlane_short_date";
-inline constexpr char currency[] = "vorlane_currency";
-inline constexpr char stored[] = "vorlane_stored"; ///< (value, int(ValueKind)): as a column of the kind holds it
-}
-
 /// How literals stand in the written statement: as parameters, so that it can be kept and run with other values, or as
 /// they are.
 enum class Literals { AsParameters, Inline };
@@ -26,6 +14,7 @@ struct Parameter {
     int literal = -1; ///< its place among the statement's literals
     bool negated = false;
     bool shortDate = false; ///< a date of which the day alone is compared
+    bool pattern = false; ///< a pattern of LIKE
     ValueKind storedAs = ValueKind::Unknown; ///< kind of the column that it is stored in or compared with
 };
 
@@ -51,7 +40,7 @@ struct Reference {
 struct Translation {
     Statement::Kind kind = Statement::SelectRows;
     QString sql;
-    std::vector<Parameter> parameters; ///< for "?1" onwards
+    std::vector<Parameter> parameters; ///< for the statement's own
     std::vector<PinnedLiteral> pinned;
     std::vector<OutputColumn> columns; ///< of a SELECT
     /// That an action writes to, or whose rows can be changed through the SELECT; it then gives the

@@ -1,6 +1,4 @@
-#include "platform/engine/RowStore.h"
-
-#include <sqlite3.h>
+#include "platform/engine/driver/RowStore.h"
 
 #include <cstring>
 
@@ -57,36 +55,48 @@ char *RowStore::room(qsizetype size)
     return m_cells.data() + m_used;
 }
 
-void RowStore::append(sqlite3_stmt *statement)
+void RowStore::addNull()
 {
-    m_rows.push_back(m_used);
-    for (int column = 0; column < m_columnCount; ++column) {
-        // Taken once as a value, the column is looked up once and not for each question. The engine below allows the
-        // questions as long as one thread alone uses the connection.
-        sqlite3_value *const value = sqlite3_column_value(statement, column);
-        const int type = sqlite3_value_type(value);
-        const void *text = type == SQLITE_TEXT || type == SQLITE_BLOB ? sqlite3_value_blob(value) : nullptr;
-        const int size = text ? sqlite3_value_bytes(value) : 0;
-        char *const cell = room(1 + largestNumber + size);
-        char *end = cell + 1;
-        if (type == SQLITE_INTEGER) {
-            *cell = IntegerCell;
-            end = writeInteger(end, sqlite3_value_int64(value));
-        } else if (type == SQLITE_FLOAT) {
-            const double fraction = sqlite3_value_double(value);
-            *cell = FractionCell;
-            std::memcpy(end, &fraction, sizeof fraction);
-            end += sizeof fraction;
-        } else if (type == SQLITE_NULL) {
-            *cell = NullCell;
-        } else {
-            *cell = TextCell;
-            end = writeInteger(end, size);
-            if (size > 0)
-                std::memcpy(end, text, size);
-            end += size;
-        }
-        m_used += end - cell;
+    *room(1) = NullCell;
+    ++m_used;
+}
+
+void RowStore::addInteger(qint64 number)
+{
+    char *const cell = room(1 + largestNumber);
+    *cell = IntegerCell;
+    m_used += writeInteger(cell + 1, number) - cell;
+}
+
+void RowStore::addFraction(double number)
+{
+    char *const cell = room(1 + sizeof number);
+    *cell = FractionCell;
+    std::memcpy(cell + 1, &number, sizeof number);
+    m_used += 1 + sizeof number;
+}
+
+void RowStore::addText(const void *text, qsizetype size)
+{
+    char *const cell = room(1 + largestNumber + size);
+    *cell = TextCell;
+    char *const end = writeInteger(cell + 1, size);
+    if (size > 0)
+        std::memcpy(end, text, size);
+    m_used += end + size - cell;
+}
+
+void RowStore::add(const Value &value)
+{
+    if (value.isNull()) {
+        addNull();
+    } else if (value.isInteger()) {
+        addInteger(value.toInteger());
+    } else if (value.isText()) {
+        const QByteArray text = value.toText().toUtf8();
+        addText(text.constData(), text.size());
+    } else {
+        addFraction(value.toNumber());
     }
 }
 
@@ -112,12 +122,17 @@ Value RowStore::at(int row, int column) const
     }
 }
 
-void RowStore::append(const RowStore &other)
+void RowStore::append(const RowStore &other, int first, int last)
 {
-    for (const qsizetype begin : other.m_rows)
-        m_rows.push_back(m_used + begin);
-    std::memcpy(room(other.m_used), other.m_cells.constData(), other.m_used);
-    m_used += other.m_used;
+    if (first >= last)
+        return;
+    const qsizetype begin = other.m_rows[first];
+    const qsizetype end = last < other.rowCount() ? other.m_rows[last] : other.m_used;
+    char *const cells = room(end - begin);
+    for (int row = first; row < last; ++row)
+        m_rows.push_back(m_used + other.m_rows[row] - begin);
+    std::memcpy(cells, other.m_cells.constData() + begin, end - begin);
+    m_used += end - begin;
 }
 
 void RowStore::clear()

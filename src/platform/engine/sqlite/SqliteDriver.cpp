@@ -1,7 +1,8 @@
-#include "platform/engine/Connection.h"
+#include "platform/engine/sqlite/SqliteDriver.h"
 
-#include "platform/engine/SqlFunctions.h"
 #include "platform/engine/dialect/SqlText.h"
+#include "platform/engine/sqlite/SqlFunctions.h"
+#include "platform/engine/sqlite/SqliteLanguage.h"
 #include "platform/system/ProgramFolder.h"
 
 #include <QFileInfo>
@@ -75,6 +76,56 @@ void bind(sqlite3_stmt *statement, int parameter, const Value &value)
     }
 }
 
+class SqliteStatement : public Driver::Statement
+{
+public:
+    explicit SqliteStatement(sqlite3_stmt *handle) : handle(handle) { }
+    ~SqliteStatement() override { sqlite3_finalize(handle); }
+
+    sqlite3_stmt *const handle;
+};
+
+sqlite3_stmt *handleOf(Driver::Statement &statement) { return static_cast<SqliteStatement &>(statement).handle; }
+
+/// Adds the row that `statement` stands on.
+void addRow(RowStore &rows, sqlite3_stmt *statement)
+{
+    rows.beginRow();
+    for (int column = 0; column < rows.columnCount(); ++column) {
+        // Taken once as a value, the column is looked up once and not for each question. The engine below allows the
+        // questions as long as one thread alone uses the connection.
+        sqlite3_value *const value = sqlite3_column_value(statement, column);
+        switch (sqlite3_value_type(value)) {
+        case SQLITE_INTEGER:
+            rows.addInteger(sqlite3_value_int64(value));
+            break;
+        case SQLITE_FLOAT:
+            rows.addFraction(sqlite3_value_double(value));
+            break;
+        case SQLITE_NULL:
+            rows.addNull();
+            break;
+        default: {
+            const void *text = sqlite3_value_blob(value);
+            rows.addText(text, text ? sqlite3_value_bytes(value) : 0);
+        }
+        }
+    }
+}
+
+QString bracketed(const QString &name) { return u'[' + name + u']'; }
+
+QString columnDefinition(const TableDefinition::Column &column)
+{
+    // Kinds: Unknown, Null, Text, Long, Number, Currency, YesNo, Date
+    static constexpr const char *types[] = {"TEXT", "TEXT", "TEXT", "LONG", "DOUBLE", "CURRENCY", "YESNO", "DATETIME"};
+    static constexpr const char *rules[] = {"", " NOT NULL", " NOT NULL DEFAULT 0", " NOT NULL PRIMARY KEY"};
+    if (column.rule == TableDefinition::Counter)
+        return bracketed(column.name) + QLatin1String(" INTEGER PRIMARY KEY AUTOINCREMENT");
+    return bracketed(column.name) + u' ' + QLatin1String(types[size_t(column.kind)])
+        + QLatin1String(rules[column.rule]);
+}
+
 /// Brings a statement back to its beginning, whatever happened.
 class Reset
 {
@@ -93,24 +144,12 @@ private:
 
 }
 
-void Connection::FinalizeStatement::operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
-
-Connection::Connection(const QString &path, Mode mode) : m_path(path)
+SqliteDriver::SqliteDriver(const QString &path, Mode mode) : m_path(path)
 {
     const QString file = QFileInfo(ProgramFolder::toNative(path)).absoluteFilePath();
-    // There is one thread; the locks of the engine below would only cost time.
     const bool create = mode == Mode::CreateNew;
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
     try {
-        if (sqlite3_open_v2(file.toUtf8().constData(), &m_connection, flags, nullptr) != SQLITE_OK)
-            fail();
-        sqlite3_extended_result_codes(m_connection, 1);
-        sqlite3_busy_timeout(m_connection, busyMilliseconds);
-        // What a statement means must neither depend on a misread quote nor run what a foreign file brings along.
-        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-        sqlite3_db_config(m_connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-        registerSqlFunctions(m_connection, m_refused);
+        open(file, create ? SQLITE_OPEN_CREATE : 0);
         execute(QStringLiteral("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL; PRAGMA cache_size = -16384"));
         // An empty file is none of the engine's: the first page is written at once.
         if (create)
@@ -124,9 +163,32 @@ Connection::Connection(const QString &path, Mode mode) : m_path(path)
     }
 }
 
-Connection::~Connection() { sqlite3_close_v2(m_connection); }
+SqliteDriver::SqliteDriver() { open(QStringLiteral(":memory:"), 0); }
 
-Connection::Prepared Connection::prepare(const QString &sql)
+void SqliteDriver::open(const QString &file, int flags)
+{
+    // There is one thread; the locks of the engine below would only cost time.
+    flags |= SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
+    if (sqlite3_open_v2(file.toUtf8().constData(), &m_connection, flags, nullptr) != SQLITE_OK)
+        fail();
+    sqlite3_extended_result_codes(m_connection, 1);
+    sqlite3_busy_timeout(m_connection, busyMilliseconds);
+    // What a statement means must neither depend on a misread quote nor run what a foreign file brings along.
+    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    sqlite3_db_config(m_connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    registerSqlFunctions(m_connection, m_refused);
+}
+
+SqliteDriver::~SqliteDriver()
+{
+    m_readCursor.reset();
+    sqlite3_close_v2(m_connection);
+}
+
+const dialect::Language &SqliteDriver::language() const { return sqliteLanguage; }
+
+Driver::Prepared SqliteDriver::prepare(const QString &sql)
 {
     const QByteArray text = sql.toUtf8();
     sqlite3_stmt *statement = nullptr;
@@ -135,12 +197,12 @@ Connection::Prepared Connection::prepare(const QString &sql)
                            nullptr)
         != SQLITE_OK)
         fail();
-    return Prepared(statement);
+    return std::make_shared<SqliteStatement>(statement);
 }
 
 template<typename Visit>
-void Connection::step(sqlite3_stmt *statement, const std::vector<Value> &values,
-                      const dialect::Translation *translation, Visit visit)
+void SqliteDriver::step(sqlite3_stmt *statement, const std::vector<Value> &values,
+                        const dialect::Translation *translation, Visit visit)
 {
     const Reset reset(statement);
     for (size_t i = 0; i < values.size(); ++i)
@@ -156,27 +218,34 @@ void Connection::step(sqlite3_stmt *statement, const std::vector<Value> &values,
         fail(translation, values);
 }
 
-qint64 Connection::run(sqlite3_stmt *statement, const std::vector<Value> &values, RowStore *rows,
-                       const dialect::Translation *translation)
+qint64 SqliteDriver::run(Statement &statement, const std::vector<Value> &values, RowStore *rows,
+                         const dialect::Translation *translation)
 {
-    step(statement, values, translation, [&] {
+    sqlite3_stmt *const handle = handleOf(statement);
+    step(handle, values, translation, [&] {
         if (rows)
-            rows->append(statement);
+            addRow(*rows, handle);
     });
-    return sqlite3_stmt_readonly(statement) ? 0 : sqlite3_changes64(m_connection);
+    return sqlite3_stmt_readonly(handle) ? 0 : sqlite3_changes64(m_connection);
 }
 
-void Connection::read(sqlite3_stmt *statement, const std::vector<Value> &values, const std::function<void()> &visit,
-                      const dialect::Translation *translation)
+void SqliteDriver::read(Statement &statement, const std::vector<Value> &values, int columnCount,
+                        const std::function<void(const RowStore &)> &visit, const dialect::Translation *translation)
 {
-    step(statement, values, translation, visit);
+    sqlite3_stmt *const handle = handleOf(statement);
+    RowStore row(columnCount);
+    step(handle, values, translation, [&] {
+        row.clear();
+        addRow(row, handle);
+        visit(row);
+    });
 }
 
-void Connection::setPulse(std::function<void()> pulse)
+void SqliteDriver::setPulse(std::function<void()> pulse)
 {
     m_pulse = std::move(pulse);
     const auto beat = [](void *self) {
-        auto *connection = static_cast<Connection *>(self);
+        auto *connection = static_cast<SqliteDriver *>(self);
         try {
             connection->m_pulse();
             return 0;
@@ -189,31 +258,34 @@ void Connection::setPulse(std::function<void()> pulse)
     sqlite3_progress_handler(m_connection, operationsBetweenPulses, beat, this);
 }
 
-void Connection::hold(sqlite3_stmt *statement)
+void SqliteDriver::beginReading()
 {
     const dialect::Translation reading; // a SELECT
-    if (sqlite3_step(statement) != SQLITE_ROW)
+    // The second row is there for a file without tables.
+    Prepared cursor = prepare(QStringLiteral("SELECT 1 FROM sqlite_schema UNION ALL SELECT 2"));
+    if (sqlite3_step(handleOf(*cursor)) != SQLITE_ROW)
         fail(&reading);
+    m_readCursor = std::move(cursor);
 }
 
-void Connection::execute(const QString &sql)
+void SqliteDriver::execute(const QString &sql)
 {
     ++counters.run;
     if (sqlite3_exec(m_connection, sql.toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK)
         fail();
 }
 
-RowStore Connection::read(const QString &sql)
+RowStore SqliteDriver::read(const QString &sql)
 {
     const Prepared statement = prepare(sql);
-    RowStore rows(sqlite3_column_count(statement.get()));
-    run(statement.get(), {}, &rows);
+    RowStore rows(sqlite3_column_count(handleOf(*statement)));
+    run(*statement, {}, &rows);
     return rows;
 }
 
-void Connection::copyTo(const QString &file)
+void SqliteDriver::copyTo(const QString &file)
 {
-    Connection copy(file, Mode::CreateNew);
+    SqliteDriver copy(file, Mode::CreateNew);
     sqlite3_backup *backup = sqlite3_backup_init(copy.m_connection, "main", m_connection, "main");
     if (!backup)
         copy.fail();
@@ -225,11 +297,82 @@ void Connection::copyTo(const QString &file)
         copy.fail();
 }
 
-dialect::Schema Connection::schema()
+QStringList SqliteDriver::columnNames(Statement &statement)
+{
+    QStringList names;
+    for (int column = 0; column < sqlite3_column_count(handleOf(statement)); ++column)
+        names.append(QString::fromUtf8(sqlite3_column_name(handleOf(statement), column)));
+    return names;
+}
+
+void SqliteDriver::createTable(const TableDefinition &table)
+{
+    QStringList parts;
+    for (const TableDefinition::Column &column : table.columns)
+        parts.append(columnDefinition(column));
+    for (const dialect::ForeignKey &key : table.foreignKeys)
+        parts.append(QStringLiteral("FOREIGN KEY ([%1]) REFERENCES [%2] ([%3])")
+                         .arg(key.column, key.parentTable, key.parentColumn));
+    execute(QStringLiteral("CREATE TABLE [%1] (%2)").arg(table.name, parts.join(QLatin1String(", "))));
+    for (const QStringList &columns : table.indexes)
+        execute(QStringLiteral("CREATE INDEX [%1_%2] ON [%1] ([%3])")
+                    .arg(table.name, columns.join(u'_'), columns.join(QLatin1String("], ["))));
+    if (table.firstNumber != 1)
+        execute(QStringLiteral("INSERT INTO sqlite_sequence VALUES (%1, %2)")
+                    .arg(dialect::quotedText(table.name))
+                    .arg(table.firstNumber - 1));
+}
+
+void SqliteDriver::append(const dialect::Table &table, const RowStore &rows)
+{
+    QStringList names, parameters;
+    for (const dialect::Column &column : table.columns) {
+        names.append(dialect::quotedName(column.name));
+        parameters.append(u'?' + QString::number(names.size()));
+    }
+    const Prepared insert = prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
+                                        .arg(dialect::quotedName(table.name), names.join(u','), parameters.join(u',')));
+    dialect::Translation translation;
+    translation.kind = dialect::Statement::Insert;
+    translation.table = table.name;
+    std::vector<Value> values(table.columns.size());
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        for (size_t column = 0; column < values.size(); ++column)
+            values[column] = rows.at(row, int(column));
+        run(*insert, values, nullptr, &translation);
+    }
+}
+
+qint64 SqliteDriver::nextNumber(const dialect::Table &table)
+{
+    const RowStore last =
+        read(QStringLiteral("SELECT seq FROM sqlite_sequence WHERE name = %1").arg(dialect::quotedText(table.name)));
+    return last.rowCount() > 0 ? last.at(0, 0).toInteger() + 1 : 1;
+}
+
+void SqliteDriver::setNextNumber(const dialect::Table &table, qint64 number)
+{
+    const QString name = dialect::quotedText(table.name);
+    execute(QStringLiteral("DELETE FROM sqlite_sequence WHERE name = %1; INSERT INTO sqlite_sequence VALUES (%1, %2)")
+                .arg(name)
+                .arg(number - 1));
+}
+
+QStringList SqliteDriver::damage()
+{
+    QStringList findings;
+    const RowStore rows = read(QStringLiteral("PRAGMA integrity_check"));
+    for (int row = 0; row < rows.rowCount(); ++row)
+        findings.append(rows.at(row, 0).toText());
+    findings.removeAll(QStringLiteral("ok"));
+    return findings;
+}
+
+dialect::Schema SqliteDriver::schema()
 {
     dialect::Schema schema;
     const RowStore columns = read(QStringLiteral(
-        "SELECT t.name, t.wr, c.name, c.type, c.pk = 1 OR EXISTS (SELECT 1 FROM pragma_index_list(t.name) AS i, "
+        "SELECT t.name, t.wr, c.name, c.type, c.pk, c.pk = 1 OR EXISTS (SELECT 1 FROM pragma_index_list(t.name) AS i, "
         "pragma_index_info(i.name) AS k WHERE k.seqno = 0 AND k.name = c.name) "
         "FROM pragma_table_list AS t, pragma_table_info(t.name) AS c "
         "WHERE t.schema = 'main' AND t.type = 'table' AND t.name NOT LIKE 'sqlite\\_%' ESCAPE '\\' ORDER BY t.name, "
@@ -237,9 +380,11 @@ dialect::Schema Connection::schema()
     for (int i = 0; i < columns.rowCount(); ++i) {
         const QString name = columns.at(i, 0).toText();
         if (schema.tables.empty() || schema.tables.back().name != name)
-            schema.tables.push_back({name, {}, {}, !columns.at(i, 1).toBool()});
-        schema.tables.back().columns.push_back(
-            {columns.at(i, 2).toText(), kindOf(columns.at(i, 3).toText()), columns.at(i, 4).toBool()});
+            schema.tables.push_back({name, {}, {}, columns.at(i, 1).toBool() ? QString() : QStringLiteral("rowid")});
+        const QString column = columns.at(i, 2).toText(), type = columns.at(i, 3).toText();
+        if (columns.at(i, 4).toInteger() == 1 && dialect::sameName(type, u"INTEGER"))
+            schema.tables.back().counter = column;
+        schema.tables.back().columns.push_back({column, kindOf(type), columns.at(i, 5).toBool()});
     }
     const RowStore keys =
         read(QStringLiteral("SELECT t.name, k.\"from\", k.\"table\", k.\"to\" FROM pragma_table_list AS t, "
@@ -250,7 +395,7 @@ dialect::Schema Connection::schema()
     return schema;
 }
 
-bool Connection::hasPartner(const dialect::Reference &reference, const std::vector<Value> &values)
+bool SqliteDriver::hasPartner(const dialect::Reference &reference, const std::vector<Value> &values)
 {
     const QString column = reference.key.parentColumn.isEmpty() ? QStringLiteral("rowid") : reference.key.parentColumn;
     try {
@@ -258,7 +403,7 @@ bool Connection::hasPartner(const dialect::Reference &reference, const std::vect
             QStringLiteral("SELECT 1 FROM %1 WHERE %2 = %3")
                 .arg(dialect::quotedName(reference.key.parentTable), dialect::quotedName(column), reference.value));
         RowStore found(1);
-        run(statement.get(), values, &found);
+        run(*statement, values, &found);
         return found.rowCount() > 0;
     } catch (const EngineError &) {
         // A value that was computed from the row cannot be asked for by itself.
@@ -266,7 +411,7 @@ bool Connection::hasPartner(const dialect::Reference &reference, const std::vect
     }
 }
 
-void Connection::failRelation(const dialect::Translation *translation, const std::vector<Value> &values)
+void SqliteDriver::failRelation(const dialect::Translation *translation, const std::vector<Value> &values)
 {
     if (translation && !translation->references.empty()) {
         const auto &references = translation->references;
@@ -289,7 +434,7 @@ void Connection::failRelation(const dialect::Translation *translation, const std
             .arg(child));
 }
 
-void Connection::fail(const dialect::Translation *translation, const std::vector<Value> &values)
+void SqliteDriver::fail(const dialect::Translation *translation, const std::vector<Value> &values)
 {
     if (m_ended)
         std::rethrow_exception(std::exchange(m_ended, nullptr));
@@ -317,7 +462,7 @@ void Connection::fail(const dialect::Translation *translation, const std::vector
     throw EngineError(EngineError::internalError, QStringLiteral("Reserved error (%1); %2.").arg(code).arg(text));
 }
 
-void Connection::failLocked(const dialect::Translation *translation) const
+void SqliteDriver::failLocked(const dialect::Translation *translation) const
 {
     const bool reading = translation && translation->kind == dialect::Statement::SelectRows;
     const QString what = !m_opened ? QStringLiteral("open '%1'").arg(m_path)

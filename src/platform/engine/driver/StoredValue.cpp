@@ -1,4 +1,4 @@
-#include "platform/engine/StoredValue.h"
+#include "platform/engine/driver/StoredValue.h"
 
 #include "platform/engine/EngineError.h"
 #include "platform/engine/dialect/DateLiteral.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/engine/Value.h"
 #include "platform/engine/dialect/Schema.h"
+#include "platform/engine/driver/Value.h"
 
 /// `value` as a column of `kind` holds it: whole 32-bit numbers, money of four places, dates in
 /// their stored form, -1 or 0 for yes or no. Halves round to the even neighbour.

@@ -1,4 +1,4 @@
-#include "platform/engine/dialect/SqliteWriter.h"
+#include "platform/engine/dialect/StatementWriter.h"
 
 #include "platform/engine/EngineError.h"
 #include "platform/engine/dialect/ExpressionWriter.h"
@@ -48,7 +48,10 @@ void forEachCondition(const Source &source, Visit visit)
 class StatementWriter
 {
 public:
-    StatementWriter(const Schema &schema, Literals literals) : m_schema(schema), m_expressions(literals) { }
+    StatementWriter(const Schema &schema, Literals literals, const Language &language)
+        : m_schema(schema), m_language(language), m_expressions(literals, language)
+    {
+    }
 
     Translation write(const Statement &statement)
     {
@@ -76,17 +79,7 @@ public:
     }
 
 private:
-    const Table &table(const QString &name) const
-    {
-        const Table *found = m_schema.find(name);
-        if (!found)
-            throw EngineError(
-                EngineError::unknownTable,
-                QStringLiteral("The database engine cannot find the input table or query '%1'. Make sure it "
-                               "exists and that its name is spelled correctly.")
-                    .arg(name));
-        return *found;
-    }
+    const Table &table(const QString &name) const { return m_schema.table(name); }
 
     // ---- SELECT
     void addTables(const Source &source)
@@ -106,12 +99,12 @@ private:
             ++next;
             return tableOrItsColumns(source);
         }
-        static constexpr const char *joins[] = {"", ", ", " INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN "};
+        static constexpr const char *joins[] = {"", "", " INNER JOIN ", " LEFT JOIN ", " RIGHT JOIN "};
+        const char *const join = source.condition ? joins[source.join] : m_language.crossJoin;
         const size_t first = next;
         const QString left = from(*source.left, next);
         const QString right = from(*source.right, next);
-        QString sql =
-            left + QLatin1String(joins[source.join]) + (source.right->isTable() ? right : u'(' + right + u')');
+        QString sql = left + QLatin1String(join) + (source.right->isTable() ? right : u'(' + right + u')');
         if (source.condition)
             sql += QLatin1String(" ON ") + m_expressions.joinCondition(*source.condition, first, next);
         return sql;
@@ -187,7 +180,7 @@ private:
         if (select.distinct && !m_expressions.counts())
             narrowHiddenTables(select);
         if (select.distinct && texts)
-            writeDistinctTexts(select, columns);
+            m_out.sql = distinctTexts(select, columns);
         else
             writePlainSelect(select, columns);
     }
@@ -198,10 +191,10 @@ private:
             list.append(column.written.sql + QLatin1String(" AS ") + quotedName(column.name));
         const NamedTable &first = m_expressions.tables().front();
         const bool wholeTable = select.from->isTable() && !select.distinct && select.outputs.size() == 1
-            && select.outputs.front().value->kind == Expression::AllColumns && first.table->hasRowNumbers;
+            && select.outputs.front().value->kind == Expression::AllColumns && !first.table->rowNumber.isEmpty();
         if (wholeTable) {
             m_out.table = first.table->name;
-            list.append(quotedName(first.name) + QLatin1String(".rowid"));
+            list.append(rowNumber(first));
         }
         m_out.sql = selectWord(select) + listed(list) + fromWhere(select);
         m_out.sql += orderBy(select, columns);
@@ -242,23 +235,43 @@ private:
         }
     }
     // Comparing texts without regard to case is slow. Rows that are the same to the byte are dropped first, quickly;
-    // only the few that are left are compared as texts.
-    void writeDistinctTexts(const Select &select, const std::vector<SelectedColumn> &columns)
+    // only the few that are left are compared as texts: by the engine's own comparison, or grouped by each text's key,
+    // of which the least text is shown.
+    QString distinctTexts(const Select &select, const std::vector<SelectedColumn> &columns)
     {
-        QStringList inner, outer;
+        QStringList inner, outer, groups;
+        std::vector<SelectedColumn> grouped = columns;
         for (size_t i = 0; i < columns.size(); ++i) {
-            const QString name = quotedName(ExpressionWriter::positionName(i + 1));
-            inner.append(columns[i].written.sql + QLatin1String(" AS ") + name);
-            outer.append(ExpressionWriter::collated({name, columns[i].written.kind}) + QLatin1String(" AS ")
-                         + quotedName(columns[i].name));
+            Written &column = grouped[i].written;
+            inner.append(column.sql + QLatin1String(" AS ") + quotedName(ExpressionWriter::positionName(i + 1)));
+            column.sql = quotedName(ExpressionWriter::positionName(i + 1));
+            groups.append(m_expressions.key(column));
+            const bool isText = column.kind == ValueKind::Text;
+            const QString shown = m_language.comparesTexts ? groups.last()
+                : isText                                   ? filled(m_language.leastText, {column.sql})
+                                                           : column.sql;
+            outer.append(shown + QLatin1String(" AS ") + quotedName(columns[i].name));
         }
-        const QString rows = selectWord(select) + listed(inner) + fromWhere(select);
-        m_out.sql = selectWord(select) + listed(outer) + QLatin1String(" FROM (") + rows + u')';
-        m_out.sql += orderBy(select, columns);
+        const QString rows =
+            QLatin1String(" FROM (") + selectWord(select) + listed(inner) + fromWhere(select) + QLatin1String(") AS r");
+        if (m_language.comparesTexts)
+            return selectWord(select) + listed(outer) + rows + orderBy(select, columns, columns);
+        return QLatin1String("SELECT ") + listed(outer) + rows + QLatin1String(" GROUP BY ") + listed(groups)
+            + orderBy(select, columns, grouped);
     }
 
     // ---- ORDER BY
+    static QString rowNumber(const NamedTable &table)
+    {
+        return quotedName(table.name) + u'.' + quotedName(table.table->rowNumber);
+    }
     QString orderBy(const Select &select, const std::vector<SelectedColumn> &columns)
+    {
+        return orderBy(select, columns, columns);
+    }
+    /// `sorted` has what stands for each of `columns` where the rows are sorted.
+    QString orderBy(const Select &select, const std::vector<SelectedColumn> &columns,
+                    const std::vector<SelectedColumn> &sorted)
     {
         QStringList keys;
         for (const OrderKey &key : select.order) {
@@ -268,12 +281,29 @@ private:
                 continue;
             if (position < 0 && select.distinct)
                 refuseDistinctOrder(*key.value);
-            const Written written = position < 0
-                ? m_expressions.value(*key.value)
-                : Written{QString::number(position + 1), columns[position].written.kind};
-            keys.append(ExpressionWriter::collated(written) + QLatin1String(key.descending ? " DESC" : ""));
+            const Written written = position < 0 ? m_expressions.value(*key.value)
+                : m_language.isTyped             ? sorted[position].written
+                                     : Written{QString::number(position + 1), columns[position].written.kind};
+            keys.append(m_expressions.key(written)
+                        + QLatin1String(key.descending ? m_language.descending : m_language.ascending));
         }
+        if (m_language.isTyped && !m_expressions.counts())
+            keys += remainingOrder(select, keys, sorted);
         return keys.isEmpty() ? QString() : QLatin1String(" ORDER BY ") + listed(keys);
+    }
+    // Such an engine moves a row that changes, and a list must not jump: what nothing else sorts comes in the order in
+    // which it was entered, and distinct rows by their columns.
+    QStringList remainingOrder(const Select &select, const QStringList &keys,
+                               const std::vector<SelectedColumn> &sorted) const
+    {
+        const NamedTable &first = m_expressions.tables().front();
+        if (!select.distinct)
+            return first.table->rowNumber.isEmpty() ? QStringList() : QStringList(rowNumber(first));
+        QStringList all;
+        if (keys.isEmpty())
+            for (const SelectedColumn &column : sorted)
+                all.append(m_expressions.key(column.written) + QLatin1String(m_language.ascending));
+        return all;
     }
     [[noreturn]] void refuseDistinctOrder(const Expression &key)
     {
@@ -361,7 +391,11 @@ private:
         }
         m_expressions.refuseMixedCount();
         m_out.sql = QStringLiteral("INSERT INTO %1 (%2) ").arg(quotedName(table.name), listed(names));
-        if (statement.select) {
+        if (statement.select && statement.select->distinct && !m_language.comparesTexts) {
+            for (size_t i = 0; i < given.size(); ++i)
+                given[i].written = {values[i], columns[i]->kind};
+            m_out.sql += distinctTexts(*statement.select, given);
+        } else if (statement.select) {
             m_out.sql += selectWord(*statement.select) + listed(values) + fromWhere(*statement.select);
             m_out.sql += orderBy(*statement.select, given);
         } else {
@@ -376,8 +410,8 @@ private:
             return m_expressions.stored(*expression, column);
         if (expression)
             given.written = m_expressions.output(*expression);
-        const QString value = ExpressionWriter::stored(given.written, column);
-        return select->distinct ? ExpressionWriter::collated({value, column.kind}) : value;
+        const QString value = m_expressions.stored(given.written, column);
+        return select->distinct && m_language.comparesTexts ? m_expressions.key({value, column.kind}) : value;
     }
     void writeUpdate(const Statement &statement)
     {
@@ -403,6 +437,7 @@ private:
     }
 
     const Schema &m_schema;
+    const Language &m_language;
     ExpressionWriter m_expressions;
     std::map<QString, QStringList> m_narrowed; ///< tables that are read for these columns' distinct values only
     Translation m_out;
@@ -410,26 +445,25 @@ private:
 
 }
 
-Translation translate(const Statement &statement, const Schema &schema, Literals literals)
+Translation translate(const Statement &statement, const Schema &schema, Literals literals, const Language &language)
 {
-    return StatementWriter(schema, literals).write(statement);
+    return StatementWriter(schema, literals, language).write(statement);
 }
 
-QString translateCondition(const Expression &condition, const std::vector<OutputColumn> &columns)
+QString translateCondition(const Expression &condition, const std::vector<OutputColumn> &columns,
+                           const Language &language)
 {
     Table row;
     QStringList values;
     for (const OutputColumn &column : columns) {
         row.columns.push_back({column.name, column.kind});
-        const size_t position = row.columns.size();
+        const QString position = QString::number(row.columns.size());
+        const QString value = filled(of(language.parameter, column.kind), {position});
         // The cast has a text compare as the column that it was read from would.
-        values.append(
-            QStringLiteral("%1 AS %2")
-                .arg((column.kind == ValueKind::Text ? QStringLiteral("CAST(?%1 AS TEXT)") : QStringLiteral("?%1"))
-                         .arg(position),
-                     quotedName(ExpressionWriter::positionName(position))));
+        values.append((column.kind == ValueKind::Text ? QStringLiteral("CAST(%1 AS TEXT)").arg(value) : value)
+                      + QLatin1String(" AS ") + quotedName(ExpressionWriter::positionName(row.columns.size())));
     }
-    ExpressionWriter writer(Literals::Inline);
+    ExpressionWriter writer(Literals::Inline, language);
     writer.addTable({{}, &row, true});
     const QString sql = writer.condition(condition);
     writer.refuseMissing();

@@ -1,4 +1,4 @@
-#include "platform/engine/LikePattern.h"
+#include "platform/engine/sqlite/LikePattern.h"
 
 #include "platform/text/TextCompare.h"
 

@@ -1,4 +1,4 @@
-#include "platform/engine/Value.h"
+#include "platform/engine/driver/Value.h"
 
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"

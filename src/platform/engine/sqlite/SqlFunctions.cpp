@@ -1,8 +1,8 @@
-#include "platform/engine/SqlFunctions.h"
+#include "platform/engine/sqlite/SqlFunctions.h"
 
-#include "platform/engine/LikePattern.h"
-#include "platform/engine/StoredValue.h"
-#include "platform/engine/dialect/Translation.h"
+#include "platform/engine/driver/StoredValue.h"
+#include "platform/engine/sqlite/LikePattern.h"
+#include "platform/engine/sqlite/SqliteLanguage.h"
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
 #include "platform/text/TextCompare.h"
@@ -146,16 +146,16 @@ int collate(void *, int leftSize, const void *left, int rightSize, const void *r
 
 void registerSqlFunctions(sqlite3 *connection, std::optional<EngineError> &refused)
 {
-    sqlite3_create_collation_v2(connection, dialect::names::collation, SQLITE_UTF8, nullptr, collate, nullptr);
+    sqlite3_create_collation_v2(connection, SqliteNames::collation, SQLITE_UTF8, nullptr, collate, nullptr);
     const auto add = [&](const char *name, int arguments, void (*body)(sqlite3_context *, int, sqlite3_value **)) {
         constexpr int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_DIRECTONLY;
         sqlite3_create_function_v2(connection, name, arguments, flags, &refused, body, nullptr, nullptr, nullptr);
     };
-    add(dialect::names::upperCase, 1, guarded<inCapitals>);
-    add(dialect::names::concatenate, -1, guarded<concatenate>);
-    add(dialect::names::number, 1, guarded<number>);
-    add(dialect::names::shortDate, 1, guarded<shortDate>);
-    add(dialect::names::currency, 1, guarded<currency>);
-    add(dialect::names::stored, 2, guarded<stored>);
-    add(dialect::names::like, 2, guarded<like>);
+    add(SqliteNames::upperCase, 1, guarded<inCapitals>);
+    add(SqliteNames::concatenate, -1, guarded<concatenate>);
+    add(SqliteNames::number, 1, guarded<number>);
+    add(SqliteNames::shortDate, 1, guarded<shortDate>);
+    add(SqliteNames::currency, 1, guarded<currency>);
+    add(SqliteNames::stored, 2, guarded<stored>);
+    add(SqliteNames::like, 2, guarded<like>);
 }
