@@ -29,16 +29,20 @@ bool isOptional(const QString &table, const QString &column = {})
     });
 }
 
-ImportKind kindOf(const Schema::Column &column)
+ImportKind kindOf(dialect::ValueKind kind)
 {
-    const QString type = column.type;
-    if (type == "YESNO")
+    switch (kind) {
+    case dialect::ValueKind::YesNo:
         return ImportKind::YesNo;
-    if (type == "CURRENCY")
+    case dialect::ValueKind::Currency:
         return ImportKind::Money;
-    if (type == "DATETIME")
+    case dialect::ValueKind::Date:
         return ImportKind::Date;
-    return type == "TEXT" ? ImportKind::Text : ImportKind::Number;
+    case dialect::ValueKind::Text:
+        return ImportKind::Text;
+    default:
+        return ImportKind::Number;
+    }
 }
 
 ImportKind kindOf(JetType type)
@@ -182,7 +186,7 @@ void OldCrib::matchTables()
 {
     QStringList missing;
     QSet<const JetTable *> taken;
-    for (const Schema::Table &ours : Schema::tables()) {
+    for (const TableDefinition &ours : Schema::tables()) {
         ImportTable table{.name = ours.name, .source = nullptr, .isOurs = true, .columns = {}};
         if (const auto found = findName(m_file.tables(), table.name, &JetTable::name); found != m_file.tables().end()) {
             table.source = &*found;
@@ -194,14 +198,16 @@ void OldCrib::matchTables()
         } else {
             m_notes << "There was no table " + table.name + "; it is empty.";
         }
-        for (const Schema::Column &column : ours.columns)
+        for (const TableDefinition::Column &column : ours.columns) {
+            const bool isCounter = column.rule == TableDefinition::Counter;
             table.columns.push_back({.name = column.name,
-                                     .kind = kindOf(column),
+                                     .kind = kindOf(column.kind),
                                      .source = -1,
-                                     .isKey = (column.type + QString(column.rule)).contains("PRIMARY KEY"),
-                                     .isCounter = QString(column.type).contains("AUTOINCREMENT"),
-                                     .isRequired = QString(column.rule).contains("NOT NULL"),
+                                     .isKey = isCounter || column.rule == TableDefinition::Key,
+                                     .isCounter = isCounter,
+                                     .isRequired = column.rule != TableDefinition::Optional && !isCounter,
                                      .isOurs = true});
+        }
         if (table.source)
             matchColumns(table, missing);
         m_tables.push_back(std::move(table));
