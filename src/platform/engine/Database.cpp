@@ -162,10 +162,11 @@ void Database::executeNative(const QString &sql)
 Recordset Database::openNative(const QString &sql)
 {
     auto prepared = std::make_shared<PreparedStatement>();
-    prepared->handle = d->driver->prepare(sql);
-    for (const QString &name : d->driver->columnNames(*prepared->handle))
+    const Driver::Native native = d->driver->prepareNative(sql);
+    prepared->handle = native.statement;
+    for (const QString &name : native.columns)
         prepared->translation.columns.push_back({name, dialect::ValueKind::Unknown});
-    prepared->columnCount = int(prepared->translation.columns.size());
+    prepared->columnCount = int(native.columns.size());
     return Recordset(std::make_unique<Recordset::Private>(*d, Private::BoundStatement{prepared, {}}));
 }
 

@@ -1,9 +1,9 @@
 #include "tests/support/DataRows.h"
 #include "tests/support/TestServer.h"
 
-#include "platform/engine/LikePattern.h"
 #include "platform/engine/dialect/DateLiteral.h"
 #include "platform/engine/postgres/ServerFunctions.h"
+#include "platform/engine/sqlite/LikePattern.h"
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
 #include "platform/text/TextCompare.h"

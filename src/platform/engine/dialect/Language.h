@@ -33,6 +33,7 @@ struct Language {
     const char *currency;
     const char *leastText; ///< of all rows
     const char *greatestText;
+    const char *leastOfEqualTexts; ///< which stands for those that compare as equal
     const char *crossJoin;
     const char *ascending; ///< empty values first
     const char *descending; ///< empty values last

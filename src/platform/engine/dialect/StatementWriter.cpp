@@ -248,7 +248,7 @@ private:
             groups.append(m_expressions.key(column));
             const bool isText = column.kind == ValueKind::Text;
             const QString shown = m_language.comparesTexts ? groups.last()
-                : isText                                   ? filled(m_language.leastText, {column.sql})
+                : isText                                   ? filled(m_language.leastOfEqualTexts, {column.sql})
                                                            : column.sql;
             outer.append(shown + QLatin1String(" AS ") + quotedName(columns[i].name));
         }

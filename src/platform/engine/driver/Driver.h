@@ -77,12 +77,16 @@ public:
     virtual void copyTo(const QString &file) = 0;
     /// Runs any number of statements of the engine's own language, names in brackets, and drops their rows.
     virtual void execute(const QString &sql) = 0;
-    /// The names of the columns that a statement of the engine's own language gives.
-    virtual QStringList columnNames(Statement &statement) = 0;
+    /// A SELECT of that language, names in brackets as well, with the names of its columns.
+    struct Native {
+        Prepared statement;
+        QStringList columns;
+    };
+    virtual Native prepareNative(const QString &sql) = 0;
 
     // ---- others at the same database, see Database
     virtual qint64 clockOffset() { return 0; }
-    virtual qintptr changesSocket() const { return -1; }
+    virtual qintptr changesSocket() { return -1; }
     virtual QStringList changesOfOthers() { return {}; }
 
     Counters counters;

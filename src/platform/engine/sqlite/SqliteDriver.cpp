@@ -297,12 +297,13 @@ void SqliteDriver::copyTo(const QString &file)
         copy.fail();
 }
 
-QStringList SqliteDriver::columnNames(Statement &statement)
+Driver::Native SqliteDriver::prepareNative(const QString &sql)
 {
-    QStringList names;
-    for (int column = 0; column < sqlite3_column_count(handleOf(statement)); ++column)
-        names.append(QString::fromUtf8(sqlite3_column_name(handleOf(statement), column)));
-    return names;
+    Native native{prepare(sql), {}};
+    sqlite3_stmt *const handle = handleOf(*native.statement);
+    for (int column = 0; column < sqlite3_column_count(handle); ++column)
+        native.columns.append(QString::fromUtf8(sqlite3_column_name(handle, column)));
+    return native;
 }
 
 void SqliteDriver::createTable(const TableDefinition &table)

@@ -48,7 +48,7 @@ public:
     void analyze() override { execute(QStringLiteral("ANALYZE")); }
     void copyTo(const QString &file) override;
     void execute(const QString &sql) override;
-    QStringList columnNames(Statement &statement) override;
+    Native prepareNative(const QString &sql) override;
 
 private:
     void open(const QString &file, int flags);

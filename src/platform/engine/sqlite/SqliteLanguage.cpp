@@ -27,6 +27,7 @@ const dialect::Language sqliteLanguage{
     .currency = "vorlane_currency(%1)",
     .leastText = "min(%1 COLLATE VORLANETEXT)",
     .greatestText = "max(%1 COLLATE VORLANETEXT)",
+    .leastOfEqualTexts = "%1",
     .crossJoin = ", ",
     .ascending = "",
     .descending = " DESC",

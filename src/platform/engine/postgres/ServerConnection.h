@@ -1,0 +1,86 @@
+#pragma once
+
+#include "platform/engine/driver/Counters.h"
+#include "platform/engine/driver/Value.h"
+#include "platform/engine/postgres/ConnectionFile.h"
+#include "platform/engine/postgres/ServerError.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+#include <span>
+
+struct pg_conn;
+
+/// The way to a server. What is to be said goes together in one journey, since far away each costs more than what the
+/// server does.
+class ServerConnection
+{
+public:
+    /// `path` is the connection file's name, for the words of errors.
+    /// @throws EngineError for a server that cannot be reached, refuses the user or is too old.
+    ServerConnection(const QString &path, const ConnectionFile::Settings &settings, Counters &counters);
+    ~ServerConnection();
+    Q_DISABLE_COPY_MOVE(ServerConnection)
+
+    /// Connects anew; the server has forgotten everything then. @throws EngineError likewise.
+    void connect();
+    /// Goes up with each connect().
+    int generation() const { return m_generation; }
+    /// Whether the way is known to be broken.
+    bool isLost() const;
+    /// Also looks for a farewell that came while nobody asked.
+    bool noticesLoss();
+
+    /// Something to be said to the server.
+    struct Message {
+        enum Kind { Text, Prepare, Run };
+        Kind kind = Text;
+        QByteArray sql; ///< of a text, or of a statement to prepare
+        QByteArray name; ///< of the statement to prepare or run
+        const std::vector<Value> *values = nullptr;
+    };
+    struct Answer {
+        std::optional<ServerError> error; ///< the first one; what came behind it was not done
+        size_t done = 0; ///< how many of the messages were
+        qint64 changed = 0; ///< rows, by the last of them that changed any
+    };
+    using VisitResult = std::function<void(const pg_result *)>;
+    /// `visit` is given what a Run brings back, row by row if so wished, and may end it by what it throws. After a lost
+    /// connection the answer may be incomplete.
+    Answer travel(std::span<const Message> messages, const VisitResult &visit = {}, bool rowByRow = false);
+    /// Says something whose answer nobody waits for.
+    void sendAlong(const QByteArray &sql);
+    /// Runs any number of statements without values, apart from all journeys. @returns what went wrong, if anything.
+    std::optional<ServerError> execute(const QByteArray &sql);
+    /// Hands `data` to a COPY ... FROM STDIN.
+    std::optional<ServerError> copyIn(const QByteArray &sql, const QByteArray &data);
+    /// The names of a prepared statement's columns.
+    QStringList columnNames(const QByteArray &name);
+
+    /// Called while an answer is waited for, and between rows; what it throws ends the journey.
+    void setPulse(std::function<void()> pulse) { m_pulse = std::move(pulse); }
+
+    int socket() const;
+    /// The tables of which others said since the last call that they changed them.
+    QStringList changesOfOthers();
+
+private:
+    void send(const Message &message);
+    void receive(std::span<const Message> messages, const VisitResult &visit, bool rowByRow, Answer &answer);
+    pg_result *next();
+    /// Leaves out what is still to come of a journey.
+    void skip(bool cancel);
+    void skipUnread();
+    void noteChanges();
+
+    QString m_path;
+    ConnectionFile::Settings m_settings;
+    Counters &m_counters;
+    std::function<void()> m_pulse;
+    pg_conn *m_connection = nullptr;
+    int m_generation = 0;
+    int m_unread = 0; ///< journeys whose answers nobody waited for
+    QStringList m_changes;
+};
