@@ -2,9 +2,11 @@
 
 #include "db/Schema.h"
 #include "db/Session.h"
-#include "platform/engine/Workspace.h"
+#include "tests/support/ServerDatabase.h"
 
 #include <QTemporaryDir>
+
+#include <optional>
 
 /// A crib's database in a file of its own, open as the program's session for the life of the object. It holds a few
 /// rows of everything that windows ask for, and no tools:
@@ -18,10 +20,10 @@ class CribDatabase
 public:
     CribDatabase()
     {
-        {
-            const auto database = Workspace::first().createDatabase(path());
-            Schema::create(*database);
-        }
+        if (ServerDatabase::isWanted())
+            m_server.emplace(path(), "crib", Schema::create);
+        else
+            Schema::create(*Workspace::first().createDatabase(path()));
         Session::open(path());
         insert("Types (Description,Parent)", {"'Wrenches',0", "'Torque wrenches',1"});
         insert("Locations (Description,Parent)", {"'Cabinet A',0", "'Cabinet B',0"});
@@ -73,4 +75,5 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    std::optional<ServerDatabase> m_server;
 };

@@ -1,16 +1,25 @@
 #pragma once
 
-#include "platform/engine/Workspace.h"
+#include "tests/support/ServerDatabase.h"
 
 #include <QTemporaryDir>
 
-/// A new database in a file of its own, with what `statements` put into it.
+#include <optional>
+
+/// A new database in a file of its own, or on the server, with what `statements` put into it.
 class EngineFile
 {
 public:
-    explicit EngineFile(const QString &statements = {}) : m_database(Workspace::first().createDatabase(path()))
+    explicit EngineFile(const QString &statements = {})
     {
-        m_database->executeNative("BEGIN;" + statements + ";COMMIT");
+        if (!ServerDatabase::isWanted()) {
+            m_database = Workspace::first().createDatabase(path());
+            m_database->executeNative("BEGIN;" + statements + ";COMMIT");
+            return;
+        }
+        m_server.emplace(path(), "empty", [](Database &database) { database.upgrade(); });
+        m_database = Workspace::first().openDatabase(path());
+        ServerDatabase::run(*m_database, statements);
     }
     QString path() const { return m_folder.filePath("crib.mdb"); }
     Database *operator->() const { return m_database.get(); }
@@ -18,6 +27,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    std::optional<ServerDatabase> m_server;
     std::unique_ptr<Database> m_database;
 };
 

@@ -38,8 +38,8 @@ QStringList comparable(const QString &statement, QStringList lines)
 
 }
 
-/// Runs the statements of statements.txt. A block there begins with what it shows; below stand statements, each with
-/// its outcome behind two blanks. The blocks know nothing of each other.
+/// Runs the statements of statements.txt. A block there begins with what it shows, and for which engine alone; below
+/// stand statements, each with its outcome behind two blanks. The blocks know nothing of each other.
 class TestStatements : public QObject
 {
     Q_OBJECT
@@ -51,7 +51,9 @@ private slots:
              QString::fromUtf8(contentOf(TEST_DATA "/statements.txt")).split("\n\n", Qt::SkipEmptyParts)) {
             const QStringList lines = text.split('\n', Qt::SkipEmptyParts);
             QVERIFY2(lines.first().startsWith("# "), qPrintable(text));
-            row(qPrintable(lines.first().mid(2)), lines.mid(1));
+            // A server gives no number out again even where the row was not stored.
+            if (!ServerDatabase::isWanted() || !lines.first().startsWith("# (file)"))
+                row(qPrintable(lines.first().mid(2)), lines.mid(1));
         }
     }
 
@@ -92,7 +94,8 @@ private slots:
         row("conditions within conditions that would double each time",
             tools + repeated("ID between (", 40) + "1" + repeated(") and 2", 40), tooComplex);
         row("100,000 signs in a row", tools + "ID = " + repeated("- ", 100'000) + "1", "cnt\n1");
-        row("a long pattern", tools + "Description like '" + repeated("*a", 50'000) + "'", "cnt\n0");
+        row("a long pattern", tools + "Description like '" + repeated("*a", 50'000) + "'",
+            ServerDatabase::isWanted() ? tooComplex : "cnt\n0");
         const QChar nul = u'\0';
         row("a NUL behind the statement", tools + "ID = 1" + nul + "; DELETE FROM Tools",
             QString("error 3075 Syntax error in query expression '") + nul + "; DELETE FROM Tools'.");

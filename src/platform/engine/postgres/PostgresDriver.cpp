@@ -196,7 +196,7 @@ ServerConnection::Answer PostgresDriver::travelOnce(KnownStatement &statement, c
     if (answer.error && m_snapshot)
         m_connection.sendAlong("ROLLBACK");
     else if (answer.error && inTransaction && answer.done >= preparing)
-        m_connection.sendAlong("ROLLBACK TO SAVEPOINT one; RELEASE SAVEPOINT one");
+        m_connection.sendAlong("ROLLBACK TO SAVEPOINT one");
     m_snapshot = m_snapshot && !answer.error;
     return answer;
 }
