@@ -62,7 +62,7 @@ void Import::copy()
         if (table.source && table.columns[0].isCounter)
             crib.setLastNumber(table.name, table.source->lastNumber);
     }
-    database->executeNative("ANALYZE");
+    database->analyze();
     transaction.commit();
     m_notes = m_old.notes() + m_notes;
 }
@@ -147,8 +147,7 @@ void Import::compare()
         });
         requireEqual(table, tallies[table.name], m_stored[table.name]);
     }
-    if (!database->openNative("PRAGMA foreign_key_check").isEmpty()
-        || database->openNative("PRAGMA integrity_check").at(0, 0).toText() != "ok")
+    if (!database->openNative("PRAGMA foreign_key_check").isEmpty() || !database->damage().isEmpty())
         throw Refusal(ImportStatus::Differs, "could not be copied: the new file is not sound; it was removed");
     m_notes += shortened(faultsIn(*database), "There are %1 more of these; vorlane-admin check lists them.");
 }

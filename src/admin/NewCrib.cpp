@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr qsizetype longestStatement = 200'000;
 constexpr int rowsAtATime = 500;
 // Rows come one after the other and are seldom looked at again.
 const QString smallCache = "PRAGMA cache_size = -6144";
@@ -37,43 +36,13 @@ QString declaredType(ImportKind kind)
 
 QString definition(const ImportColumn &column) { return quotedName(column.name) + ' ' + declaredType(column.kind); }
 
-// Read as decimals a fraction may lose its last bit; as 53 bits divided by a power of two it loses nothing.
-QString literal(double fraction)
+/// The name by which rows have their numbers, which a column of a foreign table may hide.
+QString rowNumberOf(const ImportTable &table)
 {
-    int exponent = 0;
-    const double bits = std::frexp(fraction, &exponent);
-    QString text = QString("CAST(%1 AS REAL)").arg(qint64(std::ldexp(bits, 53)));
-    for (exponent -= 53; exponent != 0;) {
-        const int step = std::min(std::abs(exponent), 60);
-        text = QString("(%1%2%3)").arg(text, exponent < 0 ? "/" : "*").arg(1LL << step);
-        exponent += exponent < 0 ? step : -step;
-    }
-    return text;
-}
-
-QString blobLiteral(const QByteArray &bytes) { return "X'" + QString::fromLatin1(bytes.toHex()) + '\''; }
-
-void appendLiteral(QString &statement, const JetValue &value, ImportKind kind)
-{
-    if (const auto *number = std::get_if<qint64>(&value)) {
-        statement += QString::number(*number);
-        if (kind == ImportKind::Money)
-            statement += QString("/%1.0").arg(moneyUnits);
-    } else if (const auto *text = std::get_if<QString>(&value)) {
-        // A statement ends at a character of the code 0.
-        if (text->contains(QChar(0)))
-            statement += "CAST(" + blobLiteral(text->toUtf8()) + " AS TEXT)";
-        else if (text->contains('\''))
-            statement += quoted(*text);
-        else
-            statement += '\'' + *text + '\'';
-    } else if (const auto *fraction = std::get_if<double>(&value)) {
-        statement += literal(*fraction);
-    } else if (const auto *bytes = std::get_if<QByteArray>(&value)) {
-        statement += blobLiteral(*bytes);
-    } else {
-        statement += "NULL";
-    }
+    QStringList names{"rowid", "oid", "_rowid_"};
+    for (const ImportColumn &column : table.columns)
+        names.removeOne(column.name.toLower());
+    return names.value(0);
 }
 
 JetValue asAppended(const Value &value, ImportKind kind)
@@ -119,48 +88,70 @@ NewCrib::NewCrib(Database &database, const std::vector<ImportTable> &tables) : m
 
 void NewCrib::append(const ImportTable &table, const std::vector<JetValue> &row)
 {
-    if (m_table != &table)
+    if (m_table != &table) {
         flush();
-    m_table = &table;
-    m_rows += m_rows.isEmpty() ? "(" : ",(";
-    for (size_t i = 0; i < row.size(); ++i) {
-        if (i > 0)
-            m_rows += ',';
-        appendLiteral(m_rows, row[i], table.columns[i].kind);
+        m_table = &table;
+        m_rows = RowStore(int(table.columns.size()));
     }
-    m_rows += ')';
-    if (m_rows.size() > longestStatement)
+    m_rows.beginRow();
+    for (size_t i = 0; i < row.size(); ++i)
+        addCell(row[i], table.columns[i].kind);
+    for (size_t i = 0; i < row.size(); ++i) {
+        if (const auto *bytes = std::get_if<QByteArray>(&row[i]))
+            storeBytes(table, table.columns[i], *bytes);
+    }
+    if (m_rows.rowCount() >= rowsAtATime)
         flush();
+}
+
+void NewCrib::addCell(const JetValue &value, ImportKind kind)
+{
+    if (const auto *text = std::get_if<QString>(&value)) {
+        const QByteArray characters = text->toUtf8();
+        m_rows.addText(characters.constData(), characters.size());
+    } else if (const auto *number = std::get_if<qint64>(&value)) {
+        if (kind == ImportKind::Money)
+            m_rows.addFraction(double(*number) / moneyUnits);
+        else
+            m_rows.addInteger(*number);
+    } else if (const auto *fraction = std::get_if<double>(&value)) {
+        m_rows.addFraction(*fraction);
+    } else {
+        m_rows.addNull();
+    }
+}
+
+// The engine's rows take no bytes. They are rare, and put into the row once it is stored.
+void NewCrib::storeBytes(const ImportTable &table, const ImportColumn &column, const QByteArray &bytes)
+{
+    flush();
+    m_database.executeNative("UPDATE " + quotedName(table.name) + " SET " + quotedName(column.name) + " = X'"
+                             + QString::fromLatin1(bytes.toHex()) + "' WHERE " + rowNumberOf(table)
+                             + " = last_insert_rowid()");
 }
 
 void NewCrib::flush()
 {
-    if (!m_rows.isEmpty())
-        m_database.executeNative("INSERT INTO " + quotedName(m_table->name) + " VALUES " + m_rows);
+    if (m_rows.rowCount() > 0)
+        m_database.append(m_table->name, m_rows);
     m_rows.clear();
 }
 
 void NewCrib::setLastNumber(const QString &table, qint64 number)
 {
-    m_database.executeNative(
-        QString("UPDATE sqlite_sequence SET seq = max(seq, %2) WHERE name = %1;"
-                "INSERT INTO sqlite_sequence SELECT %1, %2 WHERE %1 NOT IN (SELECT name FROM sqlite_sequence)")
-            .arg(quoted(table))
-            .arg(number));
+    if (number >= m_database.nextNumber(table))
+        m_database.setNextNumber(table, number + 1);
 }
 
 void NewCrib::read(Database &database, const ImportTable &table,
                    const std::function<void(const std::vector<JetValue> &)> &visit)
 {
-    // A column of a foreign table may hide the name of the row's number.
-    QStringList rowNumbers{"rowid", "oid", "_rowid_"};
+    const QString rowNumber = rowNumberOf(table);
     QStringList columns;
     for (const ImportColumn &column : table.columns) {
-        rowNumbers.removeOne(column.name.toLower());
         const QString name = quotedName(column.name);
         columns << (column.kind == ImportKind::Bytes ? "iif(" + name + " IS NULL, NULL, hex(" + name + "))" : name);
     }
-    const QString rowNumber = rowNumbers.value(0);
     const QString select = "SELECT " + rowNumber + ',' + columns.join(',') + " FROM " + quotedName(table.name);
     const QString inOrder = " ORDER BY " + rowNumber + " LIMIT " + QString::number(rowsAtATime);
     QString behind;

@@ -21,7 +21,10 @@ public:
                      const std::function<void(const std::vector<JetValue> &)> &visit);
 
 private:
+    void addCell(const JetValue &value, ImportKind kind);
+    void storeBytes(const ImportTable &table, const ImportColumn &column, const QByteArray &bytes);
+
     Database &m_database;
     const ImportTable *m_table = nullptr; ///< of the rows that wait
-    QString m_rows;
+    RowStore m_rows;
 };
