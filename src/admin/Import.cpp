@@ -62,7 +62,7 @@ void Import::copy()
         if (table.source && table.columns[0].isCounter)
             crib.setLastNumber(table.name, table.source->lastNumber);
     }
-    database->analyze();
+    crib.finish();
     transaction.commit();
     m_notes = m_old.notes() + m_notes;
 }
@@ -140,6 +140,7 @@ void Import::compare()
     }
 
     const auto database = Workspace::first().openDatabase(m_newFile);
+    NewCrib::keepSmall(*database);
     for (const ImportTable &table : m_old.tables()) {
         NewCrib::read(*database, table, [&](const std::vector<JetValue> &row) {
             m_stored[table.name].add(row);

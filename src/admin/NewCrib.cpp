@@ -8,8 +8,6 @@
 namespace {
 
 constexpr int rowsAtATime = 500;
-// Rows come one after the other and are seldom looked at again.
-const QString smallCache = "PRAGMA cache_size = -6144";
 
 QString quotedName(const QString &name) { return '"' + QString(name).replace('"', "\"\"") + '"'; }
 
@@ -68,10 +66,18 @@ JetValue asAppended(const Value &value, ImportKind kind)
 
 NewCrib::NewCrib(Database &database, const std::vector<ImportTable> &tables) : m_database(database)
 {
-    database.executeNative(smallCache);
+    keepSmall(database);
     Schema::create(database);
+    // Over all rows at once they are made in half the time.
+    QStringList dropped;
+    const Recordset indexes =
+        database.openNative("SELECT sql, name FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL");
+    for (int i = 0; i < indexes.recordCount(); ++i) {
+        m_indexes << indexes.at(i, 0).toText();
+        dropped << "DROP INDEX " + quotedName(indexes.at(i, 1).toText()) + ';';
+    }
     // The old file brings its own kinds of charge and reports.
-    QString statements = "BEGIN; DELETE FROM LineItemType; DELETE FROM Reports;";
+    QString statements = "BEGIN; DELETE FROM LineItemType; DELETE FROM Reports;" + dropped.join(' ');
     for (const ImportTable &table : tables) {
         QStringList others;
         for (const ImportColumn &column : table.columns) {
@@ -136,6 +142,15 @@ void NewCrib::flush()
         m_database.append(m_table->name, m_rows);
     m_rows.clear();
 }
+
+void NewCrib::finish()
+{
+    flush();
+    m_database.executeNative(m_indexes.join(';'));
+    m_database.analyze();
+}
+
+void NewCrib::keepSmall(Database &database) { database.executeNative("PRAGMA cache_size = -6144"); }
 
 void NewCrib::setLastNumber(const QString &table, qint64 number)
 {
