@@ -16,7 +16,7 @@ MAY_INCLUDE = {
                                  "platform/engine/dialect", "platform/engine/driver"],
     "platform/engine": ["platform/text", "platform/system", "platform/engine/dialect", "platform/engine/driver",
                         "platform/engine/sqlite", "platform/engine/postgres"],
-    "platform/jet": [],
+    "platform/jet": ["platform/text"],
     "platform/reportengine": ["platform/text", "platform/system", "platform/engine", "platform/engine/driver/Value.h"],
     "platform/gui": ["platform/text", "platform/system", "platform/engine"],
     "platform/reportcontrol": ["platform/text", "platform/system", "platform/engine", "platform/reportengine", "platform/gui"],

@@ -116,7 +116,8 @@ std::optional<qint64> money(const JetValue &value, JetType type)
         if (std::fabs(units) < double(highestMoney) && units / moneyUnits == *fraction)
             amount = qint64(units);
     }
-    return amount && *amount<highestMoney && * amount> - highestMoney ? amount : std::nullopt;
+    const bool isTooLarge = amount && (*amount >= highestMoney || *amount <= -highestMoney);
+    return isTooLarge ? std::nullopt : amount;
 }
 
 QString asText(const JetValue &value)

@@ -149,6 +149,15 @@ private slots:
                  "(missing 99)0");
     }
 
+    void charactersWithoutAMeaningAreCounted()
+    {
+        const AdminRun run =
+            imported({"--version", "3", "--code-page", "1252", "Job.Name:text", "Job.Name[0]=b'\\x80\\x81\\xe4'"});
+        QVERIFY2(run.out.contains("Characters that could not be read: 1."), qPrintable(run.out + run.errors));
+        QCOMPARE(Workspace::first().openDatabase(path("new.mdb"))->openNative("SELECT Name FROM Job").at(0, 0).toText(),
+                 "€\ufffdä");
+    }
+
     void figuresTellTablesApart()
     {
         const std::vector<std::vector<JetValue>> rows{{qint64(1), QString("a")}, {qint64(2), QString("b")}};

@@ -1,10 +1,13 @@
 #include "platform/jet/JetText.h"
 
+#include "platform/text/Windows1252.h"
+
 #include <algorithm>
 
 JetText::JetText(const JetPages &pages) : m_isUnicode(pages.version() == JetPages::Version::Jet4)
 {
-    if (m_isUnicode)
+    m_isWestern = pages.codePage() == 1252;
+    if (m_isUnicode || m_isWestern)
         return;
     const QByteArray number = QByteArray::number(pages.codePage());
     for (const char *family : {"windows-", "cp", "ibm-"}) {
@@ -23,8 +26,13 @@ QString JetText::decoded(const Bytes &bytes)
     // In all code pages of that system the lower half is ASCII.
     if (std::ranges::all_of(bytes.view(), [](char c) { return c >= 0; }))
         return QString::fromLatin1(bytes.view());
-    m_codePage.resetState();
-    const QString text = m_codePage(bytes.view());
+    QString text;
+    if (m_isWestern) {
+        text = fromWindows1252(bytes.view());
+    } else {
+        m_codePage.resetState();
+        text = m_codePage(bytes.view());
+    }
     m_unknown += text.count(QChar::ReplacementCharacter);
     return text;
 }

@@ -20,6 +20,7 @@ private:
     QString unicode(const Bytes &bytes);
 
     bool m_isUnicode;
+    bool m_isWestern = false; ///< in code page 1252, by far the commonest
     QStringDecoder m_codePage;
     qint64 m_unknown = 0;
 };
