@@ -72,8 +72,9 @@ inline constexpr RowCheck rowChecks[] = {
      .condition = "Location NOT IN (SELECT ID FROM Locations)",
      .sentence = "Tool %d \"%s\" is in location %d, which does not exist.",
      .fields = "ID, Description, Location"},
+    // A loan has the number as text, in old files with zeros before it; statements compare the two by value.
     {.table = "CheckOutIn",
-     .condition = "ifnull(Employee, '') NOT IN (SELECT CAST(EmpID AS TEXT) FROM Employee) GROUP BY Employee",
+     .condition = "ifnull(ltrim(Employee, ' 0'), '') NOT IN (SELECT ltrim(EmpID, '0') FROM Employee) GROUP BY Employee",
      .sentence = "Employee \"%s\" does not exist, but has loans: %d.",
      .fields = "Employee, count(*)"},
     {.table = "Scrap",
