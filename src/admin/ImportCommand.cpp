@@ -14,6 +14,8 @@ namespace {
 
 QString inQuotes(const QString &file) { return '\'' + file + "' "; }
 
+const QString changed = "changed while it was read; close the old program and try again";
+
 /// As it is in the folder's list: what changes when somebody writes to it.
 struct FileState {
     explicit FileState(const QString &file) : size(QFileInfo(file).size()), written(QFileInfo(file).lastModified()) { }
@@ -67,11 +69,18 @@ int runImport(const QCommandLineParser &arguments, QTextStream &out)
     Import::Options options{.reading = {.trustRows = arguments.isSet("trust-rows")}, .mend = arguments.isSet("mend")};
     if (arguments.isSet("password-file"))
         options.reading.password = passwordIn(arguments.value("password-file"));
+    const FileState before(oldFile);
     const auto saved = reportFile(arguments.value("report"), newFile);
+    const auto refusal = [&](int status, const QString &sentence) {
+        // What was read of a file while it changed tells nothing of the file.
+        if (FileState(oldFile) != before)
+            return Refusal(ImportStatus::NotReadable, inQuotes(oldName) + changed + '.');
+        // A text of the file that the sentence quotes may have lines.
+        return Refusal(status, inQuotes(oldName) + sentence.simplified() + '.');
+    };
     try {
         NewFile file(newName);
         requireNotInUse(oldFile);
-        const FileState before(oldFile);
         QString report;
         bool isNoted = false;
         {
@@ -86,9 +95,9 @@ int runImport(const QCommandLineParser &arguments, QTextStream &out)
         }
         requireNotInUse(oldFile);
         if (FileState(oldFile) != before)
-            throw Refusal(ImportStatus::NotReadable, "changed while it was read; close the old program and try again");
-        if (saved)
-            saved->write(report.toUtf8());
+            throw Refusal(ImportStatus::NotReadable, changed);
+        if (saved && (saved->write(report.toUtf8()) < 0 || !saved->flush()))
+            throw Refusal(ImportStatus::CannotWrite, "was not imported, for its report could not be written");
         file.commit();
         if (saved && !saved->commit())
             throw Refusal(ImportStatus::CannotWrite,
@@ -97,10 +106,9 @@ int runImport(const QCommandLineParser &arguments, QTextStream &out)
         return isNoted ? ImportStatus::WithNotes : ImportStatus::Imported;
     } catch (const JetError &error) {
         const int status = error.cause() == JetError::Damaged ? ImportStatus::Damaged : ImportStatus::NotReadable;
-        throw Refusal(status, inQuotes(oldName) + error.text().simplified() + '.');
-    } catch (const Refusal &refusal) {
-        // A text of the file that it names may have lines.
-        throw Refusal(refusal.status(), inQuotes(oldName) + refusal.sentence().simplified() + '.');
+        throw refusal(status, error.text());
+    } catch (const Refusal &error) {
+        throw refusal(error.status(), error.sentence());
     } catch (const EngineError &error) {
         throw Refusal(ImportStatus::CannotWrite, inQuotes(newName) + "cannot be written: " + error.text());
     }
