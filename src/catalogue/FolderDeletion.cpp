@@ -5,10 +5,10 @@
 
 namespace {
 
-QList<qint32> idsOf(const QString &statement)
+QList<qint32> idsOf(Recordset rows)
 {
     QList<qint32> ids;
-    for (Recordset rows = openRecordset(statement); !rows.atEnd(); rows.moveNext())
+    for (; !rows.atEnd(); rows.moveNext())
         ids.append(qint32(rows.field(u"id").toInteger()));
     return ids;
 }
@@ -32,6 +32,12 @@ std::optional<MsgBoxCall> FolderDeletion::objection(bool fromTree) const
     return {};
 }
 
+struct FolderDeletion::Walk {
+    SelectByNumber toolsOf;
+    SelectByNumber foldersOf;
+    QSet<qint32> seen; ///< ends circles
+};
+
 QString FolderDeletion::run(const std::function<QString()> &stillAllowed)
 {
     QString problem;
@@ -40,10 +46,12 @@ QString FolderDeletion::run(const std::function<QString()> &stillAllowed)
         problem = stillAllowed();
     if (!problem.isEmpty())
         return problem;
-    QSet<qint32> seen(folders.begin(), folders.end());
+    Walk walk{.toolsOf = {Session::database(), QString("SELECT id FROM tools WHERE ") + column + "=0"},
+              .foldersOf = {Session::database(), QString("SELECT id FROM ") + table + " WHERE parent=0"},
+              .seen = {folders.begin(), folders.end()}};
     const QList<qint32> chosen = folders;
     for (const qint32 folder : chosen)
-        gather(folder, seen);
+        gather(folder, walk);
 
     const auto step = [&](const QString &statement, const QString &whatFails) {
         try {
@@ -71,16 +79,15 @@ QString FolderDeletion::run(const std::function<QString()> &stillAllowed)
     return {};
 }
 
-// A parent before its children, each subtree whole before the next. `seen` ends circles.
-void FolderDeletion::gather(qint32 folder, QSet<qint32> &seen)
+// A parent before its children, each subtree whole before the next.
+void FolderDeletion::gather(qint32 folder, Walk &walk)
 {
-    const QString id = QString::number(folder);
-    tools.append(idsOf(QString("SELECT id FROM tools WHERE ") + column + "=" + id));
-    for (const qint32 child : idsOf(QString("SELECT id FROM ") + table + " WHERE parent=" + id)) {
-        if (seen.contains(child))
+    tools.append(idsOf(walk.toolsOf.open(folder)));
+    for (const qint32 child : idsOf(walk.foldersOf.open(folder))) {
+        if (walk.seen.contains(child))
             continue;
-        seen.insert(child);
+        walk.seen.insert(child);
         folders.append(child);
-        gather(child, seen);
+        gather(child, walk);
     }
 }

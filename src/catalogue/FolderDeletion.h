@@ -24,5 +24,6 @@ struct FolderDeletion {
     QString run(const std::function<QString()> &stillAllowed = {});
 
 private:
-    void gather(qint32 folder, QSet<qint32> &seen);
+    struct Walk;
+    void gather(qint32 folder, Walk &walk);
 };

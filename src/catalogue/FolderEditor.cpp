@@ -20,7 +20,12 @@ bool FolderEditor::Startup(const FolderKind &kind, const QString &mode, int id, 
 }
 
 FolderEditor::FolderEditor(const FolderKind &kind, const QString &mode, int id, const QString &parentText, int parentId)
-    : QDialog(windowOwner()), m_kind(kind), m_isNew(mode == "New"), m_id(id), m_parentId(parentId)
+    : QDialog(windowOwner()),
+      m_kind(kind),
+      m_isNew(mode == "New"),
+      m_id(id),
+      m_parentId(parentId),
+      m_folder(kind.descriptionOf, {"Description"})
 {
     ui.setupUi(this);
     setObjectName(kind.editor);
@@ -33,7 +38,7 @@ FolderEditor::FolderEditor(const FolderKind &kind, const QString &mode, int id, 
         setWindowTitle(kind.newCaption + parentText);
     } else {
         setWindowTitle(kind.editCaption);
-        ui.txtDescription->setText(kind.description(id));
+        ui.txtDescription->setText(m_folder.load(id).text(u"Description"));
         ui.txtDescription->selectAll();
     }
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &FolderEditor::cmdOK_Click);
@@ -71,22 +76,23 @@ bool FolderEditor::SaveRecord()
 {
     const QString text = ui.txtDescription->text();
     int id = m_id;
-    const AtomicChange change = AtomicChange::attempt([&] {
+    const auto add = [&] {
         refuseUnless(!isTaken(text), m_kind.duplicateMessage);
-        if (m_isNew) {
-            refuseUnless(m_parentId == 0 || m_kind.exists(m_parentId), m_kind.goneMessage);
-            execute(m_kind.insert + quoted(text) + "," + QString::number(m_parentId) + ")");
-            id = int(openRecordset(m_kind.idNamed + quoted(text)).field(u"ID").toInteger());
-            refuseUnless(id <= Schema::highestFolderNumber, m_kind.noMoreMessage);
-        } else {
-            const qint64 renamed = execute(m_kind.rename + quoted(text) + " WHERE id=" + QString::number(m_id));
-            refuseUnless(renamed > 0, m_kind.goneMessage);
-        }
-    });
+        refuseUnless(m_parentId == 0 || m_kind.exists(m_parentId), m_kind.goneMessage);
+        execute(m_kind.insert + quoted(text) + "," + QString::number(m_parentId) + ")");
+        id = int(openRecordset(m_kind.idNamed + quoted(text)).field(u"ID").toInteger());
+        refuseUnless(id <= Schema::highestFolderNumber, m_kind.noMoreMessage);
+    };
+    const auto rename = [&] {
+        refuseUnless(!isTaken(text), m_kind.duplicateMessage);
+        execute(m_kind.rename + quoted(text) + " WHERE id=" + QString::number(m_id));
+    };
+    const AtomicChange change = m_isNew ? AtomicChange::attempt(add) : m_folder.save(m_kind.goneMessage, rename);
     ExplorerWindow *explorer = explorerIfOpen();
     if (change.outcome != AtomicChange::Done) {
-        msgBox({.text = change.why,
-                .icon = change.outcome == AtomicChange::Failed ? QMessageBox::Critical : QMessageBox::Information});
+        if (!change.why.isEmpty())
+            msgBox({.text = change.why,
+                    .icon = change.outcome == AtomicChange::Failed ? QMessageBox::Critical : QMessageBox::Information});
         if (change.outcome == AtomicChange::Refused && explorer && explorer->TreeMode() == m_kind.mode)
             explorer->rebuildView();
         return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/EditedRecord.h"
 #include "catalogue/FolderKind.h"
 
 #include "ui_FolderEditor.h"
@@ -34,5 +35,6 @@ private:
     bool m_isNew;
     int m_id;
     int m_parentId;
+    EditedRecord m_folder;
     bool m_saved = false;
 };

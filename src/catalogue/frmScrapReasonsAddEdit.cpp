@@ -32,7 +32,7 @@ frmScrapReasonsAddEdit::frmScrapReasonsAddEdit(const QString &mode, int id)
 void frmScrapReasonsAddEdit::loadReason()
 {
     ui.cmdOKNew->hide();
-    const Recordset reason = openRecordset("SELECT * FROM ScrapReasons WHERE id =" + m_id);
+    const Recordset reason = m_reason.load(m_id.toInt());
     if (reason.isEmpty())
         say(m_id + " not found! Scrap Reasons table may need to be fixed!", QMessageBox::Critical);
     else
@@ -69,18 +69,18 @@ bool frmScrapReasonsAddEdit::ValidData()
 bool frmScrapReasonsAddEdit::SaveRecord()
 {
     const QString text = ui.txtDescription->text();
-    const AtomicChange change = AtomicChange::attempt([&] {
+    const auto write = [&] {
         const QString problem = problemWith(text);
         refuseUnless(problem.isEmpty(), problem);
-        if (m_isNew)
-            execute("INSERT INTO ScrapReasons (description) VALUES(" + quoted(text) + ")");
-        else
-            refuseUnless(execute("UPDATE ScrapReasons SET description=" + quoted(text) + " WHERE id=" + m_id) > 0,
-                         "The reason was deleted meanwhile.");
-    });
+        execute(m_isNew ? "INSERT INTO ScrapReasons (description) VALUES(" + quoted(text) + ")"
+                        : "UPDATE ScrapReasons SET description=" + quoted(text) + " WHERE id=" + m_id);
+    };
+    const AtomicChange change =
+        m_isNew ? AtomicChange::attempt(write) : m_reason.save("The reason was deleted meanwhile.", write);
     if (change.outcome == AtomicChange::Done)
         return m_saved = true;
-    say(change.why, change.outcome == AtomicChange::Refused ? QMessageBox::Warning : QMessageBox::Critical);
+    if (!change.why.isEmpty())
+        say(change.why, change.outcome == AtomicChange::Refused ? QMessageBox::Warning : QMessageBox::Critical);
     return false;
 }
 

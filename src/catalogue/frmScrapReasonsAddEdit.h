@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/EditedRecord.h"
 #include "ui_frmScrapReasonsAddEdit.h"
 
 #include <QMessageBox>
@@ -28,5 +29,6 @@ private:
 
     bool m_isNew;
     QString m_id;
+    EditedRecord m_reason{"SELECT * FROM ScrapReasons WHERE id =", {"Description"}};
     bool m_saved = false;
 };

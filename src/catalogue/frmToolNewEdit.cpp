@@ -92,8 +92,7 @@ void frmToolNewEdit::loadTool()
     ui.cmdTreeLoc->setEnabled(false);
     ui.cboMan->setFocus();
 
-    const Recordset tool = openRecordset("SELECT * FROM tools WHERE ID=" + QString::number(m_toolId));
-    m_loaded = columnsOf(tool);
+    const Recordset tool = m_tool.load(m_toolId);
     const int type = int(tool.field(u"Type").toInteger());
     const int location = int(tool.field(u"Location").toInteger());
     setType(type, FolderKind::type.description(type));
@@ -110,14 +109,6 @@ void frmToolNewEdit::loadTool()
     ui.fpCost->setValue(price);
 }
 
-QString frmToolNewEdit::columnsOf(const Recordset &tool) const
-{
-    QStringList columns;
-    for (const char16_t *name : {u"Manufacturer", u"Partnumber", u"Description", u"PricePer"})
-        columns.append(tool.text(name));
-    return columns.join('\n');
-}
-
 bool frmToolNewEdit::ValidData()
 {
     MainSubs::tidyTexts(this);
@@ -130,7 +121,7 @@ bool frmToolNewEdit::ValidData()
 bool frmToolNewEdit::SaveRecord()
 {
     const HourGlass busy;
-    const AtomicChange change = AtomicChange::attempt([this] { m_isNew ? addTools() : changeTool(); });
+    const AtomicChange change = m_isNew ? AtomicChange::attempt([this] { addTools(); }) : changeTool();
     if (change.outcome != AtomicChange::Done && !change.why.isEmpty())
         inform("Unable to save data.\n\nError: " + change.why);
     m_saved = m_saved || change.outcome == AtomicChange::Done;
@@ -166,15 +157,13 @@ void frmToolNewEdit::addTools()
     }
 }
 
-void frmToolNewEdit::changeTool()
+AtomicChange frmToolNewEdit::changeTool()
 {
-    const QString id = QString::number(m_toolId);
-    const Recordset tool = openRecordset("SELECT * FROM tools WHERE ID=" + id);
-    refuseUnless(!tool.isEmpty(), "The tool was deleted or scrapped meanwhile.");
-    refuseUnless(columnsOf(tool) == m_loaded, "The tool was changed meanwhile. Close this window and open it again.");
-    execute("UPDATE tools SET  manufacturer=" + quoted(ui.cboMan->text())
-            + ", partnumber=" + quoted(ui.txtPartNumber->text()) + ", description=" + quoted(ui.txtDescription->text())
-            + ", priceper=" + Format::plainNumber(ui.fpCost->value()) + " WHERE id=" + id);
+    return m_tool.save("The tool was deleted or scrapped meanwhile.", [this] {
+        execute("UPDATE tools SET  manufacturer=" + quoted(ui.cboMan->text()) + ", partnumber="
+                + quoted(ui.txtPartNumber->text()) + ", description=" + quoted(ui.txtDescription->text())
+                + ", priceper=" + Format::plainNumber(ui.fpCost->value()) + " WHERE id=" + QString::number(m_toolId));
+    });
 }
 
 void frmToolNewEdit::focusFirstMissing()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/EditedRecord.h"
 #include "platform/engine/Recordset.h"
 
 #include "ui_frmToolNewEdit.h"
@@ -31,9 +32,8 @@ private:
     void loadManufacturers();
     void loadTool();
     void focusFirstMissing();
-    QString columnsOf(const Recordset &tool) const;
     void addTools();
-    void changeTool();
+    AtomicChange changeTool();
     bool save();
     void cmdTreeType_Click();
     void cmdTreeLoc_Click();
@@ -43,6 +43,6 @@ private:
 
     bool m_isNew;
     int m_toolId;
-    QString m_loaded; ///< the tool's data as they were read
+    EditedRecord m_tool{"SELECT * FROM tools WHERE ID=", {"Manufacturer", "Partnumber", "Description", "PricePer"}};
     bool m_saved = false;
 };

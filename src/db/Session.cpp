@@ -1,6 +1,7 @@
 #include "db/Session.h"
 
 #include "platform/engine/Workspace.h"
+#include "platform/system/Clock.h"
 #include "platform/system/ProgramFolder.h"
 
 namespace {
@@ -13,6 +14,7 @@ void Session::open(const QString &path)
 {
     session.reset();
     session = Workspace::first().openDatabase(path);
+    Clock::setOffset(session->clockOffset());
 }
 
 void Session::close() { session.reset(); }

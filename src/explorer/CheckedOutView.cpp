@@ -63,6 +63,7 @@ CheckedOutView::CheckedOutView()
                      " (Alt+T).",
         .query = QueryKind::frmQueryCheckedOut,
         .printTemplate = "StillOutByTool.rpt",
+        .tables = {"Tools", "CheckOutIn", "Types", "Locations", "Employee"},
         .refusals =
             {
                 {Command::create,

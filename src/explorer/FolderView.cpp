@@ -86,6 +86,7 @@ View::Row rowOf(clsTools::Kind kind)
                            : "No locations yet. Press New (Alt+N) and choose New Location.",
         .query = QueryKind::frmQueryTypeLoc,
         .printTemplate = types ? "ToolsByType.rpt" : "ToolsByLocation.rpt",
+        .tables = {"Types", "Locations", "Tools", "CheckOutIn", "Employee"},
         .refusals =
             {
                 {View::Command::edit, {ItemId::root}, "You cannot edit this Node", QMessageBox::Information},

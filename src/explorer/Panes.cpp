@@ -49,6 +49,9 @@ void Panes::show(const View &view)
 {
     const HourGlass busy;
     m_begun = false;
+    if (!m_refreshMark)
+        m_refreshMark.emplace(*m_ui.cmdRefresh);
+    m_refreshMark->begin(view.row.tables);
     try {
         tell(view.buildTree(*this));
     } catch (...) {

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "explorer/RefreshMark.h"
 #include "explorer/View.h"
 #include "ui_frmTree.h"
+
+#include <optional>
 
 /// The explorer's two panes: the view that they show, the node whose contents are listed, and what is selected. The
 /// marked node, the heading, the list and what commands act on are kept one.
@@ -105,4 +108,5 @@ private:
     bool m_begun = false;
     QString m_listedKey;
     QString m_told;
+    std::optional<RefreshMark> m_refreshMark;
 };

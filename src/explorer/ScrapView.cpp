@@ -20,16 +20,27 @@ const QString kindsOfCharge = QStringLiteral("SELECT distinct Scrap.LineItemType
                                              " FROM Scrap INNER JOIN LineItemType"
                                              " ON Scrap.LineItemTypeID = LineItemType.index");
 
-// What a job or an operation that tools were scrapped for is called: the operation's description, the job's number.
-QString chargeText(const Recordset &pair)
+/// What the jobs and operations that tools were scrapped for are called: a job's number, an operation's description.
+class ChargeTexts
 {
-    const QString jobOrOH = pair.text(u"JobOrOH");
-    if (pair.field(u"LineItemTypeID").toInteger() != Schema::overheadCharge)
-        return jobOrOH;
-    return openRecordset("Select Operation.Description from"
-                         " Operation Where Operation.OperNo="
-                         + jobOrOH)
-        .text(u"Description");
+public:
+    QString of(const Recordset &pair)
+    {
+        const Value jobOrOH = pair.field(u"JobOrOH");
+        if (pair.field(u"LineItemTypeID").toInteger() != Schema::overheadCharge)
+            return jobOrOH.toText();
+        return m_operation.open(jobOrOH.toInteger()).text(u"Description");
+    }
+
+private:
+    SelectByNumber m_operation{Session::database(),
+                               "Select Operation.Description from"
+                               " Operation Where Operation.OperNo=0"};
+};
+
+void addCharge(KeyedTree &nodes, KeyedTree::Node *kind, const Recordset &pair, ChargeTexts &charges)
+{
+    nodes.add(kind, "C" + pair.text(u"JobOrOH"), charges.of(pair), Icons::folder())->sorted = true;
 }
 
 ListItem scrapItem(const Recordset &row)
@@ -69,6 +80,7 @@ ScrapView::ScrapView()
         .emptyHint = "No tool was scrapped.",
         .query = QueryKind::frmQueryScrap,
         .printTemplate = "ToolsScrapped.rpt",
+        .tables = {"Scrap", "LineItemType", "Operation", "Employee"},
         .refusals =
             {
                 {Command::create,
@@ -98,20 +110,16 @@ QString ScrapView::buildTree(Panes &panes) const
     panes.progress().start(kinds.recordCount() + pairs.recordCount(), "Tree Items");
     const auto hide = qScopeGuard([&] { panes.progress().finish(); });
     KeyedTree &nodes = panes.nodes();
+    ChargeTexts charges;
     for (; !kinds.atEnd(); kinds.moveNext()) {
         nodes.add(root, "l" + kinds.text(u"LineItemTypeID"), kinds.text(u"Code"), Icons::folder())->sorted = true;
         panes.progress().step();
     }
     for (; !pairs.atEnd(); pairs.moveNext()) {
-        addCharge(nodes, nodes.find("l" + pairs.text(u"LineItemTypeID")), pairs);
+        addCharge(nodes, nodes.find("l" + pairs.text(u"LineItemTypeID")), pairs, charges);
         panes.progress().step();
     }
     return {};
-}
-
-void ScrapView::addCharge(KeyedTree &nodes, Node *kind, const Recordset &pair)
-{
-    nodes.add(kind, "C" + pair.text(u"JobOrOH"), chargeText(pair), Icons::folder())->sorted = true;
 }
 
 // A step that fails is skipped: the same number may be a job's and an operation's, and the second one finds its key
@@ -130,8 +138,9 @@ bool ScrapView::openNode(Panes &panes, Node *node) const
         Recordset pairs = openRecordset("SELECT distinct JoborOH,LineItemTypeID FROM Scrap WHERE LineItemTypeId="
                                         + idOf(*node).digits());
         panes.nodes().removeChildren(node);
+        ChargeTexts charges;
         for (; !pairs.atEnd(); pairs.moveNext())
-            skippingErrors([&] { addCharge(panes.nodes(), node, pairs); });
+            skippingErrors([&] { addCharge(panes.nodes(), node, pairs, charges); });
     });
     return true;
 }
@@ -139,21 +148,23 @@ bool ScrapView::openNode(Panes &panes, Node *node) const
 void ScrapView::fillList(Panes &panes, const Node *node) const
 {
     const ItemId id = idOf(*node);
-    if (id.kind == ItemId::root)
+    if (id.kind == ItemId::root) {
         panes.addRows(kindsOfCharge, [](const Recordset &row) {
             return ListItems::folder("s" + row.text(u"LineItemTypeID"), row.text(u"Code"));
         });
-    else if (id.kind == ItemId::chargeKind)
+    } else if (id.kind == ItemId::chargeKind) {
+        ChargeTexts charges;
         panes.addRows(
             "SELECT distinct JoborOH,LineItemTypeID FROM Scrap WHERE LineItemTypeId=" + id.digits(),
-            [](const Recordset &row) { return ListItems::folder("l" + row.text(u"JobOrOH"), chargeText(row)); });
-    else
+            [&](const Recordset &row) { return ListItems::folder("l" + row.text(u"JobOrOH"), charges.of(row)); });
+    } else {
         panes.addRows("SELECT Scrap.*, Employee.EmpID,"
                       " Employee.LastName, Employee.FirstName"
                       " FROM Scrap LEFT JOIN Employee ON Scrap.Employee = Employee.EmpID"
                       " WHERE Scrap.JobOrOh="
                           + id.digits(),
                       scrapItem);
+    }
 }
 
 KeyedTree::Node *ScrapView::sameNode(KeyedTree &nodes, const Thing &before) const
@@ -237,6 +248,7 @@ void ScrapView::find(clsTools &search, const QString &pattern) const
             + pattern,
         [&](const Recordset &row) { return folder(charge(row), row.text(u"Description"), "Tools\\Overhead\\"); });
 
+    ChargeTexts charges;
     search.addRows("SELECT Scrap.*,Employee.EmpId,"
                    " Employee.LastName,Employee.FirstName"
                    " FROM Scrap INNER JOIN Employee on"
@@ -246,7 +258,7 @@ void ScrapView::find(clsTools &search, const QString &pattern) const
                    [&](const Recordset &row) {
                        const bool forOverhead = row.field(u"LineItemTypeId").toInteger() == Schema::overheadCharge;
                        ListItem item = scrapItem(row);
-                       const QString called = chargeText(row);
+                       const QString called = charges.of(row);
                        item.subItems.append(called);
                        item.path = (forOverhead ? "Tools\\Overhead\\" : "Tools\\Job\\") + called;
                        item.nodeKey = charge(row).nodeKey();

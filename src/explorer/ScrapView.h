@@ -25,5 +25,4 @@ public:
     void find(clsTools &search, const QString &pattern) const override;
 
 private:
-    static void addCharge(KeyedTree &nodes, Node *kind, const Recordset &pair);
 };

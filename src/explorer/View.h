@@ -46,6 +46,7 @@ public:
         const char *emptyHint; ///< stands in the panes while there is nothing to show
         const QueryKind &query; ///< the form that selects what the view shows
         const char *printTemplate; ///< that prints what the list shows
+        QStringList tables; ///< that tree and list are read from
         std::vector<RefusalRow> refusals;
     };
 

@@ -17,6 +17,8 @@ constexpr qint64 millisecondsBetweenRepaints = 33;
 
 const char *tableOf(clsTools::Kind kind) { return kind == clsTools::Kind::types ? "types" : "locations"; }
 
+QString rowOfFolder(clsTools::Kind kind) { return QString("SELECT * FROM ") + tableOf(kind) + " WHERE id=0"; }
+
 }
 
 FolderDeletion clsTools::deletionOf(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools)
@@ -39,10 +41,12 @@ void clsTools::Find(const View &view, const QString &text, KeyedList &found)
     m_count = 0;
     m_places.clear();
     m_pending.clear();
+    m_folderOf.clear();
     m_searching = true;
     m_sinceShown.start();
     const auto end = qScopeGuard([this] {
         m_searching = false;
+        m_folderOf.clear();
         showPending();
     });
     view.find(*this, quoted(text));
@@ -50,11 +54,16 @@ void clsTools::Find(const View &view, const QString &text, KeyedList &found)
 
 QString clsTools::path(Kind kind, qint32 id)
 {
-    const QString statement = QString("SELECT * FROM ") + tableOf(kind) + " WHERE id=";
+    SelectByNumber folderOf(Session::database(), rowOfFolder(kind));
+    return path(folderOf, id);
+}
+
+QString clsTools::path(SelectByNumber &folderOf, qint32 id)
+{
     QStringList names;
     QSet<qint32> seen;
     while (id != 0) {
-        const Recordset row = openRecordset(statement + QString::number(id));
+        const Recordset row = folderOf.open(id);
         if (row.isEmpty() || seen.contains(id))
             throw BrokenChain("Unable to find the parent record");
         seen.insert(id);
@@ -81,7 +90,8 @@ clsTools::Place clsTools::placeOf(Kind kind, qint32 folder)
         return known;
     known.nodeKey = ItemId{ItemId::folder, folder}.nodeKey();
     try {
-        known.shown = known.path = "Tools\\" + path(kind, folder);
+        const auto folderOf = m_folderOf.try_emplace(kind, Session::database(), rowOfFolder(kind)).first;
+        known.shown = known.path = "Tools\\" + path(folderOf->second, folder);
     } catch (const BrokenChain &broken) {
         known.path = "...";
         known.shown = broken.what(); // one folder that cannot be reached hides no other hit

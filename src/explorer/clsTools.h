@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/engine/Database.h"
 #include "platform/gui/KeyedList.h"
 
 #include <QElapsedTimer>
@@ -66,6 +67,7 @@ signals:
     void ChangeList();
 
 private:
+    static QString path(SelectByNumber &folderOf, qint32 id);
     bool report(ListItem item);
     void showPending();
 
@@ -73,6 +75,7 @@ private:
     int m_count = 0;
     KeyedList *m_found = nullptr;
     QHash<qint32, Place> m_places; ///< of the folders that a hit was in
+    std::map<Kind, SelectByNumber> m_folderOf; ///< while a search runs
     std::vector<ListItem> m_pending;
     QElapsedTimer m_sinceShown;
 };

@@ -25,14 +25,14 @@ constinit const frmTreeSelect::Kind frmTreeSelect::types{
     .title = "Tool Types",
     .keyPrefix = "t",
     .foldersOf = "Select * from types where parent = %1 order by description",
-    .anyBelow = "Select * from types where Parent = %1",
+    .anyBelow = "Select * from types where Parent = 0",
 };
 
 constinit const frmTreeSelect::Kind frmTreeSelect::locations{
     .title = "Tool Locations",
     .keyPrefix = "l",
     .foldersOf = "Select * from locations where parent = %1 order by description",
-    .anyBelow = "Select * from locations where Parent = %1",
+    .anyBelow = "Select * from locations where Parent = 0",
 };
 
 frmTreeSelect::frmTreeSelect(const QString &mode, QWidget *parent, Root root)
@@ -63,6 +63,7 @@ void frmTreeSelect::addFolders(KeyedTree::Node *parent)
     const ReadScope reading(Session::database());
     Recordset folders = openRecordset(QString(m_kind.foldersOf).arg(idOf(parent).digits()));
     m_tree.removeChildren(parent);
+    SelectByNumber anyBelow(Session::database(), m_kind.anyBelow);
     for (; !folders.atEnd(); folders.moveNext()) {
         const QString id = folders.text(u"ID");
         if (KeyedTree::Node *known = m_tree.find(m_kind.keyPrefix + id)) {
@@ -73,7 +74,7 @@ void frmTreeSelect::addFolders(KeyedTree::Node *parent)
         }
         KeyedTree::Node *node =
             m_tree.add(parent, m_kind.keyPrefix + id, folders.text(u"Description"), Icons::folder());
-        if (!openRecordset(QString(m_kind.anyBelow).arg(id)).isEmpty())
+        if (!anyBelow.open(id.toLongLong()).isEmpty())
             m_tree.add(node, placeholder + id, placeholder, Icons::folder());
     }
 }

@@ -27,7 +27,7 @@ private:
         const char *title;
         const char *keyPrefix;
         const char *foldersOf; ///< statement; takes the parent's number
-        const char *anyBelow; ///< likewise
+        const char *anyBelow; ///< with any number in the parent's place
     };
     static const Kind types, locations;
 

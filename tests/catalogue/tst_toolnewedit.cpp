@@ -203,25 +203,30 @@ private slots:
 
     void othersWereFaster_data()
     {
-        row("deleted", "Delete from Tools", "The tool was deleted or scrapped meanwhile.");
-        row("changed", "Update Tools set PricePer=7",
-            "The tool was changed meanwhile. Close this window and open it again.");
+        const QString question =
+            "System Message (question): This record was changed at another place since. Overwrite it?"
+            " [Yes] [No]*";
+        row("deleted", "Delete from Tools",
+            remark("Unable to save data.\n\nError: The tool was deleted or scrapped meanwhile."), QMessageBox::Ok);
+        row("changed, and left so", "Update Tools set PricePer=7", question, QMessageBox::No);
+        row("changed, and overwritten", "Update Tools set PricePer=7", question, QMessageBox::Yes);
     }
 
     void othersWereFaster()
     {
-        const auto [meanwhile, message] = fetched<QString, QString>();
+        const auto [meanwhile, message, answer] = fetched<QString, QString, int>();
+        const bool overwrites = answer == QMessageBox::Yes;
         crib->insert("Tools (Type,Location,Description,PricePer)", {"2,1,'Wrench',5"});
-        ScriptedUser user(QMessageBox::Ok);
+        ScriptedUser user{QMessageBox::StandardButton(answer)};
         whenModal<frmToolNewEdit>([&](frmToolNewEdit &form) {
             form.ui.txtDescription->setText("Hammer");
             crib->run({meanwhile});
             form.ui.cmdOK->click();
-            QVERIFY(form.isVisible());
+            QCOMPARE(form.isVisible(), !overwrites);
         });
-        QVERIFY(!frmToolNewEdit::Startup("Edit", true, false, 1, 2, 1, {}, {}));
-        QCOMPARE(user.texts(), QStringList("Unable to save data.\n\nError: " + message));
-        QVERIFY(!tools().join("").contains("Hammer"));
+        QCOMPARE(frmToolNewEdit::Startup("Edit", true, false, 1, 2, 1, {}, {}), overwrites);
+        QCOMPARE(inOneLine(user.seen.value(0)), message);
+        QCOMPARE(tools().join("").contains("Hammer"), overwrites);
         QCOMPARE(explorer->calls, QStringList("list node"));
     }
 

@@ -287,6 +287,23 @@ private slots:
         QCOMPARE(m_crib->treeLines(m_crib->node("x0")).last(), ".l6 Zangen");
     }
 
+    void changesOfOthersMarkRefresh()
+    {
+        if (!ServerDatabase::isWanted())
+            QSKIP("nobody tells of changes in a file");
+        const QPushButton *refresh = explorer().ui.cmdRefresh;
+        const QString usual = refresh->toolTip();
+        m_crib->run({"UPDATE Tools SET PartNumber='own'"});
+        QCoreApplication::processEvents();
+        QCOMPARE(refresh->toolTip(), usual);
+        const auto other = Workspace::first().openDatabase(m_crib->path());
+        other->execute("UPDATE Tools SET PartNumber='theirs'");
+        QTRY_VERIFY(refresh->toolTip() != usual);
+        QVERIFY(!m_crib->listLines().join("").contains("theirs"));
+        QTest::keyClick(explorer().ui.tvMain, Qt::Key_F5);
+        QCOMPARE(refresh->toolTip(), usual);
+    }
+
     void theStatusLineAsksAtRest()
     {
         m_crib->go("l1");

@@ -10,6 +10,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 
@@ -205,20 +206,61 @@ ReadScope::~ReadScope()
 }
 
 struct SelectByNumber::Private {
+    Private(Database::Private &database, const QString &text) : database(database), text(text)
+    {
+        statement = database.boundSelect(text);
+        auto readOnly = std::make_shared<PreparedStatement>(*statement.prepared);
+        readOnly->translation.table.clear();
+        statement.prepared = readOnly;
+    }
+
+    /// Nothing where the statement is not of a kind that can be asked for all numbers at once.
+    void readAll();
+
     Database::Private &database;
+    QString text;
     Database::Private::BoundStatement statement;
+    int opened = 0;
+    std::optional<RowStore> all; ///< the rows of all numbers, those of one number together
+    QHash<qint64, std::pair<int, int>> places = {}; ///< of each number's rows: the first, and the one behind the last
 };
 
+void SelectByNumber::Private::readAll()
+{
+    std::optional<dialect::Translation> translation =
+        dialect::translateForAll(dialect::parse(text), database.schema, database.driver->language());
+    if (!translation)
+        return;
+    const auto prepared = database.prepared(std::move(*translation));
+    RowStore rows(prepared->columnCount);
+    database.driver->run(*prepared->handle, {}, &rows, &prepared->translation);
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        auto place = places.find(rows.at(row, prepared->columnCount - 1).toInteger());
+        if (place == places.end())
+            place = places.insert(rows.at(row, prepared->columnCount - 1).toInteger(), {row, row});
+        place->second = row + 1;
+    }
+    all = std::move(rows);
+}
+
 SelectByNumber::SelectByNumber(Database &database, const QString &statement)
-    : d(new Private{*database.d, database.d->boundSelect(statement)})
+    : d(std::make_unique<Private>(*database.d, statement))
 {
 }
 
 SelectByNumber::~SelectByNumber() = default;
 
-Recordset SelectByNumber::open(qint64 number) const
+Recordset SelectByNumber::open(qint64 number)
 {
+    constexpr int fewJourneys = 6; // as many as a path of ordinary length takes
+    if (d->database.driver->isRemote() && d->opened++ == fewJourneys)
+        d->readAll();
     Database::Private::BoundStatement numbered = d->statement;
     numbered.values.at(0) = storedValue(number, numbered.translation().parameters.at(0).storedAs);
-    return Recordset(std::make_unique<Recordset::Private>(d->database, std::move(numbered)));
+    std::optional<RowStore> rows;
+    if (d->all) {
+        const auto [first, last] = d->places.value(number);
+        rows.emplace(d->all->columnCount()).append(*d->all, first, last);
+    }
+    return Recordset(std::make_unique<Recordset::Private>(d->database, std::move(numbered), std::move(rows)));
 }

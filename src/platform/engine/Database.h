@@ -115,7 +115,8 @@ private:
 };
 
 /// A SELECT with one number in it that is opened for many numbers, as for the folders of a tree: it is taken apart and
-/// translated once.
+/// translated once. Far away, where each number would cost a journey, the rows of all numbers are read at once after
+/// the first few: keep such an object no longer than one walk through a tree.
 class SelectByNumber
 {
 public:
@@ -125,8 +126,8 @@ public:
     ~SelectByNumber();
     Q_DISABLE_COPY_MOVE(SelectByNumber)
 
-    /// What Database::openRecordset() would give for the statement with `number` in it.
-    Recordset open(qint64 number) const;
+    /// What Database::openRecordset() would give for the statement with `number` in it; its rows cannot be changed.
+    Recordset open(qint64 number);
 
 private:
     struct Private;

@@ -9,8 +9,9 @@
 
 // ---- rows
 
-Recordset::Private::Private(Database::Private &owner, Database::Private::BoundStatement statement)
-    : database(owner), source(std::move(statement))
+Recordset::Private::Private(Database::Private &owner, Database::Private::BoundStatement statement,
+                            std::optional<RowStore> known)
+    : database(owner), source(std::move(statement)), read(std::move(known))
 {
     // Whoever only adds to a table need not wait until it has been read.
     if (table().isEmpty())

@@ -6,7 +6,9 @@
 struct Recordset::Private {
     enum Mode { Reading, Adding, Editing };
 
-    Private(Database::Private &database, Database::Private::BoundStatement rows);
+    /// `known` are the rows, where they were read already.
+    Private(Database::Private &database, Database::Private::BoundStatement statement,
+            std::optional<RowStore> known = std::nullopt);
 
     const std::vector<dialect::OutputColumn> &columns() const { return source.translation().columns; }
     /// Whose rows can be changed; empty where they cannot.

@@ -450,6 +450,27 @@ Translation translate(const Statement &statement, const Schema &schema, Literals
     return StatementWriter(schema, literals, language).write(statement);
 }
 
+std::optional<Translation> translateForAll(Statement statement, const Schema &schema, const Language &language)
+{
+    Select &select = *statement.select;
+    const Expression *condition = select.where.get();
+    if (!condition || condition->kind != Expression::Comparison || condition->text != u"=" || select.distinct
+        || condition->operands[0]->kind != Expression::Column || condition->operands[1]->kind != Expression::Integer)
+        return {};
+    const ExpressionPtr where = std::move(select.where);
+    const auto column = [&] {
+        auto copy = std::make_unique<Expression>();
+        copy->kind = Expression::Column;
+        copy->text = where->operands[0]->text;
+        copy->qualifier = where->operands[0]->qualifier;
+        copy->bracketed = where->operands[0]->bracketed;
+        return copy;
+    };
+    select.outputs.push_back({column(), {}});
+    select.order.insert(select.order.begin(), OrderKey{column(), false});
+    return translate(statement, schema, Literals::Inline, language);
+}
+
 QString translateCondition(const Expression &condition, const std::vector<OutputColumn> &columns,
                            const Language &language)
 {
