@@ -107,6 +107,7 @@ private slots:
         };
         type("Hook wrenches");
         emit m_crib->frame.TreeNewType();
+        explorer().addChildNode("location", 1, 9, "Shelf"); // from a list of locations, while types are shown
         QCOMPARE(m_crib->keys(), QStringList({"t5", "t2"}));
         type("Spanners");
         explorer().cmdEdit_Click();
@@ -222,6 +223,8 @@ private slots:
         QCOMPARE(explorer().ui.lblSelected->text(), "2 selected"); // lent by somebody, without a loan
         explorer().narrowSelection();
         QCOMPARE(explorer().ui.lblSelected->text(), "1 of 2 selected");
+        explorer().removeSelectedItem(); // as when it is scrapped
+        QCOMPARE(explorer().selectedItem()->key, "co3");
     }
 
     void editingAndDeletingKeepThePlace()

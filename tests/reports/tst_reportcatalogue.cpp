@@ -54,6 +54,7 @@ private slots:
             QCOMPARE(remove(1).size(), 3); // no
             QCOMPARE(remove(0).size(), 3); // it came with the program
             QCOMPARE(remove(1), QStringList({"Junk Tools", "Yours"}));
+            QCOMPARE(form.ui.dbgReport->selectedRows(), QList<int>()); // listed anew
         });
         frmConfigReports::showModal();
         QCOMPARE(user.seen[0].defaultButton, QMessageBox::Cancel);

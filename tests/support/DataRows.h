@@ -37,19 +37,3 @@ std::tuple<Types...> fetched()
     auto next = [column = columnNames]() mutable { return *column++; };
     return {*static_cast<const Types *>(QTest::qData(next(), qMetaTypeId<Types>()))...};
 }
-
-/// Names the columns of a test whose data is fetched by name: columns<bool, QString>("isLocation", "message").
-template<typename... Types, typename... Names>
-void columns(Names... names)
-{
-    functionWithColumns = QTest::currentTestFunction();
-    (QTest::addColumn<Types>(names), ...);
-}
-
-template<typename... Types, typename... Names>
-std::tuple<Types...> fetched(const char *first, Names... names)
-{
-    const char *const all[]{first, names...};
-    auto next = [column = all]() mutable { return *column++; };
-    return {*static_cast<const Types *>(QTest::qData(next(), qMetaTypeId<Types>()))...};
-}

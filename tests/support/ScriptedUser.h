@@ -26,6 +26,14 @@ inline QString inOneLine(const MsgBoxCall &box)
 /// The program's usual remark.
 inline QString remark(const QString &text) { return "System Message (information): " + text + " [OK]"; }
 
+inline QMessageBox::StandardButton nobodyAnswers(const MsgBoxCall &call)
+{
+    QTest::qFail(qPrintable("unexpected message box: " + call.text), __FILE__, __LINE__);
+    return QMessageBox::Cancel;
+}
+inline void leaveTheScreen() { setMsgBoxPresenter(nobodyAnswers); }
+Q_COREAPP_STARTUP_FUNCTION(leaveTheScreen)
+
 /// Stands in for the person at the screen during one test: answers message boxes in the order given and keeps what
 /// they said. A box that nobody expected fails the test instead of hanging it, and so does one that never came.
 class ScriptedUser
@@ -37,11 +45,7 @@ public:
             seen.append(call);
             if (auto others = std::exchange(m_others, {}))
                 others();
-            if (m_answers.isEmpty()) {
-                QTest::qFail(qPrintable("unexpected message box: " + call.text), __FILE__, __LINE__);
-                return QMessageBox::Cancel;
-            }
-            return m_answers.takeFirst();
+            return m_answers.isEmpty() ? nobodyAnswers(call) : m_answers.takeFirst();
         });
     }
     explicit ScriptedUser(QMessageBox::StandardButton answer, int times = 1) : ScriptedUser()
@@ -50,7 +54,7 @@ public:
     }
     ~ScriptedUser()
     {
-        setMsgBoxPresenter({});
+        leaveTheScreen();
         if (!done() && !QTest::currentTestFailed())
             QTest::qFail("a message box never came up", __FILE__, __LINE__);
     }
