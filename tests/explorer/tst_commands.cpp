@@ -108,6 +108,7 @@ private slots:
         type("Hook wrenches");
         emit m_crib->frame.TreeNewType();
         explorer().addChildNode("location", 1, 9, "Shelf"); // from a list of locations, while types are shown
+        QVERIFY(!m_crib->node("l9"));
         QCOMPARE(m_crib->keys(), QStringList({"t5", "t2"}));
         type("Spanners");
         explorer().cmdEdit_Click();
