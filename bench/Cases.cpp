@@ -210,6 +210,26 @@ void openCheckIn(Crib &crib)
 
 void checkIn(Crib &) { frmCheckIn::instance().ui.cmdOk->click(); }
 
+void openAndReturn(Crib &crib)
+{
+    openCheckIn(crib);
+    checkIn(crib);
+    frmCheckOut::unload();
+    crib.selectToolInStock(crib.bigType);
+}
+
+void openDialog(Crib &) { frmCheckOut::instance(); }
+
+// Start
+
+void close(Crib &) { frmTree::unload(); }
+
+void open(Crib &crib)
+{
+    crib.explorer().Startup(false);
+    paint();
+}
+
 // Deletion
 
 void gather(Floor &floor, int folder, QByteArrayList &folders, QByteArrayList &tools)
@@ -465,3 +485,39 @@ constexpr Case cases[] = {
 }
 
 std::span<const Case> allCases() { return cases; }
+
+std::span<const Case> serverCases()
+{
+    static constexpr Case cases[] = {
+        {"start", "open the explorer on 10,000 types", "max", 1, 2, {}, {open, close}, Case::Wall},
+        {"click",
+         "click to painted list, 500 rows",
+         "max",
+         0.15,
+         0.3,
+         {},
+         {listAndPaint<&Crib::bigType>, showRoot},
+         Case::Wall},
+        {"search", "search with 2,000 hits", "max", 0.3, 0.6, {}, {search, openSearch}, Case::Wall},
+        {"tools-out",
+         "build the tree of tools out",
+         "max",
+         0.15,
+         0.3,
+         {},
+         {build<&frmTree::ViewByCheckedOut>, view<2>},
+         Case::Wall},
+        {"scrapped",
+         "build the tree of scrapped tools",
+         "max",
+         0.3,
+         0.6,
+         {},
+         {build<&frmTree::ViewByScrap>, view<3>},
+         Case::Wall},
+        {"lend-dialog", "open the check-out dialog", "max", 0.1, 0.2, {}, {openDialog, openAndReturn}, Case::Wall},
+        {"lend", "check a tool out", "max", 0.1, 0.2, {}, {checkOut, openCheckOut}, Case::Wall},
+        {"return", "check a tool in", "max", 0.1, 0.2, {}, {checkIn, openCheckIn}, Case::Wall},
+    };
+    return cases;
+}

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QHash>
 #include <QTextStream>
 
 namespace {
@@ -67,6 +68,23 @@ Crib::Crib(const SampleCrib::Scale &scale, const QString &cache)
 
     ProgramFolder::setPath(m_folder.path());
     renew();
+    openExplorer();
+}
+
+Crib::Crib(const QString &connectionFile)
+{
+    Session::open(connectionFile);
+    QHash<qint64, int> tools;
+    for (Recordset rows = openRecordset("SELECT Type FROM Tools"); !rows.atEnd(); rows.moveNext())
+        ++tools[rows.field(u"Type").toInteger()];
+    for (const auto &[type, count] : tools.asKeyValueRange())
+        if (count > tools.value(bigType))
+            bigType = int(type);
+    openExplorer();
+}
+
+void Crib::openExplorer()
+{
     m_frame = std::make_unique<FakeFrame>();
     explorer().Startup(false);
     QApplication::processEvents();

@@ -15,6 +15,9 @@ class Crib
 public:
     /// `cache` keeps the sample databases from one run to the next.
     Crib(const SampleCrib::Scale &scale, const QString &cache);
+    /// On a server, as the connection file says; the database is to hold a sample and stays as it is. There is no
+    /// floor.
+    explicit Crib(const QString &connectionFile);
     ~Crib();
     Q_DISABLE_COPY_MOVE(Crib)
 
@@ -37,6 +40,8 @@ public:
     QString folder() const { return m_folder.path(); }
 
 private:
+    void openExplorer();
+
     QTemporaryDir m_folder;
     QString m_sample;
     std::unique_ptr<Floor> m_floor;
