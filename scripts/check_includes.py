@@ -28,7 +28,8 @@ MAY_INCLUDE = {
     "queries": ["platform", "db", "common", "reports"],
     "explorer": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries"],
     "app": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries", "explorer"],
-    "admin": ["platform/text", "platform/system", "platform/engine", "platform/reportengine", "platform/jet", "db"],
+    "admin": ["platform/text", "platform/system", "platform/engine", "platform/engine/driver/StoredValue.h",
+              "platform/reportengine", "platform/jet", "db"],
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
 

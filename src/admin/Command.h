@@ -39,6 +39,8 @@ Command sampleCommand();
 Command sqlCommand();
 Command checkCommand();
 Command backupCommand();
+Command copyCommand();
+Command upgradeCommand();
 Command reportCommand();
 Command templateCommand();
 Command importCommand();

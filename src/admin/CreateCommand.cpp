@@ -1,15 +1,14 @@
 #include "admin/Command.h"
-#include "admin/NewFile.h"
+#include "admin/NewDatabase.h"
 #include "db/Schema.h"
-#include "platform/engine/Workspace.h"
 
 namespace {
 
 int create(const QCommandLineParser &arguments, QTextStream &)
 {
-    NewFile file(arguments.positionalArguments().constFirst());
-    Schema::create(*Workspace::first().createDatabase(file.temporaryPath()));
-    file.commit();
+    NewDatabase database(arguments.positionalArguments().constFirst());
+    Schema::fill(*database);
+    database.commit();
     return 0;
 }
 
@@ -20,6 +19,8 @@ Command createCommand()
     return {.name = "create",
             .operands = {"FILE"},
             .summary = "Makes an empty database",
-            .details = "It holds the two kinds of charge and the shipped report templates.",
+            .details =
+                "It holds the two kinds of charge and the shipped report templates. FILE is new, or a connection file\n"
+                "that names an empty database on a server.",
             .run = create};
 }

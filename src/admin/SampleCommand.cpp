@@ -1,8 +1,7 @@
 #include "admin/Command.h"
-#include "admin/NewFile.h"
+#include "admin/NewDatabase.h"
 #include "admin/SampleCrib.h"
 #include "db/Schema.h"
-#include "platform/engine/Workspace.h"
 
 #include <algorithm>
 
@@ -23,15 +22,10 @@ int sample(const QCommandLineParser &arguments, QTextStream &out)
     if (scale == SampleCrib::scales().end())
         throw UsageError("There is no scale '" + name + "'.");
 
-    NewFile file(arguments.positionalArguments().constFirst());
-    {
-        const auto database = Workspace::first().createDatabase(file.temporaryPath());
-        Schema::create(*database);
-        Transaction transaction(*database);
-        SampleCrib::fill(*database, *scale);
-        transaction.commit();
-    }
-    file.commit();
+    NewDatabase database(arguments.positionalArguments().constFirst());
+    Schema::fill(*database);
+    SampleCrib::fill(*database, *scale);
+    database.commit();
     out << scale->types << " types, " << scale->locations << " locations, " << scale->tools << " tools, "
         << scale->loans << " loans, " << scale->scrapped << " scrapped\n";
     return 0;
@@ -47,6 +41,8 @@ Command sampleCommand()
             .operands = {"FILE"},
             .options = {scale},
             .summary = "Makes a database with a believable crib",
-            .details = "The same scale always gives the same content.",
+            .details =
+                "The same scale always gives the same content. FILE is new, or a connection file that names an empty\n"
+                "database on a server.",
             .run = sample};
 }

@@ -52,7 +52,8 @@ const std::vector<TableDefinition> &Schema::tables()
                      text("Notes"), number("Job"), dateTime("Date")},
          .indexes = {{"LineItemTypeId", "JobOrOH"}, {"JobOrOH"}},
          .firstNumber = firstScrapNumber,
-         .uniques = {{.column = "ToolID"}}},
+         // Years later the suite may give the number to another tool, which is scrapped in its turn.
+         .uniques = {{.column = "ToolID", .day = "ScrapDate"}}},
         {.name = "ScrapReasons", .columns = {counter("ID"), text("Description", Required)}},
         {.name = "Reports",
          .columns = {text("Name", Required), text("Description"), text("Module", Required), text("FileName", Required),
@@ -69,6 +70,12 @@ const std::vector<TableDefinition> &Schema::tables()
 void Schema::create(Database &database)
 {
     Transaction transaction(database);
+    fill(database);
+    transaction.commit();
+}
+
+void Schema::fill(Database &database)
+{
     for (const TableDefinition &table : tables())
         database.createTable(table);
     for (const auto &[number, code] : {std::pair(jobCharge, "Job"), std::pair(overheadCharge, "Overhead")})
@@ -82,5 +89,14 @@ void Schema::create(Database &database)
                 QString("INSERT INTO Reports VALUES (%1, %2, -1)").arg(texts.join(", ")).arg(isDefault ? -1 : 0));
         }
     }
-    transaction.commit();
+}
+
+void Schema::admitAttendants(Database &database)
+{
+    const QStringList suites{"Employee", "Job", "Operation", "LineItemType"};
+    QStringList own;
+    for (const TableDefinition &table : tables())
+        if (!suites.contains(table.name))
+            own.append(table.name);
+    database.admitAttendants(own, suites);
 }

@@ -26,5 +26,11 @@ inline constexpr int firstScrapNumber = 16384;
 /// Fills a new, empty database with all tables, indexes and relations and the rows that no crib
 /// goes without: the two kinds of charge and the shipped report templates.
 void create(Database &database);
+/// The same within a transaction of the caller's.
+void fill(Database &database);
+
+/// Lets attendants change the program's own tables and read the suite's, nothing else; on a server, where each has an
+/// account of his own.
+void admitAttendants(Database &database);
 
 }

@@ -1,8 +1,7 @@
 #include "tests/support/AdminRun.h"
 #include "tests/support/DataRows.h"
-#include "tests/support/Files.h"
+#include "tests/support/EngineFile.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 class TestAdmin : public QObject
@@ -13,7 +12,8 @@ private slots:
     void init()
     {
         m_folder = std::make_unique<QTemporaryDir>();
-        QCOMPARE(AdminRun({"create", path("crib.mdb")}).status, 0);
+        m_places = std::make_unique<EmptyPlaces>();
+        QCOMPARE(AdminRun({"create", place("crib.mdb")}).errors, "");
     }
 
     void wrongUsageExitsWithTwo_data()
@@ -70,7 +70,7 @@ private slots:
     void sampleIsSoundAndAlwaysTheSame()
     {
         for (const QString scale : {"small", "shop"}) {
-            QCOMPARE(AdminRun({"sample", path(scale), "--scale", scale}).errors, "");
+            QCOMPARE(AdminRun({"sample", place(scale), "--scale", scale}).errors, "");
             QCOMPARE(AdminRun({"check", path(scale)}).out, "No faults found.\n");
         }
         const QString loans = AdminRun({"sql", path("small"), "SELECT * FROM CheckOutIn"}).out;
@@ -80,11 +80,92 @@ private slots:
                  "72554e1507f9f7c376fb7f5b10cfa3e9b2c84a79");
     }
 
+    void copyThereAndBackIsTheSame()
+    {
+        const QString file = path("file"), there = place("there"), back = path("back"), saved = path("saved");
+        AdminRun({"sample", file, "--scale", "small"});
+        change(file,
+               "ALTER TABLE Employee ADD COLUMN Photo BLOB; UPDATE Employee SET Photo = X'00FF5C' WHERE EmpID < 1005;"
+               "CREATE TABLE Customer (Name TEXT, Turnover DOUBLE); INSERT INTO Customer VALUES ('a\b	c
+', 0.1 + 0.2), " "('', 1e300), (NULL, NULL); DELETE FROM ScrapReasons WHERE ID = (SELECT max(ID) FROM ScrapReasons);"
+                  "UPDATE Tools SET PricePer = 922337203685.4775 WHERE ID = 1");
+        const QStringList held = contentOfTables(file);
+        for (const QStringList &arguments :
+             {QStringList{"copy", file, there}, {"copy", there, back}, {"backup", there, saved}})
+            QCOMPARE(AdminRun(arguments).errors, "");
+        for (const QString &copy : {there, back, saved})
+            QCOMPARE(contentOfTables(copy), held);
+        QVERIFY(AdminRun({"copy", file, there}).errors.startsWith("error 3204: "));
+    }
+
+    void copyRefusesWhatTheOtherWouldRefuse()
+    {
+        const QString file = path("file"), there = place("there");
+        AdminRun({"sample", file, "--scale", "small"});
+        const auto refused = [&](const QString &fault, bool onServerAlone) {
+            change(file, "PRAGMA foreign_keys = OFF;" + fault);
+            return AdminRun({"copy", file, onServerAlone ? there : path("new")}).errors.section('
+', 0, 0);
+        };
+        QCOMPARE(
+            refused("UPDATE Employee SET EmpStatus = X'00' WHERE EmpID = 1004; UPDATE CheckOutIn SET DateOut = 'soon' "
+                    "WHERE ID = 7",
+                    false),
+            "CheckOutIn.DateOut, row 7: 'soon' does not fit into a column of this kind. Nothing was copied.");
+        QCOMPARE(refused("UPDATE Tools SET Type = 99 WHERE ID < 3", false),
+                 "Tools: 2 rows have a Type that is not in Types.");
+        QVERIFY(!QFile::exists(path("new")));
+        if (!ServerDatabase::isWanted())
+            return;
+        change(file, "UPDATE Tools SET Type = 1 WHERE ID < 3");
+        QCOMPARE(refused("INSERT INTO CheckOutIn (ID, Tool_Id, Active) VALUES (9001, 900, -1), (9002, 900, -1)", true),
+                 "CheckOutIn: 2 rows have the Tool_Id 900 and are Active.");
+    }
+
+    void attendantsChangeTheCribAlone()
+    {
+        if (!ServerDatabase::isWanted())
+            QSKIP("Whoever opens a file may all.");
+        const auto crib = Workspace::first().openDatabase(path("crib.mdb"));
+        crib->executeNative("SET ROLE vorlane_attendant");
+        QCOMPARE(crib->execute("INSERT INTO Types (Description) VALUES ('Drills')"), 1);
+        QVERIFY(crib->openRecordset("SELECT * FROM Job").isEmpty());
+        QCOMPARE(errorOf([&] { crib->execute("DELETE FROM Job"); }), EngineError::noPermission);
+        QCOMPARE(errorOf([&] { crib->executeNative("CREATE TABLE mine (a text)"); }), EngineError::noPermission);
+    }
+
 private:
+    static void change(const QString &file, const QString &sql)
+    {
+        Workspace::first().openDatabase(file)->executeNative(sql);
+    }
+
+    /// Each table's name, the number that its counter gives next, and its rows.
+    static QStringList contentOfTables(const QString &file)
+    {
+        const auto database = Workspace::first().openDatabase(file);
+        QStringList content;
+        for (const dialect::Table &table : database->tables()) {
+            content << table.name;
+            if (!table.counter.isEmpty())
+                content << QString::number(database->nextNumber(table.name));
+            const Recordset rows = database->openRecordset("SELECT * FROM [" + table.name + ']');
+            for (int row = 0; row < rows.recordCount(); ++row)
+                for (int column = 0; column < rows.fieldCount(); ++column) {
+                    const Value value = rows.at(row, column);
+                    content << (value.isNull() || value.isText() ? value.toText() + QString::number(value.isNull())
+                                                                 : QString::number(value.toNumber(), 'g', 17));
+                }
+        }
+        return content;
+    }
+
+    QString place(const QString &name) { return (*m_places)(path(name)); }
     QString path(const QString &name) const { return m_folder->filePath(name); }
     QStringList files() const { return QDir(m_folder->path()).entryList(QDir::Files, QDir::Name); }
 
     std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<EmptyPlaces> m_places;
 };
 
 QTEST_GUILESS_MAIN(TestAdmin)

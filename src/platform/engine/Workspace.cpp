@@ -69,6 +69,8 @@ std::unique_ptr<Database> Workspace::open(const QString &path, bool ofAnyVersion
     return opened(path, std::make_unique<SqliteDriver>(path, SqliteDriver::Mode::OpenExisting));
 }
 
+bool Workspace::isOnServer(const QString &path) { return ConnectionFile::read(path).has_value(); }
+
 std::unique_ptr<Database> Workspace::createDatabase(const QString &path)
 {
     const QString file = ProgramFolder::toNative(path);

@@ -20,6 +20,10 @@ public:
     /// The same whichever version of this program made it; for Database::upgrade().
     std::unique_ptr<Database> openOfAnyVersion(const QString &path);
 
+    /// Whether `path` is a connection file: a text file that names a database on a server.
+    /// @throws EngineError 3343 for one with a fault.
+    static bool isOnServer(const QString &path);
+
     /// Makes a new, empty file and opens it. @throws EngineError 3204 when the file exists.
     std::unique_ptr<Database> createDatabase(const QString &path);
 

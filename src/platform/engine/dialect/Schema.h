@@ -9,7 +9,8 @@ namespace dialect {
 /// Names of tables, columns, functions and reserved words are the same in any case.
 bool sameName(QStringView a, QStringView b);
 
-/// What a column or an expression holds.
+/// What a column or an expression holds. A column of no known kind has bytes, such as pictures, which statements cannot
+/// deal with: they are read, and added in bulk, as "\x" and hexadecimal digits.
 enum class ValueKind { Unknown, Null, Text, Long, Number, Currency, YesNo, Date };
 
 struct Column {

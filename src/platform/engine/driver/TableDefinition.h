@@ -25,10 +25,12 @@ struct TableDefinition {
     std::vector<QStringList> indexes = {}; ///< the columns of each
     qint64 firstNumber = 1; ///< that the counter gives
     /// What only an engine keeps that serves several desks at once; with a file, which one writes to at a time, looking
-    /// first is enough. Columns that no two rows share, where the yes/no column `where` is set or none is named.
+    /// first is enough. A column that no two rows share, where the yes/no column `where` is set or none is named, or on
+    /// one day where the date column `day` is named.
     struct Unique {
         QString column;
         QString where = {};
+        QString day = {};
     };
     std::vector<Unique> uniques = {};
     QString parent = {}; ///< the column that names another row of the same table, 0 for none; likewise

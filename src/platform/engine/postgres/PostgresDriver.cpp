@@ -243,7 +243,10 @@ QStringList PostgresDriver::columnNames(Statement &prepared)
 {
     auto &statement = static_cast<KnownStatement &>(prepared);
     const Message prepare[] = {{Message::Prepare, statement.sql, statement.name, nullptr}};
-    check(m_connection.travel(prepare).error);
+    const std::optional<ServerError> error = m_connection.travel(prepare).error;
+    if (error && std::exchange(m_snapshot, false))
+        m_connection.sendAlong("ROLLBACK");
+    check(error);
     statement.generation = m_connection.generation();
     return m_connection.columnNames(statement.name);
 }
@@ -276,13 +279,14 @@ void PostgresDriver::endReading()
         m_connection.sendAlong("COMMIT");
 }
 
-void PostgresDriver::settle()
+void PostgresDriver::settle(Snapshot snapshot)
 {
     if (m_transaction == Phase::None && m_connection.noticesLoss())
         reconnect();
-    if (std::exchange(m_snapshot, false))
+    const bool begins = m_transaction == Phase::Due;
+    if ((begins || snapshot == Snapshot::Ends) && std::exchange(m_snapshot, false))
         m_connection.sendAlong("COMMIT");
-    if (m_transaction != Phase::Due)
+    if (!begins)
         return;
     m_transaction = Phase::Open;
     const Message begin[] = {text("BEGIN"), text(oneWriter)};

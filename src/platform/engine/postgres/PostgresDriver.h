@@ -43,7 +43,7 @@ public:
     /// The server looks after its storage itself.
     QStringList damage() override { return {}; }
     void admitAttendants(const QStringList &own, const QStringList &others) override;
-    void analyze() override { execute(QStringLiteral("ANALYZE")); }
+    void analyze() override;
     [[noreturn]] void copyTo(const QString &file) override;
     void execute(const QString &sql) override;
     Native prepareNative(const QString &sql) override;
@@ -63,8 +63,10 @@ private:
     /// Where the connection is lost during a SELECT, that is asked once more, after `restart`.
     qint64 travel(Statement &statement, const std::vector<Value> &values, const dialect::Translation *translation,
                   const ServerConnection::VisitResult &visit, const std::function<void()> &restart, bool rowByRow);
-    /// For what is said apart from such journeys: ends or begins what is due before it.
-    void settle();
+    /// For what is said apart from such journeys: begins what is due before it. What only reads leaves the moment at
+    /// which a read scope sees everything as it is.
+    enum class Snapshot { Stays, Ends };
+    void settle(Snapshot snapshot = Snapshot::Ends);
     void check(const std::optional<ServerError> &error);
     void reconnect();
     RowStore rowsOf(const QString &sql, int columns);

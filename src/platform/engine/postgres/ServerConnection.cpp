@@ -27,14 +27,6 @@ constexpr std::pair<const char *, const char *> habits[] = {
 
 using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
-QByteArray textOf(const Value &value)
-{
-    if (value.isInteger())
-        return QByteArray::number(value.toInteger());
-    return value.isText() ? value.toText().toUtf8()
-                          : QByteArray::number(value.toNumber(), 'g', QLocale::FloatingPointShortest);
-}
-
 std::optional<ServerError> errorOf(const PGresult *result)
 {
     const ExecStatusType status = PQresultStatus(result);
@@ -43,6 +35,14 @@ std::optional<ServerError> errorOf(const PGresult *result)
     return ServerError::of(result);
 }
 
+}
+
+QByteArray ServerConnection::textOf(const Value &value)
+{
+    if (value.isInteger())
+        return QByteArray::number(value.toInteger());
+    return value.isText() ? value.toText().toUtf8()
+                          : QByteArray::number(value.toNumber(), 'g', QLocale::FloatingPointShortest);
 }
 
 ServerConnection::ServerConnection(const QString &path, const ConnectionFile::Settings &settings, Counters &counters)
@@ -85,6 +85,9 @@ void ServerConnection::connect()
     if (PQserverVersion(m_connection) < oldestServer * 10'000)
         throw connectionRefused(m_path,
                                 QStringLiteral("the server is too old, version %1 is needed").arg(oldestServer));
+    // What the server remarks is for no window and for no command's output.
+    PQsetNoticeProcessor(
+        m_connection, [](void *, const char *) {}, nullptr);
     PQenterPipelineMode(m_connection);
 }
 

@@ -24,6 +24,9 @@ public:
     ~ServerConnection();
     Q_DISABLE_COPY_MOVE(ServerConnection)
 
+    /// A value that is not null in the server's own text form, exact.
+    static QByteArray textOf(const Value &value);
+
     /// Connects anew; the server has forgotten everything then. @throws EngineError likewise.
     void connect();
     /// Goes up with each connect().

@@ -67,6 +67,14 @@ void inCapitals(sqlite3_context *context, int, sqlite3_value **arguments)
     giveText(context, isAscii(view(text)) ? text.toUpper() : upperCase(QString::fromUtf8(text)).toUtf8());
 }
 
+void bytes(sqlite3_context *context, int, sqlite3_value **arguments)
+{
+    if (isNull(arguments[0]))
+        return;
+    const QByteArray bytes = QByteArray::fromHex(textOf(arguments[0]).mid(2));
+    sqlite3_result_blob(context, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
+}
+
 void concatenate(sqlite3_context *context, int count, sqlite3_value **arguments)
 {
     QByteArray text;
@@ -157,5 +165,6 @@ void registerSqlFunctions(sqlite3 *connection, std::optional<EngineError> &refus
     add(SqliteNames::shortDate, 1, guarded<shortDate>);
     add(SqliteNames::currency, 1, guarded<currency>);
     add(SqliteNames::stored, 2, guarded<stored>);
+    add(SqliteNames::bytes, 1, guarded<bytes>);
     add(SqliteNames::like, 2, guarded<like>);
 }

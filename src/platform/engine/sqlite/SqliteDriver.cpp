@@ -59,7 +59,7 @@ ValueKind kindOf(const QString &declared)
         return ValueKind::Text;
     if (type.contains(u"INT") || type == u"LONG" || type == u"COUNTER")
         return ValueKind::Long;
-    return ValueKind::Number;
+    return type == u"BLOB" ? ValueKind::Unknown : ValueKind::Number;
 }
 
 void bind(sqlite3_stmt *statement, int parameter, const Value &value)
@@ -105,6 +105,15 @@ void addRow(RowStore &rows, sqlite3_stmt *statement)
         case SQLITE_NULL:
             rows.addNull();
             break;
+        // Elsewhere bytes are a text that another program wrote.
+        case SQLITE_BLOB:
+            if (qstricmp(sqlite3_column_decltype(statement, column), "BLOB") == 0) {
+                const auto *bytes = static_cast<const char *>(sqlite3_value_blob(value));
+                const QByteArray text = "\\x" + QByteArray(bytes, sqlite3_value_bytes(value)).toHex();
+                rows.addText(text.constData(), text.size());
+                break;
+            }
+            [[fallthrough]];
         default: {
             const void *text = sqlite3_value_blob(value);
             rows.addText(text, text ? sqlite3_value_bytes(value) : 0);
@@ -118,7 +127,7 @@ QString bracketed(const QString &name) { return u'[' + name + u']'; }
 QString columnDefinition(const TableDefinition::Column &column)
 {
     // Kinds: Unknown, Null, Text, Long, Number, Currency, YesNo, Date
-    static constexpr const char *types[] = {"TEXT", "TEXT", "TEXT", "LONG", "DOUBLE", "CURRENCY", "YESNO", "DATETIME"};
+    static constexpr const char *types[] = {"BLOB", "TEXT", "TEXT", "LONG", "DOUBLE", "CURRENCY", "YESNO", "DATETIME"};
     static constexpr const char *rules[] = {"", " NOT NULL", " NOT NULL DEFAULT 0", " NOT NULL PRIMARY KEY"};
     if (column.rule == TableDefinition::Counter)
         return bracketed(column.name) + QLatin1String(" INTEGER PRIMARY KEY AUTOINCREMENT");
@@ -329,7 +338,9 @@ void SqliteDriver::append(const dialect::Table &table, const RowStore &rows)
     QStringList names, parameters;
     for (const dialect::Column &column : table.columns) {
         names.append(dialect::quotedName(column.name));
-        parameters.append(u'?' + QString::number(names.size()));
+        const QString parameter = u'?' + QString::number(names.size());
+        parameters.append(column.kind == ValueKind::Unknown ? SqliteNames::bytes + (u'(' + parameter + u')')
+                                                            : parameter);
     }
     const Prepared insert = prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                                         .arg(dialect::quotedName(table.name), names.join(u','), parameters.join(u',')));

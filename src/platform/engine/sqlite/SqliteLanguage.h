@@ -14,4 +14,5 @@ inline constexpr char upperCase[] = "vorlane_ucase";
 inline constexpr char shortDate[] = "vorlane_short_date";
 inline constexpr char currency[] = "vorlane_currency";
 inline constexpr char stored[] = "vorlane_stored"; ///< (value, int(ValueKind)): as a column of the kind holds it
+inline constexpr char bytes[] = "vorlane_bytes"; ///< that "\x" and hexadecimal digits stand for
 }
