@@ -161,6 +161,9 @@ dialect::Schema PostgresDriver::schema()
                    "ORDER BY c.relname COLLATE \"C\", a.attnum")
                    .arg(QLatin1String(rowNumber)),
                7);
+    if (columns.rowCount() == 0 && !rowsOf(QStringLiteral("SELECT current_schema() IS NOT NULL"), 1).at(0, 0).toBool())
+        throw connectionRefused(m_path,
+                                QStringLiteral("the database has no such schema, or this account may not use it"));
     for (int i = 0; i < columns.rowCount(); ++i) {
         const QString table = columns.at(i, 0).toText(), name = columns.at(i, 1).toText();
         const ValueKind kind = kindOf(columns.at(i, 2).toText());
@@ -278,7 +281,9 @@ void PostgresDriver::admitAttendants(const QStringList &own, const QStringList &
         QStringLiteral("SELECT EXISTS (SELECT FROM pg_roles WHERE rolname = %1)").arg(quotedText(attendants)), 1);
     if (!known.at(0, 0).toBool())
         execute(QLatin1String("CREATE ROLE ") + attendants);
-    execute(QStringLiteral("DO $$ BEGIN EXECUTE format('GRANT USAGE ON SCHEMA %I TO %1', current_schema()); END $$; "
+    // Counters are looked at by check, and by a backup.
+    execute(QStringLiteral("DO $$ BEGIN EXECUTE format('GRANT USAGE ON SCHEMA %I TO %1; GRANT SELECT ON ALL SEQUENCES "
+                           "IN SCHEMA %I TO %1', current_schema(), current_schema()); END $$; "
                            "GRANT SELECT, INSERT, UPDATE, DELETE ON %2 TO %1; GRANT SELECT ON %3 TO %1")
                 .arg(attendants, names(own), names(others)));
 }
