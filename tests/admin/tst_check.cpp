@@ -1,10 +1,9 @@
-#include "db/Schema.h"
-#include "platform/engine/Workspace.h"
 #include "tests/support/AdminRun.h"
+#include "tests/support/BothEngines.h"
 #include "tests/support/DataRows.h"
+#include "tests/support/EmptyCrib.h"
 #include "tests/support/Files.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 /// A small sound crib with one fault planted at a time.
@@ -17,7 +16,7 @@ private slots:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_file = m_folder->filePath("crib.mdb");
-        Schema::create(*Workspace::first().createDatabase(m_file));
+        m_crib.emplace(m_file);
         for (const char *sql : {
                  "INSERT INTO Types VALUES (1, 'Drills', 0), (2, 'Jobber Drills', 1), (3, 'Spare', 0), (4, 'Oddments', "
                  "3)",
@@ -153,7 +152,7 @@ private:
     void change(const QString &sql)
     {
         const auto database = Workspace::first().openDatabase(m_file);
-        database->executeNative("PRAGMA foreign_keys = OFF");
+        const WithoutRelations unchecked(*database);
         database->executeNative(sql);
     }
 
@@ -164,6 +163,7 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_file;
+    std::optional<EmptyCrib> m_crib;
 };
 
 QTEST_GUILESS_MAIN(TestCheck)

@@ -3,14 +3,13 @@
 #include "app/frmSplash.h"
 #include "app/mdiMain.h"
 #include "common/ProgramState.h"
-#include "db/Schema.h"
 #include "db/Session.h"
 #include "explorer/frmTree.h"
-#include "platform/engine/Workspace.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/system/SingleInstance.h"
 #include "platform/system/UserSettings.h"
 #include "tests/support/DataRows.h"
+#include "tests/support/EmptyCrib.h"
 #include "tests/support/Files.h"
 #include "tests/support/ScriptedUser.h"
 
@@ -18,7 +17,6 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScopeGuard>
-#include <QTemporaryDir>
 
 /// From the start of the program to its main window, and that window's menus.
 class TestStartup : public QObject
@@ -148,11 +146,7 @@ private slots:
     }
 
 private:
-    void makeDatabase()
-    {
-        const auto database = Workspace::first().createDatabase(file("dorvak.mdb"));
-        Schema::create(*database);
-    }
+    void makeDatabase() { m_crib.emplace(file("dorvak.mdb")); }
 
     QString file(const QString &name) const { return m_folder->filePath(name); }
 
@@ -177,6 +171,7 @@ private:
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
+    std::optional<EmptyCrib> m_crib;
 };
 
 QTEST_MAIN(TestStartup)

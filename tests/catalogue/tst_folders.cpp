@@ -102,6 +102,7 @@ private slots:
     {
         const auto [kind, refusal] = fetched<const FolderKind *, QString>();
         const QString question = "Deleting! (question): Delete Selected Item? [OK] [Cancel]*";
+        crib->run({"UPDATE Types SET Parent=0"});
         ScriptedUser user(QMessageBox::Cancel);
         user.answers(QMessageBox::Ok, 4);
         whenModal<SpareFolderList>([&](SpareFolderList &form) {
@@ -129,8 +130,7 @@ private slots:
     void otherErrorsBearTheirNumber()
     {
         ScriptedUser user(QMessageBox::Ok, 2);
-        Session::database().executeNative(
-            "CREATE TRIGGER keep BEFORE DELETE ON Types BEGIN SELECT RAISE(ABORT, 'kept'); END");
+        refuse(Session::database(), "DELETE", "Types");
         whenModal<SpareFolderList>([&](SpareFolderList &form) {
             QTest::mouseClick(form.ui.cmdDelete, Qt::LeftButton);
             QCOMPARE(form.ui.dblLocation->count(), 3);

@@ -98,14 +98,13 @@ private slots:
 
     void allOrNothing()
     {
-        Session::database().executeNative("CREATE TRIGGER Full BEFORE INSERT ON Tools WHEN (SELECT Count(*) FROM Tools)"
-                                          " >= 2 BEGIN SELECT RAISE(ABORT, 'crib full'); END");
+        refuse(Session::database(), "INSERT", "Tools", "(SELECT Count(*) FROM [Tools]) >= 2");
         ScriptedUser user(QMessageBox::Ok);
         whenModal<frmToolNewEdit>([](frmToolNewEdit &form) {
             fill(form);
             form.ui.fpQuantity->setValue(20000);
             form.ui.cmdOK->click();
-            Session::database().executeNative("DROP TRIGGER Full");
+            refuseNoMore(Session::database());
             QTimer pressCancel;
             connect(&pressCancel, &QTimer::timeout, &form, [&] {
                 if (auto *progress = form.findChild<QProgressDialog *>())
@@ -118,7 +117,7 @@ private slots:
         });
         QVERIFY(!startNew());
         QCOMPARE(tools(), QStringList());
-        QVERIFY(user.texts().join("").contains("crib full"));
+        QVERIFY(user.texts().join("").contains("refused"));
     }
 
     void okAndNewKeepsTheFolderOfTheTree()

@@ -179,7 +179,7 @@ private slots:
         QStringList left;
         ScriptedUser user(QMessageBox::Yes);
         user.answers(QMessageBox::Ok).meanwhile([&] {
-            m_crib->run({others});
+            m_crib->damage({others});
             left = everything();
         });
         if (target.isEmpty()) {
@@ -284,7 +284,7 @@ private slots:
         QCOMPARE(m_crib->tree()->selectedNode()->key, "x0");
 
         // A view that cannot even be begun leaves the one before as it was.
-        Session::database().executeNative("ALTER TABLE Locations RENAME TO Elsewhere");
+        Session::database().executeNative("ALTER TABLE [Locations] RENAME TO [Elsewhere]");
         user.answers(QMessageBox::Ok);
         explorer().ui.optMode1->click();
         QCOMPARE(explorer().TreeMode(), "scrap");

@@ -51,7 +51,7 @@ private slots:
     void brokenChainsEndWithTheirMessage()
     {
         QCOMPARE(clsTools::path(clsTools::Kind::types, 3), "Wrenches\\Torque wrenches\\Small torque wrenches");
-        m_crib->run({"UPDATE Types SET Parent=99 WHERE ID=1"});
+        m_crib->damage({"UPDATE Types SET Parent=99 WHERE ID=1"});
         QVERIFY_EXCEPTION_THROWN(clsTools::path(clsTools::Kind::types, 3), std::runtime_error);
         m_crib->run({"UPDATE Types SET Parent=3 WHERE ID=1"}); // 1 above 2 above 3 above 1
         // A hit that hangs on nothing says so and hides no other.
@@ -62,8 +62,7 @@ private slots:
     void deletesSubtreesWhole()
     {
         m_crib->run({"UPDATE Types SET Parent=3 WHERE ID=1"}); // a circle must not stop it
-        Session::database().executeNative(
-            "CREATE TRIGGER keep BEFORE DELETE ON Types BEGIN SELECT RAISE(ABORT, 'kept'); END");
+        refuse(Session::database(), "DELETE", "Types");
         const QString problem = clsTools().Delete(clsTools::Kind::types, {2}, {});
         QVERIFY(problem.startsWith("Error: Unable to delete Types data.\r\nError: "));
         const auto left = [this] {
@@ -71,7 +70,7 @@ private slots:
                 + m_crib->rows("Select Tool_Id from CheckOutIn");
         };
         QCOMPARE(left(), QStringList({"1", "2", "3", "1", "2", "2"})); // a refused deletion changes nothing
-        Session::database().executeNative("DROP TRIGGER keep");
+        refuseNoMore(Session::database());
         QCOMPARE(clsTools().Delete(clsTools::Kind::types, {2}, {}), QString());
         QCOMPARE(left(), QStringList());
     }

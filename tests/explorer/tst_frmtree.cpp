@@ -16,7 +16,8 @@ private slots:
     void init()
     {
         m_crib.emplace();
-        m_crib->insert("Types (Description,Parent)", {"'Drills',0", "'\u00c4xte',0", "'Nobody finds me',99"});
+        m_crib->insert("Types (Description,Parent)", {"'Drills',0", "'\u00c4xte',0"});
+        m_crib->damage({"INSERT INTO Types (Description,Parent) VALUES('Nobody finds me',99)"});
         m_crib->insert("Locations (Description,Parent)", {"'Shelf 1',1"});
         m_crib->insert("Tools (Type,Location,Manufacturer,PartNumber,Description,PricePer,Out)",
                        {"1,1,'Fenwick','W-10','Open wrench 10',12.5,0", "1,2,'','','Open wrench 13',13,-1",
@@ -103,9 +104,9 @@ private slots:
     // The suite, or a program that was cut off, may have written any of these.
     void recordsThatFitNowhereHideNoOther()
     {
-        m_crib->run({"INSERT INTO Types (ID,Description,Parent) VALUES(40000,'Far',1)",
-                     "UPDATE CheckOutIn SET Active=0 WHERE Tool_Id=2",
-                     "INSERT INTO Scrap (Description,JobOrOH,LineItemTypeId) VALUES('Stray',7,6)"});
+        m_crib->damage({"INSERT INTO Types (ID,Description,Parent) VALUES(40000,'Far',1)",
+                        "UPDATE CheckOutIn SET Active=0 WHERE Tool_Id=2",
+                        "INSERT INTO Scrap (Description,JobOrOH,LineItemTypeId) VALUES('Stray',7,6)"});
         ScriptedUser user(QMessageBox::Ok);
         explorer().rebuildView();
         QTRY_COMPARE(user.texts(),

@@ -1,12 +1,8 @@
 #pragma once
 
-#include "db/Schema.h"
 #include "db/Session.h"
-#include "tests/support/ServerDatabase.h"
-
-#include <QTemporaryDir>
-
-#include <optional>
+#include "tests/support/BothEngines.h"
+#include "tests/support/EmptyCrib.h"
 
 /// A crib's database in a file of its own, open as the program's session for the life of the object. It holds a few
 /// rows of everything that windows ask for, and no tools:
@@ -20,10 +16,6 @@ class CribDatabase
 public:
     CribDatabase()
     {
-        if (ServerDatabase::isWanted())
-            m_server.emplace(path(), "crib", Schema::create);
-        else
-            Schema::create(*Workspace::first().createDatabase(path()));
         Session::open(path());
         insert("Types (Description,Parent)", {"'Wrenches',0", "'Torque wrenches',1"});
         insert("Locations (Description,Parent)", {"'Cabinet A',0", "'Cabinet B',0"});
@@ -48,6 +40,13 @@ public:
         for (const QString &statement : statements)
             execute(statement);
         transaction.commit();
+    }
+
+    /// Likewise, without looking after relations: a folder may hang on nothing afterwards.
+    void damage(const QStringList &statements)
+    {
+        const WithoutRelations unchecked(Session::database());
+        run(statements);
     }
 
     /// Adds rows; `into` names the table and its columns, each row is written as behind VALUES.
@@ -75,5 +74,5 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    std::optional<ServerDatabase> m_server;
+    const EmptyCrib m_crib{path()};
 };

@@ -12,14 +12,14 @@ class EngineFile
 public:
     explicit EngineFile(const QString &statements = {})
     {
-        if (!ServerDatabase::isWanted()) {
+        if (ServerDatabase::isWanted()) {
+            m_server.emplace(path(), "empty", [](Database &database) { database.upgrade(); });
+            m_database = Workspace::first().openDatabase(path());
+            ServerDatabase::run(*m_database, statements);
+        } else {
             m_database = Workspace::first().createDatabase(path());
             m_database->executeNative("BEGIN;" + statements + ";COMMIT");
-            return;
         }
-        m_server.emplace(path(), "empty", [](Database &database) { database.upgrade(); });
-        m_database = Workspace::first().openDatabase(path());
-        ServerDatabase::run(*m_database, statements);
     }
     QString path() const { return m_folder.filePath("crib.mdb"); }
     Database *operator->() const { return m_database.get(); }

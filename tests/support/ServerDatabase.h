@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 
 /// Where a test runs as NAME.server (see scripts/test_server): a database of its own on the throw-away server, which
 /// stands in a connection file where a database file would stand. It is a copy of a model, which `fill` fills once a
@@ -14,27 +15,39 @@ class ServerDatabase
 public:
     static bool isWanted() { return qEnvironmentVariableIsSet("VORLANE_TEST_SERVER"); }
 
-    ServerDatabase(const QString &file, const QString &model, void (*fill)(Database &)) : m_file(file)
+    ServerDatabase(const QString &file, const QString &model, void (*fill)(Database &))
     {
-        static QStringList filled;
-        static int count = 0;
-        const QString prefix = QString("t%1_").arg(QCoreApplication::applicationPid());
-        if (!filled.contains(model)) {
-            administer("CREATE DATABASE [" + prefix + model + ']');
-            writeConnection(prefix + model);
-            fill(*Workspace::first().openDatabase(m_file));
-            filled.append(model);
+        Server &server = ServerDatabase::server();
+        const QString name = Server::prefix() + model;
+        if (!server.models.contains(name)) {
+            server.administer("CREATE DATABASE [%1]", name);
+            server.models.append(name);
+            writeConnection(file, name);
+            fill(*Workspace::first().openDatabase(file));
         }
-        m_name = prefix + QString::number(++count);
-        administer("CREATE DATABASE [" + m_name + "] TEMPLATE [" + prefix + model + ']');
-        writeConnection(m_name);
+        m_name = Server::prefix() + QString::number(++server.count);
+        server.administer("CREATE DATABASE [%1] STRATEGY FILE_COPY TEMPLATE [" + name + ']', m_name);
+        server.dropDone();
+        writeConnection(file, m_name);
     }
-    ~ServerDatabase() { administer("DROP DATABASE [" + m_name + "] WITH (FORCE)"); }
+    // Whoever was connected is only just going, and the server would wait for that.
+    ~ServerDatabase() { server().done.append(m_name); }
     Q_DISABLE_COPY_MOVE(ServerDatabase)
 
-    /// Runs what tests write for a file: CREATE TABLE with the engine's own types, and INSERT of many rows.
+    /// `more` are further lines.
+    static void writeConnection(const QString &file, const QString &database, const QString &more = "user=postgres")
+    {
+        const QStringList place = qEnvironmentVariable("VORLANE_TEST_SERVER").split(':');
+        const QString lines = "[postgresql]\nhost=%1\nport=%2\ndbname=%3\n%4\n";
+        writeFile(file, lines.arg(place.value(0), place.value(1), database, more).toUtf8());
+    }
+    const QString &name() const { return m_name; }
+
+    /// Runs what tests write for a file, there or here: CREATE TABLE with its own types, and INSERT of many rows.
     static void run(Database &database, const QString &statements)
     {
+        if (!isWanted())
+            return database.executeNative(statements);
         static const QRegularExpression comment("^--.*$", QRegularExpression::MultilineOption);
         static const QRegularExpression end(";\\s*(?=CREATE|INSERT|$)");
         static const QRegularExpression create("^CREATE TABLE (\\w+)\\s*\\((.*)\\)$",
@@ -56,6 +69,39 @@ public:
     }
 
 private:
+    /// Where databases are made; what this program made goes with it.
+    struct Server {
+        Server()
+        {
+            writeConnection(folder.filePath("server"), "postgres");
+            database = Workspace::first().openDatabase(folder.filePath("server"));
+        }
+        ~Server()
+        {
+            done += models;
+            dropDone();
+        }
+        Q_DISABLE_COPY_MOVE(Server)
+        static QString prefix() { return QStringLiteral("t%1_").arg(QCoreApplication::applicationPid()); }
+        void administer(const QString &statement, const QString &name) const
+        {
+            database->executeNative(statement.arg(name));
+        }
+        void dropDone()
+        {
+            for (const QString &name : std::exchange(done, {}))
+                administer("DROP DATABASE [%1] WITH (FORCE)", name);
+        }
+        const QTemporaryDir folder;
+        std::unique_ptr<Database> database;
+        QStringList models, done;
+        int count = 0;
+    };
+    static Server &server()
+    {
+        static Server server;
+        return server;
+    }
     static TableDefinition tableOf(const QString &name, const QString &columns)
     {
         using dialect::ValueKind;
@@ -80,20 +126,6 @@ private:
         }
         return table;
     }
-    void writeConnection(const QString &database) const
-    {
-        const QStringList place = qEnvironmentVariable("VORLANE_TEST_SERVER").split(':');
-        writeFile(m_file,
-                  QString("[postgresql]\nhost=%1\nport=%2\nuser=postgres\ndbname=%3\n")
-                      .arg(place.value(0), place.value(1), database)
-                      .toUtf8());
-    }
-    void administer(const QString &statement) const
-    {
-        writeConnection("postgres");
-        Workspace::first().openDatabase(m_file)->executeNative(statement);
-    }
 
-    QString m_file;
     QString m_name;
 };

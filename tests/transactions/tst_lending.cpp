@@ -187,11 +187,10 @@ private slots:
         crib->insert("CheckOutIn (Tool_Id,Employee,Active)", {"5,'21',0", "6,'21',0"});
         crib->insert("Tools (ID,Type,Location,Description)", {"16384,1,1,'Live'", "5,1,1,'Live'"});
         if (kept)
-            Session::database().executeNative("CREATE TRIGGER KeepLoans BEFORE DELETE ON CheckOutIn"
-                                              " BEGIN SELECT RAISE(ABORT, 'loans are kept'); END");
+            refuse(Session::database(), "DELETE", "CheckOutIn");
         ScriptedUser user(QMessageBox::Ok, kept);
         QCOMPARE(MainSubs::PurgeScrapped(icon, 16384), icon == "Tool" && !kept);
-        QCOMPARE(user.texts().join("").contains("loans are kept"), kept);
+        QCOMPARE(user.texts().join("").contains("refused"), kept);
         QCOMPARE(crib->rows("Select ID from Scrap").join(' '), scrap);
         QCOMPARE(crib->rows("Select Tool_Id from CheckOutIn").join(' '), loans);
         QCOMPARE(crib->rows("Select ID from Tools order by ID").join(' '), tools);
@@ -210,7 +209,9 @@ private slots:
         const auto [mode, listed, items, calls] = fetched<QString, int, QString, QStringList>();
         FakeExplorer &explorer = crib->explorer;
         crib->lendTo("21");
-        crib->insert("CheckOutIn (Tool_Id,Active,DateIn)", {"1,-1,null", "2,-1,null", "1,0,#2025-01-01 08:00:00#"});
+        crib->insert("CheckOutIn (Tool_Id,Active,DateIn)", {"2,-1,null", "1,0,#2025-01-01 08:00:00#"});
+        if (!ServerDatabase::isWanted()) // which takes no second one
+            crib->insert("CheckOutIn (Tool_Id,Active)", {"1,-1"});
         explorer.mode = mode;
         explorer.items.resize(listed);
         whenModal<frmCheckIn>([&](frmCheckIn &form) {
@@ -220,9 +221,9 @@ private slots:
         });
         MainSubs::CheckInSelectedTool();
         // Every open loan of the tool, and no other.
-        QCOMPARE(
-            crib->rows("Select Tool_Id,Active,DateIn from CheckOutIn order by ID"),
-            QStringList({"1|0|2026-03-04 13:05:09", "1|0|2026-03-04 13:05:09", "2|-1|", "1|0|2025-01-01 08:00:00"}));
+        QStringList loans = crib->rows("Select Tool_Id,Active,DateIn from CheckOutIn order by ID");
+        loans.removeDuplicates();
+        QCOMPARE(loans, QStringList({"1|0|2026-03-04 13:05:09", "2|-1|", "1|0|2025-01-01 08:00:00"}));
         QCOMPARE(crib->rows("Select out from Tools"), QStringList("0"));
         QStringList keys;
         for (const ListItem &item : explorer.items)

@@ -122,23 +122,21 @@ private slots:
 
     void toolIsNeverLost_data()
     {
-        row("a pasted apostrophe breaks the statement", QStringList(), "Tom's fault", "yntax error");
-        row("the record is refused",
-            QStringList("CREATE TRIGGER NoScrap BEFORE INSERT ON Scrap BEGIN SELECT RAISE(ABORT, 'no scrap'); END"), "",
-            "no scrap");
-        row("the tool cannot be deleted",
-            QStringList("CREATE TRIGGER Keep BEFORE DELETE ON Tools BEGIN SELECT RAISE(ABORT, 'kept'); END"), "",
-            "kept");
-        row("the tool's type is gone", QStringList({"PRAGMA foreign_keys=OFF", "DELETE FROM Types WHERE ID=2"}), "",
+        row("a pasted apostrophe breaks the statement", "", "", "Tom's fault", "yntax error");
+        row("the record is refused", "INSERT", "Scrap", "", "refused");
+        row("the tool cannot be deleted", "DELETE", "Tools", "", "refused");
+        row("the tool's type is gone", "", "Types", "",
             "The tool could not be entered among the scrapped tools and was not deleted.");
     }
 
     void toolIsNeverLost()
     {
-        const auto [damage, notes, message] = fetched<QStringList, QString, QString>();
+        const auto [deed, table, notes, message] = fetched<QString, QString, QString, QString>();
         ScriptedUser user(QMessageBox::Ok);
-        for (const QString &statement : damage)
-            Session::database().executeNative(statement);
+        if (!deed.isEmpty())
+            refuse(Session::database(), deed, table);
+        else if (!table.isEmpty())
+            crib->damage({"DELETE FROM " + table + " WHERE ID=2"});
         QApplication::clipboard()->setText(notes);
 
         whenModal<frmScrap>([](frmScrap &form) {

@@ -1,8 +1,7 @@
+#include "tests/support/BothEngines.h"
 #include "tests/support/EngineFile.h"
 
 #include <QTest>
-
-#include <sqlite3.h>
 
 class TestDatabase : public QObject
 {
@@ -36,27 +35,33 @@ private slots:
         QCOMPARE(count(), 2);
     }
 
-    void otherWritersAreKeptOut()
+    // A file has readers keep writers out; a server shows them one moment.
+    void readersSeeOneMoment()
     {
-        sqlite3 *other = nullptr;
-        QCOMPARE(sqlite3_open(m_database->path().toUtf8().constData(), &other), SQLITE_OK);
-        const auto otherWrites = [&] {
-            return sqlite3_exec(other, "UPDATE Types SET Parent = Parent", nullptr, nullptr, nullptr) == SQLITE_OK;
-        };
+        const auto other = otherDesk();
         {
             const ReadScope outer(**m_database);
             {
                 const ReadScope inner(**m_database);
-                QVERIFY(!otherWrites());
+                QCOMPARE(count(" where Parent = 5"), 0);
+                QCOMPARE(write(*other), ServerDatabase::isWanted());
             }
-            QVERIFY(!otherWrites());
+            QCOMPARE(write(*other), ServerDatabase::isWanted());
+            QCOMPARE(count(" where Parent = 5"), 0);
         }
-        QVERIFY(otherWrites());
+        QVERIFY(write(*other));
+        QCOMPARE(count(" where Parent = 5"), 3);
+    }
+
+    void otherWritersAreKeptOut()
+    {
+        const auto other = otherDesk();
         {
             const Transaction begun(**m_database); // what it looks at first must still be so when it writes
-            QVERIFY(!otherWrites());
+            QCOMPARE(count(), 3);
+            QVERIFY(!write(*other));
         }
-        sqlite3_close(other);
+        QVERIFY(write(*other));
     }
 
     void statementsOfOneShapeAreTranslatedOnce()
@@ -99,6 +104,22 @@ private:
     int count(const QString &where = {}) const
     {
         return (*m_database)->openRecordset("Select * from Types" + where).recordCount();
+    }
+
+    std::unique_ptr<Database> otherDesk() const
+    {
+        auto other = Workspace::first().openDatabase(m_database->path());
+        dontWaitForOthers(*other);
+        return other;
+    }
+    static bool write(Database &database)
+    {
+        return errorOf([&] {
+                   Transaction transaction(database);
+                   database.execute("UPDATE Types SET Parent = 5");
+                   transaction.commit();
+               })
+            == 0;
     }
 
     std::optional<EngineFile> m_database;

@@ -1,13 +1,12 @@
 #include "platform/reportcontrol/ReportControl.h"
 #include "tests/support/DataRows.h"
 
-#include "platform/engine/Workspace.h"
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
 #include "platform/reportengine/Report.h"
 #include "platform/system/ProgramFolder.h"
-#include "tests/support/Files.h"
+#include "tests/support/EngineFile.h"
 #include "tests/support/ScriptedUser.h"
 
 #include <QFileDialog>
@@ -22,8 +21,6 @@ private slots:
     void initTestCase()
     {
         ProgramFolder::setPath(m_folder.path());
-        m_database = Workspace::first().createDatabase(file("crib.mdb"));
-        m_database->executeNative("CREATE TABLE Tools (ID INTEGER PRIMARY KEY AUTOINCREMENT, Description TEXT)");
         Transaction filling(*m_database);
         for (int row = 1; row <= rows; ++row)
             m_database->execute(QStringLiteral("INSERT INTO Tools (Description) VALUES('Tool %1')").arg(row));
@@ -145,7 +142,7 @@ private slots:
         QVERIFY(QDir(m_folder.path()).mkdir("gone"));
         QCOMPARE(saved(window->ui.mnuFilePdf, "gone/saved.pdf"), "");
         QCOMPARE(codes, QList<int>{20530});
-        Report report(m_database.get());
+        Report report(&*m_database);
         QCOMPARE(printOn(QPrinterInfo(), report), 20526);
     }
 
@@ -159,7 +156,7 @@ private slots:
     void printingRanges()
     {
         const auto [range, last, code, printed] = fetched<int, int, int, int>();
-        Report report(m_database.get());
+        Report report(&*m_database);
         QCOMPARE(report.open("List.rpt", {}), 0);
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFileName(file("paper.pdf"));
@@ -174,7 +171,7 @@ private slots:
 
     void longRunCanBeCancelled()
     {
-        Report report(m_database.get());
+        Report report(&*m_database);
         RunProgress progress(report, "Query Results", m_main.get());
         whenModal<QProgressDialog>([](QProgressDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
         for (QDeadlineTimer end(5000); !progress.isCancelled() && !end.hasExpired();)
@@ -197,8 +194,8 @@ private:
     QString file(const QString &name) const { return m_folder.filePath(name); }
     QByteArray content(const QString &name) const { return contentOf(file(name)); }
 
+    const EngineFile m_database{"CREATE TABLE Tools (ID INTEGER PRIMARY KEY AUTOINCREMENT, Description TEXT)"};
     QTemporaryDir m_folder;
-    std::unique_ptr<Database> m_database;
     std::unique_ptr<QWidget> m_main;
     ReportControl *m_control = nullptr;
 };

@@ -1,36 +1,35 @@
 #pragma once
 
-#include "db/Schema.h"
-#include "platform/engine/Workspace.h"
 #include "platform/reportengine/ResultCode.h"
 #include "platform/reportengine/TemplateReader.h"
 #include "platform/system/ProgramFolder.h"
+#include "tests/support/BothEngines.h"
 #include "tests/support/DataRows.h"
+#include "tests/support/EmptyCrib.h"
 #include "tests/support/Files.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 /// A program folder of its own with an empty crib in it.
 class ReportCrib
 {
 public:
-    ReportCrib() : database(Workspace::first().createDatabase(folder.filePath("crib.mdb")))
+    ReportCrib() : database(Workspace::first().openDatabase(folder.filePath("crib.mdb")))
     {
         ProgramFolder::setPath(folder.path());
-        database->executeNative("PRAGMA synchronous = OFF");
-        Schema::create(*database);
+        dontWaitForDisk(*database);
     }
     ~ReportCrib() { ProgramFolder::setPath({}); }
 
     void execute(const QString &statement) { database->execute(statement); }
-    void fill(const char *native) { database->executeNative(native); }
+    void fill(const QString &native) { ServerDatabase::run(*database, native); }
     void addTemplate(const QString &name, const QByteArray &content) const
     {
         writeFile(folder.filePath(name), content);
     }
 
     QTemporaryDir folder;
+    const EmptyCrib crib{folder.filePath("crib.mdb")};
     std::unique_ptr<Database> database;
 };
 

@@ -118,8 +118,8 @@ private slots:
     {
         ReportCrib crib;
         crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
-                  "INSERT INTO Job (JobNo) SELECT i FROM n");
-        crib.fill("INSERT INTO Types (Description) SELECT 'x' FROM Job");
+                  "INSERT INTO [Job] ([JobNo]) SELECT i FROM n");
+        crib.fill("INSERT INTO Types (Description) SELECT 'x' FROM [Job]");
         int pulses = 0;
         const auto cancel = [&](double) {
             if (++pulses == 9)
@@ -136,10 +136,12 @@ private slots:
     {
         ReportCrib crib;
         crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 50000)"
-                  " INSERT INTO CheckOutIn (ID, Tool_Id, Employee) SELECT i * 7 - 1000, i, '1' FROM n");
+                  " INSERT INTO [CheckOutIn] ([ID], [Tool_Id], [Employee]) SELECT i * 7 - 1000, i, '1' FROM n");
         // To the very ends of the numbers
-        crib.fill("INSERT INTO CheckOutIn (ID, Tool_Id) VALUES (-9223372036854775808, 50001), (9223372036854775807, "
-                  "50002)");
+        const bool wide = !ServerDatabase::isWanted();
+        crib.fill(QString("INSERT INTO CheckOutIn (ID, Tool_Id) VALUES (%1, 50001), (%2, 50002)")
+                      .arg(wide ? INT64_MIN : INT32_MIN)
+                      .arg(wide ? INT64_MAX : INT32_MAX));
         const Read read(crib, simpleTemplate(loans, "{CheckOutIn.Tool_Id}"), "{CheckOutIn.Tool_Id} > 10");
         QCOMPARE(read.records.count(), 49'992);
         QStringList tools = read.texts(read.report.fields.find("CheckOutIn", "Tool_Id"));
@@ -150,7 +152,7 @@ private slots:
     {
         ReportCrib crib;
         crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 30000)"
-                  " INSERT INTO CheckOutIn (ID, Tool_Id, Active) SELECT i, i * 2, i % 2 - 1 FROM n");
+                  " INSERT INTO [CheckOutIn] ([ID], [Tool_Id], [Active]) SELECT i, i * 2, i % 2 - 1 FROM n");
         QStringList terms;
         for (int id = 25'000; id < 27'500; ++id)
             terms.append(QStringLiteral("{CheckOutIn.id} = %1").arg(id));
@@ -161,7 +163,7 @@ private slots:
                         simpleTemplate(loans + "<where>{CheckOutIn.Active} = false</where>", "{CheckOutIn.Tool_Id}"),
                         formula, [&](double) { ++pulses; });
         QCOMPARE(read.records.count(), 1251);
-        QVERIFY(pulses < 5);
+        QVERIFY(pulses < 5 || ServerDatabase::isWanted()); // where they tell the time
     }
 };
 

@@ -52,7 +52,7 @@ private slots:
         QCOMPARE(m_report->open("Odd.rpt", {}), 20553);
         QCOMPARE(m_report->lastDetail(), "Odd.rpt, line 1: unknown parameter {?color}");
         QCOMPARE(Report(nullptr).open("Tools.rpt", {}), int(ResultCode::cannotOpenDatabase));
-        m_crib->fill("DROP TABLE Tools");
+        m_crib->fill("DROP TABLE [Tools]");
         QCOMPARE(m_report->open("Tools.rpt", {}), int(ResultCode::tableNotFound));
         QVERIFY(QFile::remove(file("crib.mdb")));
         QCOMPARE(m_report->open("Tools.rpt", {}), int(ResultCode::cannotOpenDatabase));
@@ -115,9 +115,11 @@ private slots:
 
     void writesCsv()
     {
+        const QByteArray number = ServerDatabase::isWanted() ? "15" : "1.5"; // a file's columns take anything
         m_crib->fill("INSERT INTO CheckOutIn (Tool_Id, CheckOutDesc, CheckOutPartNo, DateOut, Active, JobOrOH) VALUES"
                      " (1, 'Bit, \"long\"', '=1+1', '2024-02-03 04:05:06', -1, -7),"
-                     " (2, '\u00c4xte' || char(10) || 'two', '@x', NULL, 0, NULL), (3, '', '-12', '', 0, 1.5)");
+                     " (2, '\u00c4xte\ntwo', '@x', NULL, 0, NULL), (3, '', '-12', NULL, 0, "
+                     + number + ')');
         m_crib->addTemplate("Loans.rpt",
                             simpleTemplate("<from table=\"CheckOutIn\"/><sort by=\"{CheckOutIn.Tool_Id}\"/>",
                                            "{CheckOutIn.CheckOutDesc}{CheckOutIn.CheckOutPartNo}{CheckOutIn.DateOut:"
@@ -131,7 +133,8 @@ private slots:
                             "CheckOutIn.Active,CheckOutIn.JobOrOH\r\n"
                             "1,\"Bit, \"\"long\"\"\",'=1+1,2024-02-03 04:05:06,-1,-7\r\n"
                             "2,\"Äxte\ntwo\",'@x,,0,\r\n"
-                            "3,,'-12,,0,1.5\r\n"));
+                            "3,,'-12,,0,"
+                            + number + "\r\n"));
     }
 
     void refusesTargets()
@@ -176,8 +179,8 @@ private:
                      "INSERT INTO Locations (ID, Description) VALUES (1, 'L')");
         const QString reamers =
             "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT INTO "
-            "Tools (Type, Location, Description, PricePer) SELECT 1, 1, 'Reamer ' || i, i / 4.0 FROM n";
-        m_crib->fill(reamers.arg(count).toUtf8());
+            "[Tools] ([Type], [Location], [Description], [PricePer]) SELECT 1, 1, 'Reamer ' || i, i / 4.0 FROM n";
+        m_crib->fill(reamers.arg(count));
     }
     QString file(const QString &name) const { return m_crib->folder.filePath(name); }
 

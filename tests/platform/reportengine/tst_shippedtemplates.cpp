@@ -119,14 +119,21 @@ private slots:
     {
         ReportCrib crib;
         crib.fill(people);
-        crib.fill(
-            "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 70)"
-            " INSERT INTO CheckOutIn (Tool_Id, Employee, LineItemTypeId, JobOrOH, DateOut, DateIn, Active, "
-            "CheckOutDesc, CheckOutPartNo) SELECT i, CASE WHEN i % 3 = 0 THEN '8' WHEN i = 5 THEN '99' WHEN i = 7 THEN "
-            "NULL ELSE '7' END, 4 + (i % 4 = 0), CASE WHEN i % 4 = 0 THEN 10 ELSE 1000 + i END, printf('2024-%02d-%02d "
-            "10:00:00', 1 + i % 12, 1 + i % 28), CASE WHEN i % 5 THEN '2025-01-02 08:00:00' END, i % 5 = 0, CASE i % 6 "
-            "WHEN 0 THEN 'Drill ' || i WHEN 1 THEN 'Dial indicator with magnetic base, swivel clamp and certificate of "
-            "calibration' ELSE 'Tap M' || i END, 'P-' || i FROM n");
+        const QString certificate = "Dial indicator with magnetic base, swivel clamp and certificate of calibration";
+        QStringList loans;
+        for (int i = 1; i <= 70; ++i) {
+            const QString employee = i % 3 == 0 ? "'8'" : i == 5 ? "'99'" : i == 7 ? "NULL" : "'7'";
+            const QString description = i % 6 == 0 ? QString("Drill %1").arg(i)
+                : i % 6 == 1                       ? certificate
+                                                   : QString("Tap M%1").arg(i);
+            loans.append(QString("(%1, %2, %3, '%4 10:00:00', %5, %6, '%7', 'P-%1')")
+                             .arg(QString::number(i), employee, i % 4 == 0 ? "5, 10" : QString("4, %1").arg(1000 + i),
+                                  QDate(2024, 1 + i % 12, 1 + i % 28).toString(Qt::ISODate),
+                                  i % 5 == 0 ? "NULL" : "'2025-01-02 08:00:00'", i % 5 == 0 ? "-1" : "0", description));
+        }
+        crib.fill("INSERT INTO CheckOutIn (Tool_Id, Employee, LineItemTypeId, JobOrOH, DateOut, DateIn, Active, "
+                  "CheckOutDesc, CheckOutPartNo) VALUES "
+                  + loans.join(", "));
         Template report = TemplateReader::readFile(PROGRAM_DATA "/templates/ToolsCheckedOut.rpt");
         Formula all;
         const GroupedRecords records = DataSource(*crib.database, report, all).read([](double) {});
