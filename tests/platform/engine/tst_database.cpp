@@ -82,7 +82,7 @@ private slots:
     void selectsByNumberAreTranslatedOnce()
     {
         (*m_database)->execute("INSERT INTO Types (Description, Parent) VALUES ('Taps', -7)");
-        const SelectByNumber below(**m_database, "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description");
+        SelectByNumber below(**m_database, "SELECT * FROM Types WHERE Parent = 0 ORDER BY Description");
         const qint64 prepared = (*m_database)->counters().prepared;
         const Recordset first = below.open(1);
         QCOMPARE(below.open(-7).text(u"Description"), "Taps");

@@ -393,8 +393,8 @@ QString ExpressionWriter::between(const Expression &expression)
     }
     // A day as a bound is the ten characters in which a date and time begins.
     const auto bound = [&](const Written &value) { return value.isDay ? value.sql : asText(value); };
-    const auto upTo = [&](const QString &bound) {
-        return QStringLiteral("substr(%1, 1, length(%2))").arg(asText(values[0]), bound);
+    const auto upTo = [&](const QString &limit) {
+        return QStringLiteral("substr(%1, 1, length(%2))").arg(bound(values[0]), limit);
     };
     const QString lower = filled(m_language.lesser, {bound(values[1]), bound(values[2])});
     const QString upper = filled(m_language.greater, {bound(values[1]), bound(values[2])});
@@ -562,12 +562,18 @@ Written ExpressionWriter::aggregate(const Expression &expression)
 Written ExpressionWriter::choice(const Expression &expression)
 {
     requireArguments(expression, 3);
+    const size_t before = parameters.size();
     const QString test = condition(*expression.operands[0]);
     Written yes = value(*expression.operands[1]), no = value(*expression.operands[2]);
     const ValueKind kind = yes.kind == no.kind || no.kind == ValueKind::Null ? yes.kind
         : yes.kind == ValueKind::Null                                        ? no.kind
         : isNumber(yes.kind) && isNumber(no.kind)                            ? ValueKind::Number
                                                                              : ValueKind::Text;
+    // A choice between nothing and nothing would be a text down there.
+    if (kind == ValueKind::Null) {
+        parameters.resize(before);
+        return yes;
+    }
     for (Written *branch : {&yes, &no})
         if (m_language.isTyped && branch->kind != kind && branch->kind != ValueKind::Null)
             branch->sql = kind == ValueKind::Text ? asText(*branch) : filledFor(m_language.asNumber, *branch);

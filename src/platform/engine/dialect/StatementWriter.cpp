@@ -265,6 +265,11 @@ private:
     {
         return quotedName(table.name) + u'.' + quotedName(table.table->rowNumber);
     }
+    // A constant orders nothing; down there a number would be taken for a column's place.
+    static bool isConstant(const SelectedColumn &column)
+    {
+        return (column.expression && column.expression->isLiteral()) || column.written.kind == ValueKind::Null;
+    }
     QString orderBy(const Select &select, const std::vector<SelectedColumn> &columns)
     {
         return orderBy(select, columns, columns);
@@ -276,7 +281,6 @@ private:
         QStringList keys;
         for (const OrderKey &key : select.order) {
             const int position = outputPosition(*key.value, columns);
-            // A constant orders nothing; down there a number would be taken for a column's place.
             if (position < 0 && key.value->isLiteral())
                 continue;
             if (position < 0 && select.distinct)
@@ -284,6 +288,8 @@ private:
             const Written written = position < 0 ? m_expressions.value(*key.value)
                 : m_language.isTyped             ? sorted[position].written
                                      : Written{QString::number(position + 1), columns[position].written.kind};
+            if (position < 0 ? written.kind == ValueKind::Null : isConstant(columns[position]))
+                continue;
             keys.append(m_expressions.key(written)
                         + QLatin1String(key.descending ? m_language.descending : m_language.ascending));
         }
@@ -302,7 +308,8 @@ private:
         QStringList all;
         if (keys.isEmpty())
             for (const SelectedColumn &column : sorted)
-                all.append(m_expressions.key(column.written) + QLatin1String(m_language.ascending));
+                if (!isConstant(column))
+                    all.append(m_expressions.key(column.written) + QLatin1String(m_language.ascending));
         return all;
     }
     [[noreturn]] void refuseDistinctOrder(const Expression &key)
