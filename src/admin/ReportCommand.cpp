@@ -31,8 +31,10 @@ Command reportCommand()
     return {.name = "report",
             .operands = {"FILE", "TEMPLATE", "FORMULA", "OUT.pdf|OUT.csv"},
             .summary = "Prints a report template into a new file",
-            .details = "TEMPLATE is the name of a file that lies beside the program. FORMULA picks the records:\n"
-                       "\"{Tools.Description} = 'Drill'\", or \"\" for all of them.",
+            .details =
+                "TEMPLATE is the name of a file in the crib folder, which the variable VORLANE_CRIB names, or of\n"
+                "one that comes with the program. FORMULA picks the records:\n"
+                "\"{Tools.Description} = 'Drill'\", or \"\" for all of them.",
             .run = report,
             .needsFonts = true};
 }

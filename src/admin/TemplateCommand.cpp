@@ -54,10 +54,10 @@ void requireTables(const Template &report, const Schema::ReportModule &module)
                               .arg(module.name, missing.join(" and ")));
 }
 
-/// Where the program looks for templates when it prints; nothing is entered that it would not find there.
+/// Nothing is entered that the program would not find when it prints.
 void requireInProgramFolder(const QFileInfo &file)
 {
-    if (QDir(file.canonicalPath()) != QDir(QFileInfo(ProgramFolder::path()).canonicalFilePath()))
+    if (QFileInfo(ProgramFolder::find(file.fileName())).canonicalFilePath() != file.canonicalFilePath())
         throw ReportError(
             ResultCode::reportNotFound,
             QString("%1 has no fault, but lies where the program does not look; copy it to %2 and enter it "
@@ -69,9 +69,10 @@ int enterTemplate(const QCommandLineParser &arguments, QTextStream &out)
 {
     const Schema::ReportModule &module = moduleCalled(arguments.value("module"));
     const auto database = Workspace::first().openDatabase(arguments.positionalArguments().at(1));
-    // As for the other commands that take a template, a bare name is that of a file beside the program.
+    // As for the other commands that take a template, a bare name is that of a file in the crib folder or beside the
+    // program.
     const QString named = ProgramFolder::toNative(arguments.positionalArguments().at(0));
-    const QFileInfo file(named.contains(QDir::separator()) ? named : ProgramFolder::path() + '/' + named);
+    const QFileInfo file(named.contains(QDir::separator()) ? named : ProgramFolder::find(named));
     const Template report = checkedTemplate(*database, file.filePath());
     requireTables(report, module);
     requireInProgramFolder(file);
@@ -112,8 +113,10 @@ Command templateCommand()
     const QCommandLineOption module("module", "For whose results it is offered: " + moduleNames(), "NAME");
     const QCommandLineOption isDefault("default", "Makes it the one that is chosen at first");
     const QString details =
-        "FILE lies beside the program, where it is looked for when it is printed. Nothing is entered when it has a\n"
-        "fault; the line is named. Its title becomes the report's name.";
+        "FILE lies in the crib folder, which the variable VORLANE_CRIB names, or beside the program: there it is "
+        "looked\n"
+        "for when it is printed. Nothing is entered when it has a fault; the line is named. Its title becomes the\n"
+        "report's name.";
     return {.name = "template",
             .operands = {"FILE", "DATABASE"},
             .options = {module, isDefault},

@@ -31,7 +31,7 @@ bool openSession()
                 .detail = "The program's database must be this file:\n" + folder
                     + "dorvak.mdb\n\nPut it there, or make an empty one; in that folder type:\n"
                       "vorlane-admin create dorvak.mdb\n\nThe manual tells more, on the page\n"
-                    + QDir::toNativeSeparators(folder + "manual/getting-started.html")});
+                    + QDir::toNativeSeparators(ProgramFolder::find("manual/getting-started.html"))});
         return false;
     }
 }

@@ -6,7 +6,7 @@
 /// window until the process ends.
 namespace Session {
 
-/// The database file's name as the suite writes it: the program's folder and "\dorvak.mdb".
+/// The database file's name as the suite writes it: the crib folder and "\dorvak.mdb".
 QString DbPath();
 
 /// Opens the session, in place of the one that was open; tests hand over a file of their own.

@@ -11,8 +11,12 @@
 frmNewReport::frmNewReport() : QDialog(windowOwner())
 {
     ui.setupUi(this);
-    ui.filReport->addItems(
-        QDir(ProgramFolder::path()).entryList({"*.rpt"}, QDir::Files, QDir::Name | QDir::IgnoreCase));
+    QStringList files;
+    for (const QString &folder : ProgramFolder::folders())
+        files += QDir(folder).entryList({"*.rpt"}, QDir::Files);
+    files.removeDuplicates();
+    files.sort(Qt::CaseInsensitive);
+    ui.filReport->addItems(files);
     onUserAction(ui.cmdSelect, &QPushButton::clicked, this, &frmNewReport::cmdSelect_Click);
     onUserAction(ui.filReport, &QListWidget::itemDoubleClicked, this, &frmNewReport::cmdSelect_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);

@@ -30,7 +30,7 @@ Manual::Browser openInBrowser = openInDesktopBrowser;
 
 void Manual::show(const QString &page)
 {
-    const QString file = ProgramFolder::path() + "/manual/" + page;
+    const QString file = ProgramFolder::find("manual/" + page);
     if (!ProgramFolder::fileExists(file)) {
         inform("The manual is missing: there is no file '" + file
                + "'. Put the folder \"manual\" of the program back beside it.");

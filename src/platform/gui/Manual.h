@@ -4,7 +4,7 @@
 
 #include <functional>
 
-/// The manual: HTML pages in the folder "manual" beside the program, one a window.
+/// The manual: HTML pages in the folder "manual" of the program, one a window.
 namespace Manual {
 
 /// Shows a page in the desktop's browser or, where there is none, in a window of the program. Says so when the page

@@ -21,7 +21,7 @@ constexpr int millisecondsBetweenReports = 30;
 // A long formula is not shown whole on every page.
 constexpr int maxShownFormula = 4000;
 
-/// The place of a template in the program's folder; nothing outside of it can be named.
+/// The place of a template in the crib folder or among the program's own; nothing outside of them can be named.
 QString placeOf(const QString &templatePath)
 {
     QString name = templatePath;
@@ -37,7 +37,7 @@ QString placeOf(const QString &templatePath)
         || std::any_of(name.begin(), name.end(), isForbidden))
         throw ReportError(ResultCode::invalidFileName,
                           QStringLiteral("\"%1\" is no name of a report file").arg(templatePath));
-    return ProgramFolder::path() + '/' + name;
+    return ProgramFolder::find(name);
 }
 
 int codeOf(const EngineError &error)

@@ -6,12 +6,37 @@
 #include <QVersionNumber>
 
 namespace {
+
 QString replacedPath;
+
+QString beside() { return QCoreApplication::applicationDirPath(); }
+
 }
 
-QString ProgramFolder::path() { return replacedPath.isEmpty() ? QCoreApplication::applicationDirPath() : replacedPath; }
+QString ProgramFolder::path()
+{
+    if (!replacedPath.isEmpty())
+        return replacedPath;
+    const QString crib = qEnvironmentVariable(cribVariable);
+    return crib.isEmpty() ? beside() : QDir::cleanPath(QDir(crib).absolutePath());
+}
 
 void ProgramFolder::setPath(const QString &folder) { replacedPath = folder; }
+
+QStringList ProgramFolder::folders()
+{
+    QStringList all{path(), beside(), QDir::cleanPath(beside() + '/' + VORLANE_DATA_FROM_PROGRAMS)};
+    all.removeDuplicates();
+    return all;
+}
+
+QString ProgramFolder::find(const QString &name)
+{
+    for (const QString &folder : folders())
+        if (const QString file = folder + '/' + name; fileExists(file))
+            return file;
+    return path() + '/' + name;
+}
 
 QString ProgramFolder::toNative(const QString &path) { return QString(path).replace('\\', QDir::separator()); }
 

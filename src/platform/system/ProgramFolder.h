@@ -1,14 +1,23 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
-/// The folder that the running program lies in, whatever the current directory is, and what lies beside it.
+/// The crib folder, which holds the database and the shop's own report templates, and what the program brings itself.
 namespace ProgramFolder {
 
-/// Without a separator at its end, but for the root of a drive.
+/// Names the crib folder; without it a program that was copied somewhere works in its own folder.
+inline constexpr auto cribVariable = "VORLANE_CRIB";
+
+/// The crib folder, whatever the current directory is. Without a separator at its end, but for the root of a drive.
 QString path();
 /// Replaces the folder, for tests; an empty text brings the program's own back.
 void setPath(const QString &folder);
+
+/// Where templates and the manual are looked for, first to last: the crib folder, the program's own folder and, of an
+/// installed program, the folder of its data.
+QStringList folders();
+/// The first file of that name in folders(); where there is none, its place in the crib folder.
+QString find(const QString &name);
 
 /// `path` with the system's separators: the suite writes "\" everywhere.
 QString toNative(const QString &path);
