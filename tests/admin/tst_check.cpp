@@ -1,7 +1,7 @@
+#include "db/Schema.h"
 #include "tests/support/AdminRun.h"
 #include "tests/support/BothEngines.h"
 #include "tests/support/DataRows.h"
-#include "tests/support/EmptyCrib.h"
 #include "tests/support/Files.h"
 
 #include <QtTest>
@@ -16,28 +16,10 @@ private slots:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_file = m_folder->filePath("crib.mdb");
-        m_crib.emplace(m_file);
-        for (const char *sql : {
-                 "INSERT INTO Types VALUES (1, 'Drills', 0), (2, 'Jobber Drills', 1), (3, 'Spare', 0), (4, 'Oddments', "
-                 "3)",
-                 "INSERT INTO Locations VALUES (1, 'Hall', 0), (2, 'Room', 1)",
-                 "INSERT INTO Tools VALUES (1, 2, 2, 'Corvane', 'C-1', 'Drill 5 mm', 2.5, -1), (2, 2, 1, '', '', "
-                 "'Drill 6 mm', 3, 0)",
-                 "INSERT INTO Employee VALUES (7, 'O''Brien', 'Zoë', 'Active')",
-                 "INSERT INTO Job VALUES (100, 0)",
-                 "INSERT INTO JobVorlane VALUES (1, 101)",
-                 "INSERT INTO Operation VALUES (900, 'Training', 'O'), (901, '555', 'O')",
-                 "INSERT INTO ScrapReasons VALUES (1, 'Lost')",
-                 "INSERT INTO CheckOutIn VALUES (1, 1, '7', 100, 4, '2026-01-05 08:00:00', NULL, -1, 'Drill 5 mm', "
-                 "'C-1')",
-                 "INSERT INTO CheckOutIn VALUES (2, 2, '7', 555, 5, '2026-01-01 08:00:00', '2026-01-02 08:00:00', 0, "
-                 "'Drill 6 mm', '')",
-                 "INSERT INTO CheckOutIn VALUES (3, 3, '7', 101, 4, '2026-01-02 08:00:00', '2026-01-03 08:00:00', 0, "
-                 "'Tap', '')",
-                 "INSERT INTO Scrap VALUES (16384, 3, 3, 'Spare', '', '', 'Tap', 4, 2, 7, '2026-01-03 08:00:00', 1, 4, "
-                 "1, '', NULL, NULL)",
-             })
-            change(sql);
+        if (ServerDatabase::isWanted())
+            m_server.emplace(m_file, "sound", makeSound);
+        else
+            makeSound(*Workspace::first().createDatabase(m_file));
     }
 
     void findsAndMends_data()
@@ -58,14 +40,9 @@ private slots:
         mended("UPDATE Tools SET Out = 0 WHERE ID = 1",
                "Tool 1 \"Drill 5 mm\" has an open loan, but is not marked as out.", "Marked as out.",
                "SELECT Out FROM Tools WHERE ID = 1", "-1");
-        mended(
-            "INSERT INTO CheckOutIn VALUES (4, 1, '7', 100, 4, '2026-01-06 09:00:00', NULL, -1, 'Drill 5 mm', 'C-1')",
-            "Loan 1 of tool 1 \"Drill 5 mm\" is still open, but the tool has gone out again since.",
-            "Closed as of the next loan.", "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 1",
-            "02026-01-06 09:00:00");
         mended("UPDATE CheckOutIn SET Active = -1, DateIn = NULL WHERE ID = 3",
                "Loan 3 of tool 3 \"Tap\" is still open, but the tool is scrapped.",
-               "Closed as of the day it was scrapped.", "SELECT Active || DateIn FROM CheckOutIn WHERE ID = 3",
+               "Closed as of the day it was scrapped.", "SELECT Active & DateIn FROM CheckOutIn WHERE ID = 3",
                "02026-01-03 08:00:00");
         mended("UPDATE Scrap SET ID = 2",
                "Scrap record 2 \"Tap\" has the number of a tool in the crib; purging the record would delete that tool "
@@ -89,8 +66,6 @@ private slots:
         left("UPDATE Scrap SET LineItemTypeId = 5, JobOrOH = 555", "There is no operation 555, but scrapped tools");
         left("UPDATE Scrap SET LineItemTypeId = 6", "Scrap record 16384 \"Tap\" has the kind of charge 6");
         left("UPDATE Scrap SET LineItemTypeId = NULL", "Scrap record 16384 \"Tap\" has no kind of charge");
-        left("INSERT INTO JobVorlane VALUES (2, 3000000000)",
-             "JobVorlane.Jobno holds no whole number of 32 bits in 1 rows");
         left("UPDATE Types SET ID = 32768 WHERE ID = 4", "Type 32768 \"Oddments\" has a number");
         left("INSERT INTO Locations VALUES (-3, 'Yard', 0)", "Location -3 \"Yard\" has a");
         left("INSERT INTO Operation VALUES (1, 'Rework', 'O');"
@@ -105,6 +80,15 @@ private slots:
         left("UPDATE Locations SET Description = '6\" shelf' WHERE ID = 2", "Location 2 (6\" shelf)");
         left("UPDATE Tools SET PartNumber = 'a''b' WHERE ID = 2", "Tool 2 (Drill 6 mm, , a'b) has");
         left("UPDATE ScrapReasons SET Description = 'can''t'", "Scrap reason 1 (can't) has a quote");
+        if (ServerDatabase::isWanted())
+            return; // Its tables take neither of these.
+        mended(
+            "INSERT INTO CheckOutIn VALUES (4, 1, '7', 100, 4, '2026-01-06 09:00:00', NULL, -1, 'Drill 5 mm', 'C-1')",
+            "Loan 1 of tool 1 \"Drill 5 mm\" is still open, but the tool has gone out again since.",
+            "Closed as of the next loan.", "SELECT Active & DateIn FROM CheckOutIn WHERE ID = 1",
+            "02026-01-06 09:00:00");
+        left("INSERT INTO JobVorlane VALUES (2, 3000000000)",
+             "JobVorlane.Jobno holds no whole number of 32 bits in 1 rows");
     }
 
     void findsAndMends()
@@ -133,6 +117,8 @@ private slots:
 
     void mendsWhatHangsTogetherInOneRun()
     {
+        if (ServerDatabase::isWanted())
+            QSKIP("A server takes no second open loan.");
         // Three open loans, the flag off; a circle of three with a branch below it; two scrap records that purge live
         // tools.
         change("INSERT INTO CheckOutIn SELECT ID + 10, 1, '7', 100, 4, '2026-01-1' || ID || ' 09:00:00', NULL, -1, '', "
@@ -143,27 +129,66 @@ private slots:
                "NULL, NULL FROM Scrap; UPDATE Scrap SET ID = 2 WHERE ID > 2");
         const AdminRun fixed({"check", m_file, "--fix"});
         QVERIFY2(fixed.out.endsWith("Faults found: 6. Mended: 6. Left: 0.\n"), qPrintable(fixed.out));
-        QCOMPARE(value("SELECT group_concat(DateIn) FROM CheckOutIn WHERE Tool_Id = 1"),
+        QCOMPARE(value("SELECT min(DateIn) & ',' & max(DateIn) FROM CheckOutIn WHERE Tool_Id = 1"),
                  "2026-01-11 09:00:00,2026-01-12 09:00:00");
         QCOMPARE(AdminRun({"check", m_file}).out, "No faults found.\n");
     }
 
 private:
+    static void makeSound(Database &database)
+    {
+        Schema::create(database);
+        const QStringList rows{
+            "INSERT INTO Types VALUES (1, 'Drills', 0), (2, 'Jobber Drills', 1), (3, 'Spare', 0), (4, 'Oddments', "
+            "3)",
+            "INSERT INTO Locations VALUES (1, 'Hall', 0), (2, 'Room', 1)",
+            "INSERT INTO Tools VALUES (1, 2, 2, 'Corvane', 'C-1', 'Drill 5 mm', 2.5, -1), (2, 2, 1, '', '', "
+            "'Drill 6 mm', 3, 0)",
+            "INSERT INTO Employee VALUES (7, 'O''Brien', 'Zoë', 'Active')",
+            "INSERT INTO Job VALUES (100, 0)",
+            "INSERT INTO JobVorlane VALUES (1, 101)",
+            "INSERT INTO Operation VALUES (900, 'Training', 'O'), (901, '555', 'O')",
+            "INSERT INTO ScrapReasons VALUES (1, 'Lost')",
+            "INSERT INTO CheckOutIn VALUES (1, 1, '7', 100, 4, '2026-01-05 08:00:00', NULL, -1, 'Drill 5 mm', "
+            "'C-1')",
+            "INSERT INTO CheckOutIn VALUES (2, 2, '7', 555, 5, '2026-01-01 08:00:00', '2026-01-02 08:00:00', 0, "
+            "'Drill 6 mm', '')",
+            "INSERT INTO CheckOutIn VALUES (3, 3, '7', 101, 4, '2026-01-02 08:00:00', '2026-01-03 08:00:00', 0, "
+            "'Tap', '')",
+            "INSERT INTO Scrap VALUES (16384, 3, 3, 'Spare', '', '', 'Tap', 4, 2, 7, '2026-01-03 08:00:00', 1, 4, "
+            "1, '', NULL, NULL)"};
+        database.executeNative("BEGIN;" + inBrackets(rows.join(';')) + ";COMMIT");
+    }
+
+    /// `sql` with its names in brackets: a server tells capitals in bare ones from small letters.
+    static QString inBrackets(QString sql)
+    {
+        QStringList names;
+        for (const TableDefinition &table : Schema::tables()) {
+            names << table.name;
+            for (const TableDefinition::Column &column : table.columns)
+                names << column.name;
+        }
+        const QRegularExpression outsideOfTexts("\\b(" + names.join('|') + ")\\b(?=([^']*'[^']*')*[^']*$)");
+        return sql.replace(outsideOfTexts, "[\\1]");
+    }
+
+    /// Past the relations between tables.
     void change(const QString &sql)
     {
         const auto database = Workspace::first().openDatabase(m_file);
         const WithoutRelations unchecked(*database);
-        database->executeNative(sql);
+        database->executeNative(inBrackets(sql));
     }
 
-    QString value(const QString &sql)
+    QString value(const QString &select)
     {
-        return Workspace::first().openDatabase(m_file)->openNative(sql).at(0, 0).toText();
+        return Workspace::first().openDatabase(m_file)->openRecordset(select).at(0, 0).toText();
     }
 
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_file;
-    std::optional<EmptyCrib> m_crib;
+    std::optional<ServerDatabase> m_server;
 };
 
 QTEST_GUILESS_MAIN(TestCheck)

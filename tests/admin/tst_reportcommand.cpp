@@ -21,7 +21,7 @@ private slots:
                   simpleTemplate("<from table=\"Employee\"/>", "{Employee.EmpID}")
                       .replace("1\">", "1\" title=\"Employees\">"));
         QVERIFY(QDir::setCurrent(m_folder.path()));
-        QCOMPARE(AdminRun({"sample", path("crib.mdb"), "--scale", "small"}).errors, "");
+        QCOMPARE(AdminRun({"sample", m_places(path("crib.mdb")), "--scale", "small"}).errors, "");
     }
 
     void failuresChangeNothing_data()
@@ -100,6 +100,7 @@ private:
     QString path(const QString &name) const { return m_folder.filePath(name); }
 
     QTemporaryDir m_folder;
+    EmptyPlaces m_places;
 };
 
 QTEST_MAIN(TestReportCommand)
