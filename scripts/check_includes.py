@@ -28,6 +28,8 @@ MAY_INCLUDE = {
     "queries": ["platform", "db", "common", "reports"],
     "explorer": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries"],
     "app": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries", "explorer"],
+    "start": ["platform/text", "platform/system", "platform/engine", "platform/engine/postgres/ConnectionFile.h",
+              "platform/gui"],
     "admin": ["platform/text", "platform/system", "platform/engine", "platform/engine/driver/StoredValue.h",
               "platform/reportengine", "platform/jet", "db"],
 }

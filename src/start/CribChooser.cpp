@@ -1,0 +1,119 @@
+#include "start/CribChooser.h"
+
+#include "platform/gui/MsgBox.h"
+#include "platform/gui/UserAction.h"
+#include "start/CribFolder.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QPushButton>
+#include <QStandardPaths>
+
+namespace {
+
+QString inDocuments(const QString &name)
+{
+    return QDir::toNativeSeparators(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + '/' + name);
+}
+
+QString pathIn(const QLineEdit *box)
+{
+    const QString text = box->text().trimmed();
+    return text.isEmpty() ? QString()
+                          : QDir::cleanPath(QDir::home().absoluteFilePath(QDir::fromNativeSeparators(text)));
+}
+
+}
+
+CribChooser::CribChooser(const QString &reason, const QString &admin) : m_maker(admin, this)
+{
+    ui.setupUi(this);
+    ui.lblReason->setText(reason);
+    ui.lblReason->setVisible(!reason.isEmpty());
+    for (QRadioButton *option : findChildren<QRadioButton *>())
+        onUserAction(option, &QRadioButton::toggled, this, &CribChooser::showFields);
+    onUserAction(ui.cmdFolder, &QPushButton::clicked, this, &CribChooser::cmdFolder_Click);
+    onUserAction(ui.cmdFile, &QPushButton::clicked, this, &CribChooser::cmdFile_Click);
+    onUserAction(ui.cmdOK, &QPushButton::clicked, this, &CribChooser::cmdOK_Click);
+    onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    showFields();
+    // Layouts do not ask for the height of a text that wraps.
+    ui.lblReason->setMinimumHeight(ui.lblReason->heightForWidth(sizeHint().width()));
+}
+
+QString CribChooser::folder() const { return pathIn(ui.txtFolder); }
+
+void CribChooser::showFields()
+{
+    // What the user typed stays, whatever is chosen then.
+    if (!ui.txtFolder->isModified())
+        ui.txtFolder->setText(ui.optOpen->isChecked()         ? QString()
+                                  : ui.optSample->isChecked() ? inDocuments("Sample crib")
+                                                              : inDocuments("Tool crib"));
+    ui.lblFolder->setText(ui.optOpen->isChecked() ? "&Folder of the crib" : "New &folder");
+    const bool fromFile = ui.optMoveIn->isChecked() || ui.optServer->isChecked();
+    const QString file = ui.optServer->isChecked() ? "Connection f&ile" : "Old f&ile";
+    ui.lblFile->setText(file);
+    ui.txtFile->setAccessibleName(QString(file).remove('&'));
+    ui.lblFile->setEnabled(fromFile);
+    ui.txtFile->setEnabled(fromFile);
+    ui.cmdFile->setEnabled(fromFile);
+}
+
+void CribChooser::cmdFolder_Click()
+{
+    const QString chosen = QFileDialog::getExistingDirectory(
+        this, "Crib folder", folder().isEmpty() ? QDir::homePath() : QFileInfo(folder()).path());
+    if (chosen.isEmpty())
+        return;
+    ui.txtFolder->setText(QDir::toNativeSeparators(chosen));
+    ui.txtFolder->setModified(true);
+}
+
+void CribChooser::cmdFile_Click()
+{
+    const QString chosen =
+        QFileDialog::getOpenFileName(this, QString(ui.lblFile->text()).remove('&'), QDir::homePath());
+    if (!chosen.isEmpty())
+        ui.txtFile->setText(QDir::toNativeSeparators(chosen));
+}
+
+void CribChooser::cmdOK_Click()
+{
+    if (folder().isEmpty() || (ui.txtFile->isEnabled() && pathIn(ui.txtFile).isEmpty())) {
+        (folder().isEmpty() ? ui.txtFolder : ui.txtFile)->setFocus();
+        inform(folder().isEmpty() ? "Say which folder." : "Say which file.");
+        return;
+    }
+    const QString fault = ui.optOpen->isChecked() ? CribFolder::fault(folder()) : made();
+    if (!fault.isEmpty())
+        msgBox({.text = fault, .icon = QMessageBox::Critical});
+    else if (mayBeReadOnly(folder()))
+        accept();
+}
+
+QString CribChooser::made()
+{
+    if (ui.optSample->isChecked())
+        return m_maker.makeSample(folder());
+    if (ui.optEmpty->isChecked())
+        return m_maker.makeEmpty(folder());
+    if (ui.optServer->isChecked())
+        return m_maker.connectTo(folder(), pathIn(ui.txtFile));
+    const QString fault = m_maker.moveIn(folder(), pathIn(ui.txtFile));
+    if (fault.isEmpty())
+        inform("The old file is in the new crib, and both were compared. What came over is told in\n"
+               + QDir::toNativeSeparators(folder() + '/' + CribMaker::reportName)
+               + "\nCompare its figures with the old program.");
+    return fault;
+}
+
+bool CribChooser::mayBeReadOnly(const QString &folder)
+{
+    return !CribFolder::isReadOnly(folder)
+        || msgBox({.text = "You may not write in the folder '" + folder
+                       + "'. You can look at its crib, but lend nothing and change nothing. Open it?",
+                   .icon = QMessageBox::Question,
+                   .buttons = QMessageBox::Yes | QMessageBox::No})
+        == QMessageBox::Yes;
+}
