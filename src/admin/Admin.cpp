@@ -14,9 +14,9 @@ const QString program = "vorlane-admin";
 
 const QList<Command> &commands()
 {
-    static const QList<Command> all{createCommand(),   sampleCommand(), sqlCommand(),     checkCommand(),
-                                    backupCommand(),   copyCommand(),   upgradeCommand(), reportCommand(),
-                                    templateCommand(), importCommand()};
+    static const QList<Command> all{createCommand(),   sampleCommand(), sqlCommand(),       checkCommand(),
+                                    backupCommand(),   copyCommand(),   upgradeCommand(),   reportCommand(),
+                                    templateCommand(), importCommand(), importCsvCommand(), exportCommand()};
     return all;
 }
 

@@ -44,3 +44,5 @@ Command upgradeCommand();
 Command reportCommand();
 Command templateCommand();
 Command importCommand();
+Command importCsvCommand();
+Command exportCommand();

@@ -50,8 +50,7 @@ frmToolNewEdit::frmToolNewEdit(const QString &mode, int toolId)
     KeyFilter::watch(ui.cboMan, [this](QChar typed) {
         // What is selected gives way to the typed character.
         const qsizetype selected = ui.cboMan->lineEdit()->selectedText().size();
-        const bool isFull =
-            ui.cboMan->currentText().trimmed().size() - selected >= ToolFields::longestTypedManufacturer;
+        const bool isFull = ui.cboMan->currentText().trimmed().size() - selected >= Schema::longestTypedManufacturer;
         return isFull && typed.isPrint() && typed != '%';
     });
 
@@ -199,12 +198,11 @@ void frmToolNewEdit::cmdTreeLoc_Click()
 
 void frmToolNewEdit::cboMan_Change(const QString &text)
 {
-    if (text.size() <= ToolFields::longestTypedManufacturer
-        || text.trimmed().size() < ToolFields::longestTypedManufacturer)
+    if (text.size() <= Schema::longestTypedManufacturer || text.trimmed().size() < Schema::longestTypedManufacturer)
         return;
     QLineEdit *box = ui.cboMan->lineEdit();
     const int cursor = box->cursorPosition();
-    box->setText(text.left(ToolFields::longestTypedManufacturer));
+    box->setText(text.left(Schema::longestTypedManufacturer));
     box->setCursorPosition(cursor);
 }
 

@@ -5,8 +5,6 @@
 /// What the fields of a tool may hold, in characters.
 namespace ToolFields {
 
-/// The tool editor takes no more from the keyboard or the clipboard.
-inline constexpr int longestTypedManufacturer = 25;
 /// Names from elsewhere are stored up to here: a restored tool keeps what it was scrapped with.
 inline constexpr int longestManufacturer = 255;
 

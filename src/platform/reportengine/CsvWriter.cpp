@@ -10,10 +10,8 @@ constexpr const char *byteOrderMark = "\xEF\xBB\xBF";
 
 QByteArray exported(const Value &value)
 {
-    QString text = value.toText();
-    if (value.isText() && !text.isEmpty() && QStringLiteral("=+-@").contains(text.front()))
-        text.prepend('\'');
-    return csvField(text).toUtf8();
+    const QString text = value.toText();
+    return csvField(value.isText() ? csvGuarded(text) : text).toUtf8();
 }
 
 }
