@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QTime>
 
+#include <algorithm>
 #include <tuple>
 #include <vector>
 
@@ -144,10 +145,24 @@ private:
     bool m_afterColon = false;
 };
 
+/// Whether `text` has the stored form already, as most have where many rows are copied.
+bool isStoredDate(QStringView text)
+{
+    constexpr QStringView form = u"0000-00-00 00:00:00";
+    const auto fits = [](QChar c, QChar sample) { return sample == u'0' ? c >= u'0' && c <= u'9' : c == sample; };
+    if (!std::ranges::equal(text, form, fits))
+        return false;
+    const auto number = [text](qsizetype from, qsizetype digits) { return text.sliced(from, digits).toInt(); };
+    return number(0, 4) >= 100 && QDate::isValid(number(0, 4), number(5, 2), number(8, 2))
+        && QTime::isValid(number(11, 2), number(14, 2), number(17, 2));
+}
+
 }
 
 QString dialect::storedDate(QStringView text)
 {
+    if (isStoredDate(text))
+        return text.toString();
     DateReader reader(text);
     if (!reader.read())
         return {};
