@@ -34,15 +34,6 @@ public:
     ~ServerDatabase() { server().done.append(m_name); }
     Q_DISABLE_COPY_MOVE(ServerDatabase)
 
-    /// `more` are further lines.
-    static void writeConnection(const QString &file, const QString &database, const QString &more = "user=postgres")
-    {
-        const QStringList place = qEnvironmentVariable("VORLANE_TEST_SERVER").split(':');
-        const QString lines = "[postgresql]\nhost=%1\nport=%2\ndbname=%3\n%4\n";
-        writeFile(file, lines.arg(place.value(0), place.value(1), database, more).toUtf8());
-    }
-    const QString &name() const { return m_name; }
-
     /// Runs what tests write for a file, there or here: CREATE TABLE with its own types, and INSERT of many rows.
     static void run(Database &database, const QString &statements)
     {
@@ -101,6 +92,12 @@ private:
     {
         static Server server;
         return server;
+    }
+    static void writeConnection(const QString &file, const QString &database)
+    {
+        const QStringList place = qEnvironmentVariable("VORLANE_TEST_SERVER").split(':');
+        const QString lines = "[postgresql]\nhost=%1\nport=%2\ndbname=%3\nuser=postgres\n";
+        writeFile(file, lines.arg(place.value(0), place.value(1), database).toUtf8());
     }
     static TableDefinition tableOf(const QString &name, const QString &columns)
     {
