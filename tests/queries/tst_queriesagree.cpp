@@ -72,7 +72,9 @@ private slots:
     {
         const auto [form, templates, id] = fetched<const QueryKind *, QStringList, QString>();
         int found = 0;
-        for (int round = 0; round < 300; ++round) {
+        // On a server each report connects anew, which takes longer than its records.
+        const int rounds = ServerDatabase::isWanted() ? 100 : 300;
+        for (int round = 0; round < rounds; ++round) {
             QString where, formula;
             for (const Criterion &criterion : form->criteria) {
                 // Rather one or two criteria than all.
@@ -95,7 +97,7 @@ private slots:
             found += shown.isEmpty() ? 0 : 1;
         }
         // Not because nothing is ever found.
-        QVERIFY2(found > 60, qPrintable(QString::number(found)));
+        QVERIFY2(found > rounds / 5, qPrintable(QString::number(found)));
     }
 
 private:
