@@ -17,10 +17,10 @@ namespace {
 
 // Far more than a crib of 32,767 tools takes.
 constexpr qint64 largestFile = 64 << 20;
-constexpr size_t mostRows = 200'000;
+constexpr int mostRows = 200'000;
 constexpr int rowsBetweenSigns = 1000;
 
-Refusal refusal(int status, const QString &words) { return {status, words}; }
+Refusal refusal(int status, const QString &words) { return {status, words + '.'}; }
 
 QByteArray bytesOf(const QString &name)
 {
@@ -150,19 +150,20 @@ void CsvSheet::readHeadings(const CsvRow &row)
 
 void CsvSheet::readRows(CsvReader &reader, const std::function<void(int percent)> &progress)
 {
+    int count = 0;
     for (CsvRow row; reader.read(row);) {
-        if (progress && m_cells.size() % rowsBetweenSigns == 0)
+        if (progress && count % rowsBetweenSigns == 0)
             progress(reader.percent());
         if (row.fault.isEmpty() && std::ranges::all_of(row.cells, isBlank))
             continue; // the end of a spreadsheet
         if (row.fault.isEmpty() && row.cells.size() != m_columns.size())
             row.fault = QString("there are %1 cells, but %2 headings").arg(row.cells.size()).arg(m_columns.size());
-        if (!row.fault.isEmpty())
-            m_faults.add(row.line, {}, row.fault);
-        else if (m_cells.size() == mostRows)
+        if (++count > mostRows)
             throw refusal(ImportStatus::Content, QString("has more than %1 rows").arg(mostRows));
-        else
+        if (row.fault.isEmpty())
             m_cells.push_back(row);
+        else
+            m_faults.add(row.line, {}, row.fault);
     }
 }
 

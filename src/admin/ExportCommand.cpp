@@ -4,11 +4,12 @@
 #include "admin/ProgressLine.h"
 #include "admin/Refusal.h"
 #include "platform/engine/Workspace.h"
+#include "platform/reportengine/OutputFile.h"
+#include "platform/reportengine/ResultCode.h"
 #include "platform/system/ProgramFolder.h"
 #include "platform/text/TextCompare.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -117,14 +118,11 @@ QStringList CsvTables::linesOf(const CsvKind &kind) const
 class NewFiles
 {
 public:
-    NewFiles(const QString &name, const QStringList &files) : m_name(name), m_folder(ProgramFolder::toNative(name))
+    explicit NewFiles(const QString &folder)
+        : m_folder(ProgramFolder::toNative(folder)), m_isMade(QDir().mkdir(m_folder.path()))
     {
-        for (const QString &file : files)
-            if (QFileInfo::exists(m_folder.filePath(file)))
-                throw Refusal(ImportStatus::CannotWrite, '\'' + name + '/' + file + "' exists already.");
-        m_isMade = QDir().mkdir(m_folder.path());
         if (!m_folder.exists())
-            throw Refusal(ImportStatus::CannotWrite, '\'' + name + "' cannot be made.");
+            throw ReportError(ResultCode::fileError, "the folder cannot be made");
     }
     ~NewFiles()
     {
@@ -138,37 +136,30 @@ public:
     }
     Q_DISABLE_COPY_MOVE(NewFiles)
 
-    void add(const QString &file, const QByteArray &content)
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+    void add(const QString &name, const QByteArray &content)
     {
-        auto saved = std::make_unique<QSaveFile>(m_folder.filePath(file));
-        if (!saved->open(QIODevice::WriteOnly) || saved->write(content) != content.size() || !saved->flush())
-            fail(*saved);
-        m_files.push_back(std::move(saved));
+        m_files.push_back(std::make_unique<OutputFile>(path(name), false));
+        QSaveFile &file = m_files.back()->file();
+        file.write(content);
+        file.flush();
+        OutputFile::check(file);
     }
     void commit()
     {
         for (const auto &file : m_files) {
-            if (!file->commit())
-                fail(*file);
-            m_committed << file->fileName();
+            file->commit();
+            m_committed << file->file().fileName();
         }
         m_isDone = true;
     }
-    QString path(const QString &file) const { return m_folder.filePath(file); }
 
 private:
-    [[noreturn]] void fail(const QSaveFile &file) const
-    {
-        throw Refusal(ImportStatus::CannotWrite,
-                      '\'' + m_name + '/' + QFileInfo(file.fileName()).fileName()
-                          + "' cannot be written: " + file.errorString() + '.');
-    }
-
-    QString m_name;
     QDir m_folder;
-    std::vector<std::unique_ptr<QSaveFile>> m_files;
+    bool m_isMade;
+    std::vector<std::unique_ptr<OutputFile>> m_files;
     QStringList m_committed;
-    bool m_isMade = false, m_isDone = false;
+    bool m_isDone = false;
 };
 
 /// What import-csv would not take back into an empty crib.
@@ -189,13 +180,11 @@ QString fileOf(const CsvKind &kind) { return kind.name + ".csv"; }
 int exportTables(const QCommandLineParser &arguments, QTextStream &out)
 {
     const QString name = arguments.positionalArguments().at(0), folder = arguments.positionalArguments().at(1);
-    QStringList names, notes;
-    for (const CsvKind &kind : CsvKind::all())
-        names << fileOf(kind);
+    QStringList notes;
     try {
         ProgressLine line;
         const auto database = Workspace::first().openDatabase(name);
-        NewFiles files(folder, names);
+        NewFiles files(folder);
         const ReadScope sameState(*database);
         const CsvTables tables(*database);
         QStringList report;
@@ -212,6 +201,8 @@ int exportTables(const QCommandLineParser &arguments, QTextStream &out)
         out << report.join('\n') << '\n';
     } catch (const EngineError &error) {
         throw Refusal(ImportStatus::NotReadable, '\'' + name + "' cannot be read: " + error.text());
+    } catch (const ReportError &error) {
+        throw Refusal(ImportStatus::CannotWrite, '\'' + folder + "' was not written: " + error.detail() + '.');
     }
     if (notes.isEmpty())
         return 0;

@@ -77,7 +77,7 @@ int importCsv(const QCommandLineParser &arguments, QTextStream &out)
             notes << "It is not UTF-8 and was read as Windows-1252.";
         notes << plan.notes();
     } catch (const Refusal &refusal) {
-        throw Refusal(refusal.status(), inQuotes(file) + refusal.sentence() + (faults.count() > 0 ? "" : "."));
+        throw Refusal(refusal.status(), inQuotes(file) + refusal.sentence());
     } catch (const EngineError &error) {
         throw Refusal(ImportStatus::CannotWrite, inQuotes(database) + "was not changed: " + error.text());
     }

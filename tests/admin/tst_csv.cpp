@@ -123,6 +123,17 @@ private slots:
         QCOMPARE(everything(), before);
     }
 
+    void exportsAllOrNothing()
+    {
+        m_crib->insert("Tools (Type,Location,Manufacturer,Description,Out)", {"1,1,'" + QString(26, 'm') + "','x',0"});
+        QVERIFY(AdminRun({"export", m_crib->path(), path("a")}).out.contains("\n  tools.csv: line 2, Manufacturer: "));
+        QDir().mkdir(path("b"));
+        writeFile(path("b/reasons.csv"), "mine");
+        QCOMPARE(AdminRun({"export", m_crib->path(), path("b")}).status, 6);
+        QCOMPARE(QDir(path("b")).entryList(QDir::Files | QDir::Hidden), QStringList("reasons.csv"));
+        QCOMPARE(contentOf(path("b/reasons.csv")), QByteArray("mine"));
+    }
+
 private:
     static QByteArray utf16(const QString &text)
     {
