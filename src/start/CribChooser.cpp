@@ -28,8 +28,6 @@ QString pathIn(const QLineEdit *box)
 CribChooser::CribChooser(const QString &reason, const QString &admin) : m_maker(admin, this)
 {
     ui.setupUi(this);
-    ui.lblReason->setText(reason);
-    ui.lblReason->setVisible(!reason.isEmpty());
     for (QRadioButton *option : findChildren<QRadioButton *>())
         onUserAction(option, &QRadioButton::toggled, this, &CribChooser::showFields);
     onUserAction(ui.cmdFolder, &QPushButton::clicked, this, &CribChooser::cmdFolder_Click);
@@ -37,6 +35,10 @@ CribChooser::CribChooser(const QString &reason, const QString &admin) : m_maker(
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &CribChooser::cmdOK_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     showFields();
+    ui.lblReason->setVisible(!reason.isEmpty());
+    if (reason.isEmpty())
+        return;
+    ui.lblReason->setText(reason);
     // Layouts do not ask for the height of a text that wraps.
     ui.lblReason->setMinimumHeight(ui.lblReason->heightForWidth(sizeHint().width()));
 }
