@@ -2,7 +2,6 @@
 
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/UserAction.h"
-#include "start/CribFolder.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -25,7 +24,8 @@ QString pathIn(const QLineEdit *box)
 
 }
 
-CribChooser::CribChooser(const QString &reason, const QString &admin) : m_maker(admin, this)
+CribChooser::CribChooser(const CribFolder::Found &last, const QString &admin)
+    : m_lastFolder(QDir::toNativeSeparators(last.folder)), m_maker(admin, this)
 {
     ui.setupUi(this);
     for (QRadioButton *option : findChildren<QRadioButton *>())
@@ -35,10 +35,10 @@ CribChooser::CribChooser(const QString &reason, const QString &admin) : m_maker(
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &CribChooser::cmdOK_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     showFields();
-    ui.lblReason->setVisible(!reason.isEmpty());
-    if (reason.isEmpty())
+    ui.lblReason->setVisible(!last.fault.isEmpty());
+    if (last.fault.isEmpty())
         return;
-    ui.lblReason->setText(reason);
+    ui.lblReason->setText(last.fault);
     // Layouts do not ask for the height of a text that wraps.
     ui.lblReason->setMinimumHeight(ui.lblReason->heightForWidth(sizeHint().width()));
 }
@@ -49,7 +49,7 @@ void CribChooser::showFields()
 {
     // What the user typed stays, whatever is chosen then.
     if (!ui.txtFolder->isModified())
-        ui.txtFolder->setText(ui.optOpen->isChecked()         ? QString()
+        ui.txtFolder->setText(ui.optOpen->isChecked()         ? m_lastFolder
                                   : ui.optSample->isChecked() ? inDocuments("Sample crib")
                                                               : inDocuments("Tool crib"));
     ui.lblFolder->setText(ui.optOpen->isChecked() ? "&Folder of the crib" : "New &folder");

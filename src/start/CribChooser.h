@@ -1,5 +1,6 @@
 #pragma once
 
+#include "start/CribFolder.h"
 #include "start/CribMaker.h"
 #include "ui_CribChooser.h"
 
@@ -8,8 +9,8 @@ class CribChooser : public QDialog
 {
     Q_OBJECT
 public:
-    /// `reason` stands above the choices: why the folder that was chosen last will not do. May be empty.
-    CribChooser(const QString &reason, const QString &admin);
+    /// `last` is offered first, and why it will not do stands above the choices: a share may be connected meanwhile.
+    CribChooser(const CribFolder::Found &last, const QString &admin);
 
     /// What was chosen, once the window is accepted; the crib in it has been opened.
     QString folder() const;
@@ -25,5 +26,6 @@ private:
     void cmdOK_Click();
     QString made();
 
+    QString m_lastFolder;
     CribMaker m_maker;
 };

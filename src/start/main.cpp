@@ -6,7 +6,6 @@
 #include "platform/system/ProgramFolder.h"
 #include "platform/system/UserSettings.h"
 #include "start/CribChooser.h"
-#include "start/CribFolder.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -44,9 +43,9 @@ CribFolder::Found known()
 }
 
 /// Empty when the user gives up.
-QString asked(const QString &reason)
+QString asked(const CribFolder::Found &last)
 {
-    CribChooser chooser(reason, besideThis("vorlane-admin"));
+    CribChooser chooser(last, besideThis("vorlane-admin"));
     if (chooser.exec() != QDialog::Accepted)
         return {};
     UserSettings::setValue(settingName, chooser.folder().toUtf8());
@@ -78,7 +77,7 @@ int main(int argc, char *argv[])
     const ScreenFit screenFit;
     const CribFolder::Found found = parser.isSet(choose) ? CribFolder::Found() : known();
     const bool isUsable = !found.folder.isEmpty() && found.fault.isEmpty() && CribChooser::mayBeReadOnly(found.folder);
-    const QString folder = isUsable ? found.folder : asked(found.fault);
+    const QString folder = isUsable ? found.folder : asked(found);
     if (folder.isEmpty())
         return EXIT_FAILURE;
     qputenv(ProgramFolder::cribVariable, QFile::encodeName(folder));
