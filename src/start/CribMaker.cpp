@@ -39,7 +39,12 @@ QString CribMaker::moveIn(const QString &folder, const QString &oldFile) const
 {
     constexpr int withNotes = 1;
     return make(folder, [&](const QString &database) {
-        return runAdmin({"import", oldFile, database, "--report", folder + '/' + reportName}, database, withNotes);
+        const QString fault =
+            runAdmin({"import", oldFile, database, "--report", folder + '/' + reportName}, database, withNotes);
+        if (!fault.isEmpty()) // one that was stopped leaves the beginning of its report
+            for (const QFileInfo &file : QDir(folder).entryInfoList({QString(reportName) + ".??????"}, QDir::Files))
+                QFile::remove(file.filePath());
+        return fault;
     });
 }
 
@@ -85,13 +90,17 @@ QString CribMaker::make(const QString &folder, const std::function<QString(const
         return QString("There is a crib in the folder '%1' already. Open it, or name another folder.").arg(folder);
     if (QDir::separator() == '/' && folder.contains('\\'))
         return "The name of the folder must have no \\ in it.";
+    QStringList newFolders; // the innermost first
+    for (QString path = folder; !QFileInfo::exists(path); path = QFileInfo(path).path())
+        newFolders.append(path);
     std::error_code cause;
-    const bool isNew = std::filesystem::create_directories(folder.toStdU16String(), cause);
-    if (cause)
-        return QString("The folder '%1' cannot be made: %2.").arg(folder, QString::fromLocal8Bit(cause.message()));
-    const QString fault = fill(database);
-    if (!fault.isEmpty() && isNew)
-        QDir().rmdir(folder);
+    std::filesystem::create_directories(folder.toStdU16String(), cause);
+    const QString fault = cause
+        ? QString("The folder '%1' cannot be made: %2.").arg(folder, QString::fromLocal8Bit(cause.message()))
+        : fill(database);
+    if (!fault.isEmpty())
+        for (const QString &path : newFolders)
+            QDir().rmdir(path);
     return fault;
 }
 

@@ -41,7 +41,7 @@ private slots:
         row("nothing there", "optOpen", "nowhere", "", "is not there.");
         row("no crib in it", "optOpen", ".", "", "it has no file dorvak.mdb.");
         row("no folder can be made", "optSample", "note.txt/new", "", "cannot be made: Not a directory.");
-        row("no old file", "optMoveIn", "new", "note.txt", "is no Jet database.");
+        row("no old file", "optMoveIn", "new/one/two", "note.txt", "is no Jet database.");
     }
 
     void makesOrSaysWhyNot()
