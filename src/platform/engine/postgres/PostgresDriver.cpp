@@ -8,6 +8,7 @@
 
 #include <libpq-fe.h>
 
+#include <algorithm>
 #include <charconv>
 
 namespace {
@@ -138,6 +139,10 @@ qint64 PostgresDriver::travel(Statement &prepared, const std::vector<Value> &val
 {
     auto &statement = static_cast<KnownStatement &>(prepared);
     const bool reads = !translation || translation->kind == dialect::Statement::SelectRows;
+    // The server's texts end at a character of the code 0.
+    if (std::ranges::any_of(values,
+                            [](const Value &value) { return value.isText() && value.toText().contains(QChar(0)); }))
+        throw EngineError::of(EngineError::typeMismatch);
     ++counters.run;
     // A transaction that was lost stays so to its end.
     if (m_transaction == Phase::Open)
@@ -197,6 +202,8 @@ ServerConnection::Answer PostgresDriver::travelOnce(KnownStatement &statement, c
         m_connection.sendAlong("ROLLBACK");
     else if (answer.error && inTransaction && answer.done >= preparing)
         m_connection.sendAlong("ROLLBACK TO SAVEPOINT one");
+    else if (answer.error && inTransaction)
+        beginAnew(); // somebody else is writing
     m_snapshot = m_snapshot && !answer.error;
     return answer;
 }
@@ -255,6 +262,12 @@ QStringList PostgresDriver::columnNames(Statement &prepared)
 
 void PostgresDriver::begin() { m_transaction = Phase::Due; }
 
+void PostgresDriver::beginAnew()
+{
+    rollback();
+    begin();
+}
+
 void PostgresDriver::commit()
 {
     if (std::exchange(m_transaction, Phase::None) != Phase::Open)
@@ -289,8 +302,11 @@ void PostgresDriver::settle(Snapshot snapshot)
     if (!begins)
         return;
     m_transaction = Phase::Open;
-    const Message begin[] = {text("BEGIN"), text(oneWriter)};
-    check(m_connection.travel(begin).error);
+    const Message messages[] = {text("BEGIN"), text(oneWriter)};
+    const std::optional<ServerError> error = m_connection.travel(messages).error;
+    if (error)
+        beginAnew();
+    check(error);
 }
 
 void PostgresDriver::check(const std::optional<ServerError> &error)

@@ -67,6 +67,8 @@ private:
     /// which a read scope sees everything as it is.
     enum class Snapshot { Stays, Ends };
     void settle(Snapshot snapshot = Snapshot::Ends);
+    /// After a beginning that failed, so that the next statement tries again.
+    void beginAnew();
     void check(const std::optional<ServerError> &error);
     void reconnect();
     RowStore rowsOf(const QString &sql, int columns);

@@ -197,10 +197,12 @@ void ServerConnection::skip(bool cancel)
         PQcancel(request, why, sizeof why);
         PQfreeCancel(request);
     }
-    while (!isLost()) {
+    // A null result ends those of one message; a second one says that nothing more comes.
+    for (int nulls = 0; !isLost() && nulls < 2;) {
         const Result result{PQgetResult(m_connection), PQclear};
         if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
             return;
+        nulls = result ? 0 : nulls + 1;
     }
 }
 
