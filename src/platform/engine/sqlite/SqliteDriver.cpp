@@ -357,6 +357,11 @@ void SqliteDriver::append(const dialect::Table &table, const RowStore &rows)
 
 qint64 SqliteDriver::nextNumber(const dialect::Table &table)
 {
+    // Where no table remembers the numbers it gave, the engine goes on behind the highest.
+    if (!read(QStringLiteral("SELECT 1 FROM sqlite_schema WHERE name = 'sqlite_sequence'")).rowCount())
+        return read(QStringLiteral("SELECT coalesce(max(rowid), 0) + 1 FROM ") + dialect::quotedName(table.name))
+            .at(0, 0)
+            .toInteger();
     const RowStore last =
         read(QStringLiteral("SELECT seq FROM sqlite_sequence WHERE name = %1").arg(dialect::quotedText(table.name)));
     return last.rowCount() > 0 ? last.at(0, 0).toInteger() + 1 : 1;
