@@ -17,8 +17,9 @@ void RefreshMark::begin(const QStringList &tables)
     m_tables = tables;
     Database &database = Session::database();
     const qintptr socket = database.changesSocket();
-    // Another one after the connection was lost.
-    if (socket >= 0 && (!m_notifier || m_notifier->socket() != socket)) {
+    // After a lost connection the new one may have the same number.
+    m_notifier.reset();
+    if (socket >= 0) {
         m_notifier = std::make_unique<QSocketNotifier>(socket, QSocketNotifier::Read);
         QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_button, [this] { look(); });
     }

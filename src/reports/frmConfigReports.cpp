@@ -70,10 +70,12 @@ void frmConfigReports::cmdDefault_Click()
         datReport->setField(u"Default", value);
         datReport->update();
     };
+    Transaction transaction(Session::database());
     for (datReport->moveFirst(); !datReport->atEnd(); datReport->moveNext())
         setDefault(0);
     datReport->setPosition(row);
     setDefault(-1);
+    transaction.commit();
     dbcRtype_Change();
     ui.dbgReport->selectRow(row);
 }

@@ -18,8 +18,7 @@ using Message = ServerConnection::Message;
 Message text(const char *sql) { return {Message::Text, sql, {}, nullptr}; }
 
 // Whoever changes something in several steps looks first; until those are done no other desk may change it.
-constexpr char oneWriter[] =
-    "SELECT pg_advisory_xact_lock(hashtext('vorlane'), current_schema()::regnamespace::oid::bigint::integer)";
+constexpr char oneWriter[] = "SELECT pg_advisory_xact_lock(hashtextextended('vorlane.' || current_schema(), 0))";
 constexpr char snapshot[] = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY";
 
 template<typename Number>
@@ -150,12 +149,15 @@ qint64 PostgresDriver::travel(Statement &prepared, const std::vector<Value> &val
     else if (m_connection.noticesLoss())
         reconnect();
     const bool alone = m_transaction == Phase::None;
+    const bool hadSnapshot = m_snapshot;
     ServerConnection::Answer answer = travelOnce(statement, values, reads, visit, rowByRow);
-    if (m_connection.isLost() && alone && reads) {
+    if (m_connection.isLost() && alone && reads && !hadSnapshot) {
         restart();
+        m_snapshot = false;
         reconnect();
         answer = travelOnce(statement, values, reads, visit, rowByRow);
     }
+    m_snapshot = m_snapshot && !m_connection.isLost();
     failIfLost(reads && alone ? LostChange::None : alone ? LostChange::Unknown : LostChange::NothingStored);
     if (answer.error)
         fail(*answer.error, translation);
@@ -210,10 +212,13 @@ ServerConnection::Answer PostgresDriver::travelOnce(KnownStatement &statement, c
 
 void PostgresDriver::reconnect()
 {
-    m_snapshot = false;
+    // What was read at one moment cannot go on at another.
+    const bool hadSnapshot = std::exchange(m_snapshot, false);
     m_connection.connect();
     if (m_listening)
         m_connection.sendAlong("LISTEN vorlane");
+    if (hadSnapshot)
+        throw connectionLost(m_path, LostChange::None);
 }
 
 void PostgresDriver::failIfLost(LostChange change)
@@ -231,7 +236,8 @@ void PostgresDriver::fail(const ServerError &error, const dialect::Translation *
     if (error.is("23503")) {
         const RowStore found =
             rowsOf("SELECT confrelid::regclass::text FROM pg_constraint WHERE conname = "
-                       + dialect::quotedText(error.constraint) + " AND connamespace = current_schema()::regnamespace",
+                       + dialect::quotedText(error.constraint)
+                       + " AND connamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema())",
                    1);
         parent = found.rowCount() > 0 ? found.at(0, 0).toText().remove(u'"') : QString();
     }
@@ -251,11 +257,14 @@ QStringList PostgresDriver::columnNames(Statement &prepared)
     auto &statement = static_cast<KnownStatement &>(prepared);
     const Message prepare[] = {{Message::Prepare, statement.sql, statement.name, nullptr}};
     const std::optional<ServerError> error = m_connection.travel(prepare).error;
+    failIfLost(LostChange::None);
     if (error && std::exchange(m_snapshot, false))
         m_connection.sendAlong("ROLLBACK");
     check(error);
     statement.generation = m_connection.generation();
-    return m_connection.columnNames(statement.name);
+    const QStringList names = m_connection.columnNames(statement.name);
+    failIfLost(LostChange::None);
+    return names;
 }
 
 // ---- transactions
@@ -277,6 +286,8 @@ void PostgresDriver::commit()
     const ServerConnection::Answer answer = m_connection.travel(commit);
     failIfLost(LostChange::Unknown);
     check(answer.error);
+    if (answer.did != "COMMIT") // the server takes the end of a broken transaction for a rollback
+        throw connectionLost(m_path, LostChange::NothingStored);
 }
 
 void PostgresDriver::rollback()

@@ -118,13 +118,14 @@ QString serversNames(const QString &sql)
     if (sql.contains(QLatin1String("$f$")))
         return sql;
     QString native;
-    QChar quote;
+    QChar end; // of the text or name that `c` stands in
     for (const QChar c : sql) {
-        if (quote.isNull() && (c == u'\'' || c == u'"'))
-            quote = c;
-        else if (c == quote)
-            quote = {};
-        native += quote.isNull() && (c == u'[' || c == u']') ? QChar(u'"') : c;
+        const bool bracket = end.isNull() ? c == u'[' : end == u']' && c == end;
+        if (end.isNull() && (c == u'\'' || c == u'"' || bracket))
+            end = bracket ? QChar(u']') : c;
+        else if (c == end)
+            end = {};
+        native += bracket ? QChar(u'"') : c;
     }
     return native;
 }
@@ -157,7 +158,8 @@ dialect::Schema PostgresDriver::schema()
                    "EXISTS (SELECT FROM pg_index i WHERE i.indrelid = c.oid AND i.indisprimary AND i.indnatts = 1 AND "
                    "i.indkey[0] = a.attnum), a.attidentity <> '', a.attgenerated <> '' OR a.attname = '%1' "
                    "FROM pg_class c JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
-                   "WHERE c.relkind IN ('r', 'p') AND c.relnamespace = current_schema()::regnamespace "
+                   "WHERE c.relkind IN ('r', 'p') AND c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = "
+                   "current_schema()) "
                    "ORDER BY c.relname COLLATE \"C\", a.attnum")
                    .arg(QLatin1String(rowNumber)),
                7);
@@ -179,12 +181,13 @@ dialect::Schema PostgresDriver::schema()
             current.columns.push_back({name, kind, columns.at(i, 3).toBool()});
     }
     const RowStore keys = rowsOf(
-        QStringLiteral("SELECT c.relname::text, a.attname::text, p.relname::text, b.attname::text FROM pg_constraint k "
-                       "JOIN pg_class c ON c.oid = k.conrelid JOIN pg_class p ON p.oid = k.confrelid "
-                       "JOIN pg_attribute a ON a.attrelid = k.conrelid AND a.attnum = k.conkey[1] "
-                       "JOIN pg_attribute b ON b.attrelid = k.confrelid AND b.attnum = k.confkey[1] "
-                       "WHERE k.contype = 'f' AND a.attgenerated = '' "
-                       "AND c.relnamespace = current_schema()::regnamespace ORDER BY k.conname"),
+        QStringLiteral(
+            "SELECT c.relname::text, a.attname::text, p.relname::text, b.attname::text FROM pg_constraint k "
+            "JOIN pg_class c ON c.oid = k.conrelid JOIN pg_class p ON p.oid = k.confrelid "
+            "JOIN pg_attribute a ON a.attrelid = k.conrelid AND a.attnum = k.conkey[1] "
+            "JOIN pg_attribute b ON b.attrelid = k.confrelid AND b.attnum = k.confkey[1] "
+            "WHERE k.contype = 'f' AND a.attgenerated = '' "
+            "AND c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema()) ORDER BY k.conname"),
         4);
     for (int i = 0; i < keys.rowCount(); ++i)
         if (dialect::Table *table = schema.find(keys.at(i, 0).toText()))
@@ -196,12 +199,17 @@ qint64 PostgresDriver::version()
 {
     const RowStore found =
         rowsOf(QStringLiteral("SELECT count(*) FROM pg_proc WHERE proname = 'vorlane_version' AND pronamespace = "
-                              "current_schema()::regnamespace"),
+                              "(SELECT oid FROM pg_namespace WHERE nspname = current_schema())"),
                1);
     return found.at(0, 0).toBool() ? rowsOf(QStringLiteral("SELECT vorlane_version()"), 1).at(0, 0).toInteger() : 0;
 }
 
-bool PostgresDriver::isUpToDate() { return version() == ServerFunctions::version || schema().tables.empty(); }
+// A database without them holds no crib yet; its own words say so.
+bool PostgresDriver::isUpToDate()
+{
+    const qint64 present = version();
+    return present == 0 || present == ServerFunctions::version;
+}
 
 void PostgresDriver::upgrade()
 {

@@ -27,6 +27,13 @@ constexpr std::pair<const char *, const char *> habits[] = {
 
 using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
+/// A name, whatever it holds, as an option of the connection takes it.
+QByteArray asOption(QByteArray name)
+{
+    name = '"' + name.replace('"', "\"\"") + '"';
+    return name.replace('\\', "\\\\").replace(' ', "\\ ");
+}
+
 std::optional<ServerError> errorOf(const PGresult *result)
 {
     const ExecStatusType status = PQresultStatus(result);
@@ -67,7 +74,7 @@ void ServerConnection::connect()
     };
     QByteArray all = options;
     if (!m_settings.schema.isEmpty())
-        all += " -c search_path=" + m_settings.schema;
+        all += " -c search_path=" + asOption(m_settings.schema);
     set("options", all.constData());
     for (const auto &[keyword, value] : habits)
         set(keyword, value);
@@ -165,6 +172,7 @@ void ServerConnection::receive(std::span<const Message> messages, const VisitRes
                 visit(result.get());
             if (message.kind == Message::Run)
                 answer.changed = QByteArray(PQcmdTuples(result.get())).toLongLong();
+            answer.did = PQcmdStatus(result.get());
             if (isLost())
                 return;
         }
@@ -172,7 +180,8 @@ void ServerConnection::receive(std::span<const Message> messages, const VisitRes
             return;
         answer.done += !failed;
     }
-    skip(false);
+    // Outside of a transaction the server stores a change only at the journey's end, and may refuse it there.
+    skip(false, &answer.error);
 }
 
 PGresult *ServerConnection::next()
@@ -189,7 +198,7 @@ PGresult *ServerConnection::next()
     return PQgetResult(m_connection);
 }
 
-void ServerConnection::skip(bool cancel)
+void ServerConnection::skip(bool cancel, std::optional<ServerError> *error)
 {
     if (cancel) {
         char why[256];
@@ -202,6 +211,8 @@ void ServerConnection::skip(bool cancel)
         const Result result{PQgetResult(m_connection), PQclear};
         if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
             return;
+        if (result && error && !*error)
+            *error = errorOf(result.get());
         nulls = result ? 0 : nulls + 1;
     }
 }

@@ -48,6 +48,7 @@ public:
         std::optional<ServerError> error; ///< the first one; what came behind it was not done
         size_t done = 0; ///< how many of the messages were
         qint64 changed = 0; ///< rows, by the last of them that changed any
+        QByteArray did; ///< the server's word for what the last message did, as "COMMIT"
     };
     using VisitResult = std::function<void(const pg_result *)>;
     /// `visit` is given what a Run brings back, row by row if so wished, and may end it by what it throws. After a lost
@@ -73,8 +74,8 @@ private:
     void send(const Message &message);
     void receive(std::span<const Message> messages, const VisitResult &visit, bool rowByRow, Answer &answer);
     pg_result *next();
-    /// Leaves out what is still to come of a journey.
-    void skip(bool cancel);
+    /// Takes no notice of what is still to come of a journey, but for `error`, if given.
+    void skip(bool cancel, std::optional<ServerError> *error = nullptr);
     void skipUnread();
     void noteChanges();
 

@@ -78,7 +78,8 @@ EngineError connectionRefused(const QString &path, const QString &reason)
     const auto worded = [&](const EngineError &error) {
         return EngineError(error.number(), error.text() + QLatin1String(" (") + reason + u')');
     };
-    if (says("authentication failed") || says("no password supplied") || (says("role \"") && says("does not exist")))
+    if (says("authentication failed") || says("no password supplied") || says("not permitted to log in")
+        || (says("role \"") && says("does not exist")))
         return worded(EngineError::of(EngineError::wrongAccount));
     if (says("too many c") || says("remaining connection slots"))
         return worded(EngineError::of(EngineError::tooManyUsers));
