@@ -1,6 +1,7 @@
 #include "admin/CsvPlan.h"
 
-#include "admin/NamedRows.h"
+#include "admin/RowWriter.h"
+#include "admin/Shortened.h"
 #include "db/Schema.h"
 #include "platform/text/TextCompare.h"
 
@@ -111,7 +112,7 @@ void CsvPlan::store(Database &database) const
     QStringList names{"ID", "Out"};
     for (const CsvColumn &column : m_kind.columns)
         names << column.column;
-    NamedRows stored(database, m_kind.table, names);
+    RowWriter stored(database, m_kind.table, names);
     qint64 number = m_next;
     for (const Rows &rows : m_rows) {
         std::vector<Value> values{number, 0};
@@ -129,7 +130,7 @@ void CsvPlan::store(Database &database) const
 /// Without the suite, jobs are offered from the program's own list.
 void CsvPlan::storeOwnJobs(Database &database) const
 {
-    NamedRows stored(database, "JobVorlane", {"ID", "Jobno"});
+    RowWriter stored(database, "JobVorlane", {"ID", "Jobno"});
     qint64 number = m_nextOwnJob;
     for (const Rows &rows : m_rows) {
         const bool isShipped = rows.values.back().toBool();
@@ -157,10 +158,8 @@ QStringList CsvPlan::report() const
         if (made.isEmpty() && m_kind.name != name)
             continue;
         lines << QString("New %1: %2").arg(name).arg(made.size());
-        for (const QString &path : made.first(qMin(made.size(), longestList)))
+        for (const QString &path : shortened(made, longestList, "... and %1 more"))
             lines << "  " + path;
-        if (made.size() > longestList)
-            lines << QString("  ... and %1 more").arg(made.size() - longestList);
     }
     return lines;
 }

@@ -2,6 +2,7 @@
 
 #include "admin/Check.h"
 #include "admin/Refusal.h"
+#include "admin/Shortened.h"
 #include "db/Schema.h"
 #include "platform/engine/driver/StoredValue.h"
 
@@ -122,11 +123,9 @@ void requireCopyable(Database &from, bool toServer)
     QStringList sentences;
     for (const TableDefinition &table : Schema::tables())
         sentences += RuleCheck(from, table).run(toServer);
-    const qsizetype more = sentences.size() - sentencesShown;
-    if (more > 0)
-        sentences = sentences.first(sentencesShown) + QStringList(QString("There are %1 more of these.").arg(more));
     if (!sentences.isEmpty())
-        refuse(sentences.join('\n') + "\nThe new database would refuse these rows; vorlane-admin check tells more.");
+        refuse(shortened(sentences, sentencesShown, "There are %1 more of these.").join('\n')
+               + "\nThe new database would refuse these rows; vorlane-admin check tells more.");
 }
 
 /// Copies the rows of one table.

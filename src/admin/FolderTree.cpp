@@ -1,7 +1,7 @@
 #include "admin/FolderTree.h"
 
 #include "admin/CsvFaults.h"
-#include "admin/NamedRows.h"
+#include "admin/RowWriter.h"
 #include "db/Schema.h"
 #include "platform/text/Numbers.h"
 #include "platform/text/TextCompare.h"
@@ -111,7 +111,7 @@ QStringList FolderTree::made() const
 
 void FolderTree::store(Database &database) const
 {
-    NamedRows rows(database, m_table, {"ID", "Description", "Parent"});
+    RowWriter rows(database, m_table, {"ID", "Description", "Parent"});
     for (qint64 number = m_firstMade; number < m_next; ++number)
         rows.add({number, m_folders[number].name, m_folders[number].parent});
     rows.flush();

@@ -2,6 +2,7 @@
 
 #include "admin/Check.h"
 #include "admin/Refusal.h"
+#include "admin/Shortened.h"
 #include "db/Schema.h"
 #include "platform/engine/Workspace.h"
 
@@ -29,14 +30,6 @@ QString line(const QString &label, const QString &figure)
     return "  " + label.leftJustified(32) + figure.rightJustified(16) + '\n';
 }
 
-/// At most so many of a list, and how many more there are.
-QStringList shortened(const QStringList &list, const QString &more)
-{
-    if (list.size() <= longestList)
-        return list;
-    return list.first(longestList) << more.arg(list.size() - longestList);
-}
-
 int columnCalled(const ImportTable &table, const QString &name)
 {
     return int(std::ranges::find(table.columns, name, &ImportColumn::name) - table.columns.begin());
@@ -52,8 +45,8 @@ Import::Import(const QString &oldFile, const QString &newFile, const Options &op
 void Import::copy()
 {
     const auto database = Workspace::first().createDatabase(m_newFile);
-    NewCrib crib(*database, m_old.tables());
     Transaction transaction(*database);
+    NewCrib crib(*database, m_old.tables());
     startStep("Reading", m_old.rowCount());
     for (const ImportTable &table : m_old.tables())
         copyTable(crib, table);
@@ -124,7 +117,7 @@ void Import::requireReferences()
         throw Refusal(ImportStatus::Content,
                       "cannot be imported as it is: the types or locations of these tools do not exist (--mend adds "
                       "them): "
-                          + shortened(tools, "and %1 more").join(", "));
+                          + shortened(tools, longestList, "and %1 more").join(", "));
 }
 
 void Import::compare()
@@ -150,7 +143,8 @@ void Import::compare()
     }
     if (!database->openNative("PRAGMA foreign_key_check").isEmpty() || !database->damage().isEmpty())
         throw Refusal(ImportStatus::Differs, "could not be copied: the new file is not sound; it was removed");
-    m_notes += shortened(faultsIn(*database), "There are %1 more of these; vorlane-admin check lists them.");
+    m_notes +=
+        shortened(faultsIn(*database), longestList, "There are %1 more of these; vorlane-admin check lists them.");
 }
 
 void Import::requireEqual(const ImportTable &table, const Tally &old, const Tally &stored) const

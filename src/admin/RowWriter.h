@@ -13,38 +13,34 @@ struct Cents {
 class RowWriter
 {
 public:
-    /// @throws EngineError 3078 where the table is missing.
-    RowWriter(Database &database, const QString &table);
+    /// The table may have columns besides `columns`, which stay empty; without them a row has a value for each of the
+    /// table's. @throws EngineError 3078 where the table is missing.
+    RowWriter(Database &database, const QString &table, const QStringList &columns = {});
 
-    /// One row, a value for every column; std::nullopt leaves one empty.
+    /// One row, a value for each of the columns in their order.
+    void add(const std::vector<Value> &values);
+    /// The same; std::nullopt leaves a column empty.
     template<typename... Values>
     void add(const Values &...values)
     {
-        m_rows.beginRow();
-        (addCell(values), ...);
-        if (m_rows.rowCount() == rowsAtOnce)
-            flush();
+        add(std::vector<Value>{cell(values)...});
     }
 
     /// Stores what add() has gathered; to be called after the last row.
     void flush();
 
 private:
-    static constexpr int rowsAtOnce = 500;
-
-    void addCell(qint64 number) { m_rows.addInteger(number); }
-    void addCell(const QString &text) { m_rows.add(text); }
-    void addCell(Cents price) { m_rows.addFraction(double(price.amount) / 100); }
-    template<typename Value>
-    void addCell(const std::optional<Value> &value)
+    static Value cell(qint64 number) { return number; }
+    static Value cell(const QString &text) { return text; }
+    static Value cell(Cents price) { return double(price.amount) / 100; }
+    template<typename Content>
+    static Value cell(const std::optional<Content> &content)
     {
-        if (value)
-            addCell(*value);
-        else
-            m_rows.addNull();
+        return content ? cell(*content) : Value();
     }
 
     Database &m_database;
     QString m_table;
+    std::vector<int> m_valueOf; ///< by column of the table, -1 for none
     RowStore m_rows;
 };
