@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr const char *byteOrderMark = "\xEF\xBB\xBF";
-
 /// Tables of a crib as CSV.
 class CsvTables
 {

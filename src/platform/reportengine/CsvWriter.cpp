@@ -6,7 +6,6 @@
 namespace {
 
 constexpr int rowsBetweenReports = 1024;
-constexpr const char *byteOrderMark = "\xEF\xBB\xBF";
 
 QByteArray exported(const Value &value)
 {

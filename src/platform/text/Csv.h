@@ -4,6 +4,9 @@
 
 #include <vector>
 
+/// What a file begins with, so that spreadsheets read it as UTF-8.
+inline constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+
 /// `text` as one field of comma-separated values (RFC 4180): a text with a separator that spreadsheets take, a
 /// quotation mark or a line break stands in quotation marks, those inside doubled; any other stands as it is.
 QString csvField(const QString &text);
