@@ -2,45 +2,54 @@
 
 #include "db/Literals.h"
 #include "db/Schema.h"
+#include "platform/engine/dialect/SqlText.h"
 
+#include <algorithm>
 #include <cmath>
+
+using dialect::quotedName;
 
 namespace {
 
 constexpr int rowsAtATime = 500;
+constexpr QLatin1String bytesMark("\\x"); // what the engine writes bytes with, as hexadecimal digits behind it
 
-QString quotedName(const QString &name) { return '"' + QString(name).replace('"', "\"\"") + '"'; }
-
-QString declaredType(ImportKind kind)
+dialect::ValueKind kindOf(ImportKind kind)
 {
+    using dialect::ValueKind;
     switch (kind) {
     case ImportKind::Number:
-        return "LONG";
+        return ValueKind::Long;
     case ImportKind::YesNo:
-        return "YESNO";
+        return ValueKind::YesNo;
     case ImportKind::Money:
-        return "CURRENCY";
+        return ValueKind::Currency;
     case ImportKind::Date:
-        return "DATETIME";
+        return ValueKind::Date;
     case ImportKind::Text:
-        return "TEXT";
+        return ValueKind::Text;
     case ImportKind::Fraction:
-        return "DOUBLE";
+        return ValueKind::Number;
     case ImportKind::Bytes:
-        return "BLOB";
+        return ValueKind::Unknown;
     }
     return {};
 }
 
-QString definition(const ImportColumn &column) { return quotedName(column.name) + ' ' + declaredType(column.kind); }
-
-/// The name by which rows have their numbers, which a column of a foreign table may hide.
-QString rowNumberOf(const ImportTable &table)
+/// The crib's tables, with the columns that the old file has besides, then its others.
+std::vector<TableDefinition> definitionsOf(const std::vector<ImportTable> &tables)
 {
-    QStringList names{"rowid", "oid", "_rowid_"};
-    for (const ImportColumn &column : table.columns)
-        names.removeOne(column.name.toLower());
-    return names.value(0);
+    std::vector<TableDefinition> definitions = Schema::tables();
+    for (const ImportTable &table : tables) {
+        auto found = std::ranges::find(definitions, table.name, &TableDefinition::name);
+        if (found == definitions.end())
+            found = definitions.insert(found, {.name = table.name, .columns = {}});
+        for (const ImportColumn &column : table.columns) {
+            if (!column.isOurs)
+                found->columns.push_back({column.name, kindOf(column.kind)});
+        }
+    }
+    return definitions;
 }
 
 JetValue asAppended(const Value &value, ImportKind kind)
@@ -56,7 +65,7 @@ JetValue asAppended(const Value &value, ImportKind kind)
     case ImportKind::Fraction:
         return value.toNumber();
     case ImportKind::Bytes:
-        return QByteArray::fromHex(value.toText().toLatin1());
+        return QByteArray::fromHex(value.toText().mid(bytesMark.size()).toLatin1());
     default:
         return value.toText();
     }
@@ -67,29 +76,15 @@ JetValue asAppended(const Value &value, ImportKind kind)
 NewCrib::NewCrib(Database &database, const std::vector<ImportTable> &tables) : m_database(database)
 {
     keepSmall(database);
-    Schema::create(database);
+    for (const TableDefinition &table : definitionsOf(tables))
+        database.createTable(table);
     // Over all rows at once they are made in half the time.
-    QStringList dropped;
     const Recordset indexes =
         database.openNative("SELECT sql, name FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL");
     for (int i = 0; i < indexes.recordCount(); ++i) {
         m_indexes << indexes.at(i, 0).toText();
-        dropped << "DROP INDEX " + quotedName(indexes.at(i, 1).toText()) + ';';
+        database.executeNative("DROP INDEX " + quotedName(indexes.at(i, 1).toText()));
     }
-    // The old file brings its own kinds of charge and reports.
-    QString statements = "BEGIN; DELETE FROM LineItemType; DELETE FROM Reports;" + dropped.join(' ');
-    for (const ImportTable &table : tables) {
-        QStringList others;
-        for (const ImportColumn &column : table.columns) {
-            if (!column.isOurs)
-                others << definition(column);
-        }
-        if (!table.isOurs)
-            statements += QString("CREATE TABLE %1 (%2);").arg(quotedName(table.name), others.join(','));
-        for (const QString &other : table.isOurs ? others : QStringList())
-            statements += QString("ALTER TABLE %1 ADD COLUMN %2;").arg(quotedName(table.name), other);
-    }
-    database.executeNative(statements + "COMMIT");
 }
 
 void NewCrib::append(const ImportTable &table, const std::vector<JetValue> &row)
@@ -102,11 +97,10 @@ void NewCrib::append(const ImportTable &table, const std::vector<JetValue> &row)
     m_rows.beginRow();
     for (size_t i = 0; i < row.size(); ++i)
         addCell(row[i], table.columns[i].kind);
-    for (size_t i = 0; i < row.size(); ++i) {
-        if (const auto *bytes = std::get_if<QByteArray>(&row[i]))
-            storeBytes(table, table.columns[i], *bytes);
-    }
-    if (m_rows.rowCount() >= rowsAtATime)
+    // Bytes are pictures and documents, of which few are kept in memory.
+    const bool hasBytes =
+        std::ranges::any_of(row, [](const JetValue &value) { return std::holds_alternative<QByteArray>(value); });
+    if (hasBytes || m_rows.rowCount() >= rowsAtATime)
         flush();
 }
 
@@ -122,18 +116,11 @@ void NewCrib::addCell(const JetValue &value, ImportKind kind)
             m_rows.addInteger(*number);
     } else if (const auto *fraction = std::get_if<double>(&value)) {
         m_rows.addFraction(*fraction);
+    } else if (const auto *bytes = std::get_if<QByteArray>(&value)) {
+        m_rows.add(bytesMark + QString::fromLatin1(bytes->toHex()));
     } else {
         m_rows.addNull();
     }
-}
-
-// The engine's rows take no bytes. They are rare, and put into the row once it is stored.
-void NewCrib::storeBytes(const ImportTable &table, const ImportColumn &column, const QByteArray &bytes)
-{
-    flush();
-    m_database.executeNative("UPDATE " + quotedName(table.name) + " SET " + quotedName(column.name) + " = X'"
-                             + QString::fromLatin1(bytes.toHex()) + "' WHERE " + rowNumberOf(table)
-                             + " = last_insert_rowid()");
 }
 
 void NewCrib::flush()
@@ -161,25 +148,27 @@ void NewCrib::setLastNumber(const QString &table, qint64 number)
 void NewCrib::read(Database &database, const ImportTable &table,
                    const std::function<void(const std::vector<JetValue> &)> &visit)
 {
-    const QString rowNumber = rowNumberOf(table);
+    const QString rowNumber = database.table(table.name)->rowNumber;
     QStringList columns;
-    for (const ImportColumn &column : table.columns) {
-        const QString name = quotedName(column.name);
-        columns << (column.kind == ImportKind::Bytes ? "iif(" + name + " IS NULL, NULL, hex(" + name + "))" : name);
+    for (const ImportColumn &column : table.columns)
+        columns << quotedName(column.name);
+    QString inOrder;
+    if (!rowNumber.isEmpty()) {
+        columns << rowNumber;
+        inOrder = QString(" ORDER BY %1 LIMIT %2").arg(rowNumber).arg(rowsAtATime);
     }
-    const QString select = "SELECT " + rowNumber + ',' + columns.join(',') + " FROM " + quotedName(table.name);
-    const QString inOrder = " ORDER BY " + rowNumber + " LIMIT " + QString::number(rowsAtATime);
+    const QString select = "SELECT " + columns.join(',') + " FROM " + quotedName(table.name);
     QString behind;
     std::vector<JetValue> row(table.columns.size());
     for (bool isMore = true; isMore;) {
         const Recordset rows = database.openNative(select + behind + inOrder);
         for (int i = 0; i < rows.recordCount(); ++i) {
             for (size_t column = 0; column < row.size(); ++column)
-                row[column] = asAppended(rows.at(i, int(column) + 1), table.columns[column].kind);
+                row[column] = asAppended(rows.at(i, int(column)), table.columns[column].kind);
             visit(row);
         }
-        isMore = rows.recordCount() == rowsAtATime;
+        isMore = !rowNumber.isEmpty() && rows.recordCount() == rowsAtATime;
         if (isMore)
-            behind = " WHERE " + rowNumber + " > " + rows.at(rowsAtATime - 1, 0).toText();
+            behind = " WHERE " + rowNumber + " > " + rows.at(rowsAtATime - 1, int(row.size())).toText();
     }
 }

@@ -7,7 +7,7 @@
 class NewCrib
 {
 public:
-    /// Makes the schema's tables, empty, and those that the old file has besides.
+    /// Makes the schema's tables, empty, and those that the old file has besides, within a transaction of the caller's.
     NewCrib(Database &database, const std::vector<ImportTable> &tables);
 
     /// Stores a row, with a value for every column; some time until flush() at the latest.
@@ -26,7 +26,6 @@ public:
 
 private:
     void addCell(const JetValue &value, ImportKind kind);
-    void storeBytes(const ImportTable &table, const ImportColumn &column, const QByteArray &bytes);
 
     Database &m_database;
     QStringList m_indexes; ///< statements that make them

@@ -122,7 +122,8 @@ void addRow(RowStore &rows, sqlite3_stmt *statement)
     }
 }
 
-QString bracketed(const QString &name) { return u'[' + name + u']'; }
+using dialect::quotedName;
+using dialect::quotedNames;
 
 QString columnDefinition(const TableDefinition::Column &column)
 {
@@ -130,9 +131,17 @@ QString columnDefinition(const TableDefinition::Column &column)
     static constexpr const char *types[] = {"BLOB", "TEXT", "TEXT", "LONG", "DOUBLE", "CURRENCY", "YESNO", "DATETIME"};
     static constexpr const char *rules[] = {"", " NOT NULL", " NOT NULL DEFAULT 0", " NOT NULL PRIMARY KEY"};
     if (column.rule == TableDefinition::Counter)
-        return bracketed(column.name) + QLatin1String(" INTEGER PRIMARY KEY AUTOINCREMENT");
-    return bracketed(column.name) + u' ' + QLatin1String(types[size_t(column.kind)])
+        return quotedName(column.name) + QLatin1String(" INTEGER PRIMARY KEY AUTOINCREMENT");
+    return quotedName(column.name) + u' ' + QLatin1String(types[size_t(column.kind)])
         + QLatin1String(rules[column.rule]);
+}
+
+/// The name of the row's number that no column of `table` bears, and so hides.
+QString rowNumberOf(const dialect::Table &table)
+{
+    const QStringList names{QStringLiteral("rowid"), QStringLiteral("oid"), QStringLiteral("_rowid_")};
+    const auto free = std::ranges::find_if(names, [&](const QString &name) { return table.find(name) < 0; });
+    return free == names.end() ? QString() : *free;
 }
 
 /// Brings a statement back to its beginning, whatever happened.
@@ -321,12 +330,13 @@ void SqliteDriver::createTable(const TableDefinition &table)
     for (const TableDefinition::Column &column : table.columns)
         parts.append(columnDefinition(column));
     for (const dialect::ForeignKey &key : table.foreignKeys)
-        parts.append(QStringLiteral("FOREIGN KEY ([%1]) REFERENCES [%2] ([%3])")
-                         .arg(key.column, key.parentTable, key.parentColumn));
-    execute(QStringLiteral("CREATE TABLE [%1] (%2)").arg(table.name, parts.join(QLatin1String(", "))));
+        parts.append(QStringLiteral("FOREIGN KEY (%1) REFERENCES %2 (%3)")
+                         .arg(quotedName(key.column), quotedName(key.parentTable), quotedName(key.parentColumn)));
+    const QString name = quotedName(table.name);
+    execute(QStringLiteral("CREATE TABLE %1 (%2)").arg(name, parts.join(QLatin1String(", "))));
     for (const QStringList &columns : table.indexes)
-        execute(QStringLiteral("CREATE INDEX [%1_%2] ON [%1] ([%3])")
-                    .arg(table.name, columns.join(u'_'), columns.join(QLatin1String("], ["))));
+        execute(QStringLiteral("CREATE INDEX %1 ON %2 (%3)")
+                    .arg(quotedName(table.name + u'_' + columns.join(u'_')), name, quotedNames(columns)));
     if (table.firstNumber != 1)
         execute(QStringLiteral("INSERT INTO sqlite_sequence VALUES (%1, %2)")
                     .arg(dialect::quotedText(table.name))
@@ -337,13 +347,13 @@ void SqliteDriver::append(const dialect::Table &table, const RowStore &rows)
 {
     QStringList names, parameters;
     for (const dialect::Column &column : table.columns) {
-        names.append(dialect::quotedName(column.name));
+        names.append(quotedName(column.name));
         const QString parameter = u'?' + QString::number(names.size());
         parameters.append(column.kind == ValueKind::Unknown ? SqliteNames::bytes + (u'(' + parameter + u')')
                                                             : parameter);
     }
     const Prepared insert = prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                        .arg(dialect::quotedName(table.name), names.join(u','), parameters.join(u',')));
+                                        .arg(quotedName(table.name), names.join(u','), parameters.join(u',')));
     dialect::Translation translation;
     translation.kind = dialect::Statement::Insert;
     translation.table = table.name;
@@ -359,7 +369,7 @@ qint64 SqliteDriver::nextNumber(const dialect::Table &table)
 {
     // Where no table remembers the numbers it gave, the engine goes on behind the highest.
     if (!read(QStringLiteral("SELECT 1 FROM sqlite_schema WHERE name = 'sqlite_sequence'")).rowCount())
-        return read(QStringLiteral("SELECT coalesce(max(rowid), 0) + 1 FROM ") + dialect::quotedName(table.name))
+        return read(QStringLiteral("SELECT coalesce(max(rowid), 0) + 1 FROM ") + quotedName(table.name))
             .at(0, 0)
             .toInteger();
     const RowStore last =
@@ -403,6 +413,9 @@ dialect::Schema SqliteDriver::schema()
             schema.tables.back().counter = column;
         schema.tables.back().columns.push_back({column, kindOf(type), columns.at(i, 5).toBool()});
     }
+    for (dialect::Table &table : schema.tables)
+        if (!table.rowNumber.isEmpty())
+            table.rowNumber = rowNumberOf(table);
     const RowStore keys =
         read(QStringLiteral("SELECT t.name, k.\"from\", k.\"table\", k.\"to\" FROM pragma_table_list AS t, "
                             "pragma_foreign_key_list(t.name) AS k WHERE t.schema = 'main'"));
@@ -416,9 +429,9 @@ bool SqliteDriver::hasPartner(const dialect::Reference &reference, const std::ve
 {
     const QString column = reference.key.parentColumn.isEmpty() ? QStringLiteral("rowid") : reference.key.parentColumn;
     try {
-        const Prepared statement = prepare(
-            QStringLiteral("SELECT 1 FROM %1 WHERE %2 = %3")
-                .arg(dialect::quotedName(reference.key.parentTable), dialect::quotedName(column), reference.value));
+        const Prepared statement =
+            prepare(QStringLiteral("SELECT 1 FROM %1 WHERE %2 = %3")
+                        .arg(quotedName(reference.key.parentTable), quotedName(column), reference.value));
         RowStore found(1);
         run(*statement, values, &found);
         return found.rowCount() > 0;
