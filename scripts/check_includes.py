@@ -31,7 +31,7 @@ MAY_INCLUDE = {
     "start": ["platform/text", "platform/system", "platform/engine", "platform/engine/postgres/ConnectionFile.h",
               "platform/gui"],
     "admin": ["platform/text", "platform/system", "platform/engine", "platform/engine/driver/StoredValue.h",
-              "platform/reportengine", "platform/jet", "db"],
+              "platform/engine/dialect/SqlText.h", "platform/reportengine", "platform/jet", "db"],
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
 

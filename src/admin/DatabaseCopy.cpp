@@ -4,6 +4,7 @@
 #include "admin/Refusal.h"
 #include "admin/Shortened.h"
 #include "db/Schema.h"
+#include "platform/engine/dialect/SqlText.h"
 #include "platform/engine/driver/StoredValue.h"
 
 #include <algorithm>
@@ -16,6 +17,7 @@ constexpr int picturesAtATime = 100;
 constexpr int sentencesShown = 20;
 constexpr int charactersShown = 40;
 
+using dialect::quotedName;
 using dialect::sameName;
 using dialect::ValueKind;
 
@@ -141,10 +143,10 @@ public:
     {
         QStringList names;
         for (const dialect::Column &column : m_columns)
-            names << '[' + column.name + ']';
+            names << quotedName(column.name);
         if (!m_rowNumber.isEmpty())
-            names << '[' + m_rowNumber + ']';
-        m_select = QString("SELECT %1 FROM [%2]").arg(names.join(", "), table.name);
+            names << quotedName(m_rowNumber);
+        m_select = "SELECT " + names.join(", ") + " FROM " + quotedName(table.name);
     }
 
     /// @returns how many there are.
@@ -155,7 +157,7 @@ public:
             std::ranges::find(m_columns, ValueKind::Unknown, &dialect::Column::kind) != m_columns.end();
         const int atATime = hasBytes ? picturesAtATime : rowsAtATime;
         const bool inParts = m_table.parent.isEmpty() && !m_rowNumber.isEmpty();
-        const QString inOrder = m_rowNumber.isEmpty() ? QString() : " ORDER BY [" + m_rowNumber + ']';
+        const QString inOrder = m_rowNumber.isEmpty() ? QString() : " ORDER BY " + quotedName(m_rowNumber);
         const QString part = inParts ? " LIMIT " + QString::number(atATime) : QString();
         qint64 copied = 0;
         QString behind;
@@ -166,11 +168,12 @@ public:
             progress(QString("%1: %2 rows").arg(m_table.name).arg(copied));
             isMore = inParts && rows.recordCount() == atATime;
             if (isMore)
-                behind = " WHERE [" + m_rowNumber + "] > " + rows.at(atATime - 1, int(m_columns.size())).toText();
+                behind =
+                    " WHERE " + quotedName(m_rowNumber) + " > " + rows.at(atATime - 1, int(m_columns.size())).toText();
         }
         for (Database *database : {&m_from, &m_to}) {
             const qint64 counted =
-                database->openNative("SELECT count(*) FROM [" + m_table.name + ']').at(0, 0).toInteger();
+                database->openNative("SELECT count(*) FROM " + quotedName(m_table.name)).at(0, 0).toInteger();
             if (counted != copied)
                 refuse(QString("%1: of %2 rows %3 were stored.").arg(m_table.name).arg(copied).arg(counted));
         }
