@@ -29,7 +29,7 @@ MAY_INCLUDE = {
     "explorer": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries"],
     "app": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries", "explorer"],
     "start": ["platform/text", "platform/system", "platform/engine", "platform/engine/postgres/ConnectionFile.h",
-              "platform/gui"],
+              "platform/jet", "platform/gui"],
     "admin": ["platform/text", "platform/system", "platform/engine", "platform/engine/driver/StoredValue.h",
               "platform/engine/dialect/SqlText.h", "platform/reportengine", "platform/jet", "db"],
 }

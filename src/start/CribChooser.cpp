@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace {
@@ -32,6 +33,7 @@ CribChooser::CribChooser(const CribFolder::Found &last, const QString &admin)
         onUserAction(option, &QRadioButton::toggled, this, &CribChooser::showFields);
     onUserAction(ui.cmdFolder, &QPushButton::clicked, this, &CribChooser::cmdFolder_Click);
     onUserAction(ui.cmdFile, &QPushButton::clicked, this, &CribChooser::cmdFile_Click);
+    onUserAction(ui.txtFile, &QLineEdit::editingFinished, this, &CribChooser::showPassword);
     onUserAction(ui.cmdOK, &QPushButton::clicked, this, &CribChooser::cmdOK_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
     showFields();
@@ -60,6 +62,14 @@ void CribChooser::showFields()
     ui.lblFile->setEnabled(fromFile);
     ui.txtFile->setEnabled(fromFile);
     ui.cmdFile->setEnabled(fromFile);
+    showPassword();
+}
+
+void CribChooser::showPassword()
+{
+    const bool isLocked = ui.optMoveIn->isChecked() && CribMaker::hasPassword(pathIn(ui.txtFile));
+    ui.lblPassword->setVisible(isLocked);
+    ui.txtPassword->setVisible(isLocked);
 }
 
 void CribChooser::cmdFolder_Click()
@@ -76,8 +86,10 @@ void CribChooser::cmdFile_Click()
 {
     const QString chosen =
         QFileDialog::getOpenFileName(this, QString(ui.lblFile->text()).remove('&'), QDir::homePath());
-    if (!chosen.isEmpty())
-        ui.txtFile->setText(QDir::toNativeSeparators(chosen));
+    if (chosen.isEmpty())
+        return;
+    ui.txtFile->setText(QDir::toNativeSeparators(chosen));
+    showPassword();
 }
 
 void CribChooser::cmdOK_Click()
@@ -85,6 +97,12 @@ void CribChooser::cmdOK_Click()
     if (folder().isEmpty() || (ui.txtFile->isEnabled() && pathIn(ui.txtFile).isEmpty())) {
         (folder().isEmpty() ? ui.txtFolder : ui.txtFile)->setFocus();
         inform(folder().isEmpty() ? "Say which folder." : "Say which file.");
+        return;
+    }
+    showPassword();
+    if (ui.txtPassword->isVisibleTo(this) && ui.txtPassword->text().isEmpty()) {
+        ui.txtPassword->setFocus();
+        inform("The old file has a password. Type it.");
         return;
     }
     const QString fault = ui.optOpen->isChecked() ? CribFolder::fault(folder()) : made();
@@ -102,12 +120,41 @@ QString CribChooser::made()
         return m_maker.makeEmpty(folder());
     if (ui.optServer->isChecked())
         return m_maker.connectTo(folder(), pathIn(ui.txtFile));
-    const QString fault = m_maker.moveIn(folder(), pathIn(ui.txtFile));
+    return movedIn();
+}
+
+QString CribChooser::movedIn()
+{
+    CribMaker::OldFile old{.name = pathIn(ui.txtFile)};
+    if (ui.txtPassword->isVisibleTo(this))
+        old.password = ui.txtPassword->text();
+    QString fault = m_maker.moveIn(folder(), old);
+    if (CribMaker::isMendable(fault)) {
+        if (!mayBeMended(fault))
+            return "No crib was made.";
+        old.mend = true;
+        fault = m_maker.moveIn(folder(), old);
+    }
     if (fault.isEmpty())
         inform("The old file is in the new crib, and both were compared. What came over is told in\n"
                + QDir::toNativeSeparators(folder() + '/' + CribMaker::reportName)
                + "\nCompare its figures with the old program.");
     return fault;
+}
+
+bool CribChooser::mayBeMended(const QString &fault)
+{
+    // A long list of tools would leave no room for the buttons.
+    constexpr int longest = 400;
+    static const QRegularExpression option(R"( \(--[^)]*\))");
+    const QString tools = QString(fault).remove(option);
+    return msgBox({.text = "Some tools of the old file have a type or a location that does not exist. Add a folder "
+                           "\"(missing ...)\" at the top for each, and move in?",
+                   .icon = QMessageBox::Question,
+                   .buttons = QMessageBox::Yes | QMessageBox::No,
+                   .detail = "Nothing else is changed; you can rename the folders afterwards.\n\n"
+                       + (tools.size() > longest ? tools.first(longest) + "..." : tools)})
+        == QMessageBox::Yes;
 }
 
 bool CribChooser::mayBeReadOnly(const QString &folder)

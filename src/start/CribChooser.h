@@ -21,10 +21,13 @@ public:
 
 private:
     void showFields();
+    void showPassword();
     void cmdFolder_Click();
     void cmdFile_Click();
     void cmdOK_Click();
     QString made();
+    QString movedIn();
+    static bool mayBeMended(const QString &fault);
 
     QString m_lastFolder;
     CribMaker m_maker;

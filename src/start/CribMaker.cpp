@@ -2,6 +2,7 @@
 
 #include "platform/engine/EngineError.h"
 #include "platform/engine/postgres/ConnectionFile.h"
+#include "platform/jet/JetFile.h"
 #include "start/CribFolder.h"
 
 #include <QDir>
@@ -10,10 +11,13 @@
 #include <QProcess>
 #include <QProgressDialog>
 #include <QRegularExpression>
+#include <QTemporaryFile>
 
 #include <filesystem>
 
 namespace {
+
+constexpr auto mendOption = "--mend";
 
 /// A copy, or the reason why there is none.
 QString copyFile(const QString &from, const QString &to)
@@ -35,18 +39,40 @@ QString CribMaker::makeSample(const QString &folder) const
     return make(folder, [this](const QString &database) { return runAdmin({"sample", database}, database); });
 }
 
-QString CribMaker::moveIn(const QString &folder, const QString &oldFile) const
+QString CribMaker::moveIn(const QString &folder, const OldFile &old) const
 {
     constexpr int withNotes = 1;
     return make(folder, [&](const QString &database) {
-        const QString fault =
-            runAdmin({"import", oldFile, database, "--report", folder + '/' + reportName}, database, withNotes);
+        QStringList arguments{"import", old.name, database, "--report", folder + '/' + reportName};
+        if (old.mend)
+            arguments << mendOption;
+        // Command lines are seen by all users of a computer, this file by nobody else.
+        QTemporaryFile password;
+        if (!old.password.isEmpty()) {
+            if (!password.open() || password.write(old.password.toUtf8()) < 0 || !password.flush())
+                return QString("The password cannot be handed on: %1.").arg(password.errorString());
+            arguments << "--password-file" << password.fileName();
+        }
+        const QString fault = runAdmin(arguments, database, withNotes);
         if (!fault.isEmpty()) // one that was stopped leaves the beginning of its report
             for (const QFileInfo &file : QDir(folder).entryInfoList({QString(reportName) + ".??????"}, QDir::Files))
                 QFile::remove(file.filePath());
         return fault;
     });
 }
+
+bool CribMaker::hasPassword(const QString &oldFile)
+{
+    try {
+        const JetFile file(oldFile, {});
+    } catch (const JetError &error) {
+        return error.cause() == JetError::WrongPassword;
+    }
+    return false;
+}
+
+// The refusal names the option.
+bool CribMaker::isMendable(const QString &fault) { return fault.contains(mendOption); }
 
 QString CribMaker::connectTo(const QString &folder, const QString &connectionFile) const
 {

@@ -16,9 +16,17 @@ public:
 
     QString makeEmpty(const QString &folder) const;
     QString makeSample(const QString &folder) const;
+    struct OldFile {
+        QString name;
+        QString password = {};
+        bool mend = false; ///< adds folders for tools whose type or location does not exist
+    };
     /// The report of it is reportName in the new folder.
-    QString moveIn(const QString &folder, const QString &oldFile) const;
+    QString moveIn(const QString &folder, const OldFile &old) const;
     static constexpr auto reportName = "moved-in.txt";
+    static bool hasPassword(const QString &oldFile);
+    /// Whether OldFile::mend would help against that fault of moveIn().
+    static bool isMendable(const QString &fault);
     /// Copies the connection file and what lies beside it and is named in it: certificates.
     QString connectTo(const QString &folder, const QString &connectionFile) const;
 

@@ -5,6 +5,7 @@
 #include "tests/support/ScriptedUser.h"
 
 #include <QDir>
+#include <QProcess>
 #include <QTemporaryDir>
 
 /// Finding the crib folder, and making one.
@@ -68,6 +69,36 @@ private slots:
         else
             QVERIFY2(user.seen.value(0).text.contains(fault), qPrintable(user.seen.value(0).text));
         QVERIFY(fault.isEmpty() || !QFileInfo::exists(home.filePath("new"))); // nothing half made is left
+    }
+
+    void movesInFromAFileWithPasswordAndGaps()
+    {
+        const QString old = m_folder.filePath("old.mdb"), password = "Geheim ß", made = m_folder.filePath("new");
+        QCOMPARE(QProcess::execute(
+                     "python3", {TEST_DATA "/../support/make_jet.py", old, "--password", password, "Tools.Type[1]=99"}),
+                 0);
+        CribChooser chooser({}, PROGRAM_BIN "/vorlane-admin");
+        chooser.ui.optMoveIn->click();
+        chooser.ui.txtFolder->setText(made);
+        chooser.ui.txtFile->setText(old);
+        QVERIFY(!chooser.ui.txtPassword->isVisibleTo(&chooser));
+
+        ScriptedUser user(QMessageBox::Ok, 2);
+        chooser.ui.cmdOK->click();
+        QVERIFY(chooser.ui.txtPassword->isVisibleTo(&chooser));
+        chooser.ui.txtPassword->setText("geheim");
+        chooser.ui.cmdOK->click();
+        chooser.ui.txtPassword->setText(password);
+        user.answers(QMessageBox::No).answers(QMessageBox::Ok);
+        chooser.ui.cmdOK->click();
+        QVERIFY(!QFileInfo::exists(made));
+        user.answers(QMessageBox::Yes).answers(QMessageBox::Ok);
+        chooser.ui.cmdOK->click();
+        QCOMPARE(chooser.result(), int(QDialog::Accepted));
+        QCOMPARE(CribFolder::fault(made), QString());
+        QVERIFY2(user.texts().value(1).contains("has another password"), qPrintable(user.texts().join('\n')));
+        QVERIFY2(user.seen.value(2).detail.contains("do not exist: tool 2 \"Tap M8\" (type 99)."),
+                 qPrintable(user.seen.value(2).detail));
     }
 
 private:
