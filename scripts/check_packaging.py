@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""check_packaging.py BIN: fails when a man page lacks an option or a command of its program, or when the programs that
+"""check_packaging.py BIN: fails when a man page has other options or commands than its program, or when the programs that
 validate desktop entries and AppStream files find fault. What is not installed is told of and passed over."""
 import os
 import pathlib
@@ -16,15 +16,23 @@ def said(*command):
     return run.returncode, run.stdout + run.stderr
 
 
-def missing_in_man_page(program):
-    text = said(program, "--help")[1]
-    commands = re.findall(r"^  ([a-z][a-z-]*) .*", text, re.M) if program.name == "vorlane-admin" else []
-    for command in commands:
-        text += said(program, command, "--help")[1]
+def options_in(text):
+    return set(re.findall(r"(?<![\w-])--[a-z][a-z-]+", text))
+
+
+def differences_to_man_page(program):
     page = (packaging / "man" / f"{program.name}.1").read_text("utf-8").replace("\\-", "-")
-    for word in sorted(set(commands + re.findall(r"--[a-z][a-z-]+", text))):
-        if not re.search(r"(?<![\w-])" + word + r"(?![\w-])", page):
-            yield f"{program.name}.1 does not tell of {word}"
+    overview = said(program, "--help")[1]
+    for option in sorted(options_in(overview) - options_in(page)):
+        yield f"{program.name}.1 does not tell of {option}"
+    entries = re.split(r"^\.(?:TP|SH.*)\n", page, flags=re.M)
+    for command in re.findall(r"^  ([a-z][a-z-]*) .*", overview, re.M) if program.name == "vorlane-admin" else ():
+        entry = next((entry for entry in entries if entry.startswith(f".BI {command} ")), None)
+        if entry is None:
+            yield f"{program.name}.1 does not tell of {command}"
+            continue
+        for option in sorted(options_in(said(program, command, "--help")[1]) ^ options_in(entry)):
+            yield f"{program.name}.1 and the program differ in the {option} of {command}"
 
 
 def faults_of_validators():
@@ -45,6 +53,6 @@ def faults_of_validators():
 programs = pathlib.Path(sys.argv[1])
 faults = list(faults_of_validators())
 for name in ("vorlane-start", "vorlane-admin"):
-    faults += missing_in_man_page(programs / name)
+    faults += differences_to_man_page(programs / name)
 print("\n".join(faults) or "nothing amiss")
 sys.exit(bool(faults))
