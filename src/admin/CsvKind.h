@@ -22,6 +22,7 @@ struct CsvColumn {
     QStringList otherHeadings = {}; ///< that mean the same
     QString whenAbsent = {}; ///< what every row has where the heading is not there
     int longest = 0; ///< characters, where they are bounded
+    int longestTyped = 0; ///< characters of which more are told of, for the windows take no more
     bool isUnique = false; ///< no two rows may share it, in any case of letters
 };
 

@@ -105,6 +105,26 @@ CsvSheet::CsvSheet(const QString &file, const CsvKind &kind, std::optional<Decim
     m_cells.clear();
 }
 
+QStringList CsvSheet::notes() const
+{
+    QStringList notes;
+    if (m_isWindows1252)
+        notes << "It is not UTF-8 and was read as Windows-1252.";
+    for (size_t i = 0; i < m_kind.columns.size(); ++i) {
+        const CsvColumn &column = m_kind.columns[i];
+        const auto isLong = [&](const Row &row) { return row.values[i].toText().size() > column.longestTyped; };
+        const auto first = std::ranges::find_if(m_rows, isLong);
+        if (column.longestTyped > 0 && first != m_rows.end())
+            notes << QString("Texts below %1 with more than %2 characters, which nobody can type in the windows: %3, "
+                             "the first in line %4.")
+                         .arg(column.heading)
+                         .arg(column.longestTyped)
+                         .arg(std::ranges::count_if(m_rows, isLong))
+                         .arg(first->line);
+    }
+    return notes;
+}
+
 QString CsvSheet::textOf(const QByteArray &bytes)
 {
     // Stateless: a character that the end cuts off is a fault as well.

@@ -24,8 +24,8 @@ public:
              const std::function<void(int percent)> &progress = {});
 
     const std::vector<Row> &rows() const { return m_rows; }
-    /// Whether it was read in the code page of Western Europe, for it is no UTF-8.
-    bool isWindows1252() const { return m_isWindows1252; }
+    /// What may not be meant, of the file as a whole and of its texts.
+    QStringList notes() const;
 
 private:
     QString textOf(const QByteArray &bytes);
@@ -38,7 +38,7 @@ private:
     const CsvKind &m_kind;
     CsvFaults &m_faults;
     std::optional<DecimalSign> m_decimal;
-    bool m_isWindows1252 = false;
+    bool m_isWindows1252 = false; ///< the code page of Western Europe, for it is no UTF-8
     std::vector<int> m_columns; ///< of the kind, for each heading; -1 for an empty one
     std::vector<CsvRow> m_cells;
     std::vector<Row> m_rows;

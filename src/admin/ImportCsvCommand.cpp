@@ -53,6 +53,7 @@ CsvPlan imported(const CsvSheet &sheet, const CsvKind &kind, CsvFaults &faults, 
             QString("was not imported. Faults: %1\n  %2").arg(faults.count()).arg(faults.list().join("\n  ")));
     if (change) {
         plan.store(*database);
+        database->analyze();
         change->commit();
     }
     return plan;
@@ -73,9 +74,7 @@ int importCsv(const QCommandLineParser &arguments, QTextStream &out)
         if (isDry)
             out << "Nothing was written; without --dry-run there would be:\n";
         out << plan.report().join('\n') << '\n';
-        if (sheet.isWindows1252())
-            notes << "It is not UTF-8 and was read as Windows-1252.";
-        notes << plan.notes();
+        notes = sheet.notes() + plan.notes();
     } catch (const Refusal &refusal) {
         throw Refusal(refusal.status(), inQuotes(file) + refusal.sentence());
     } catch (const EngineError &error) {

@@ -1,5 +1,6 @@
 #include "common/ToolFields.h"
 
+#include "db/Schema.h"
 #include "platform/gui/MsgBox.h"
 
 bool MainSubs::ValidData(const QString &location, const QString &type, const QString &manufacturer,
@@ -10,7 +11,7 @@ bool MainSubs::ValidData(const QString &location, const QString &type, const QSt
         problem = "Location may not be blank!";
     else if (type.isEmpty())
         problem = "Tool Type may not be blank!";
-    else if (manufacturer.length() > ToolFields::longestManufacturer)
+    else if (manufacturer.length() > Schema::longestManufacturer)
         problem = "Manufacturer may not be longer than 255 characters!";
     else if (description.isEmpty())
         problem = "Description may not be blank!";

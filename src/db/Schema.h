@@ -19,7 +19,9 @@ inline constexpr int overheadCharge = 5;
 inline constexpr int highestToolNumber = 32767;
 /// So do the trees with the numbers of types and locations.
 inline constexpr int highestFolderNumber = 32767;
-/// Nobody types more characters of a manufacturer, nor a higher price, of a new tool.
+/// Manufacturers from elsewhere are stored up to here: a restored tool keeps what it was scrapped with.
+inline constexpr int longestManufacturer = 255;
+/// Nobody types more characters of one, nor a higher price, of a new tool.
 inline constexpr int longestTypedManufacturer = 25;
 inline constexpr double highestTypedPrice = 9'999'999.99;
 /// Purging a scrap record also deletes the live tool of the record's own number, so scrap records
