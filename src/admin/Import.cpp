@@ -133,6 +133,7 @@ void Import::compare()
     }
 
     const auto database = Workspace::first().openDatabase(m_newFile);
+    database->executeNative("PRAGMA query_only = 1");
     NewCrib::keepSmall(*database);
     for (const ImportTable &table : m_old.tables()) {
         NewCrib::read(*database, table, [&](const std::vector<JetValue> &row) {

@@ -56,9 +56,9 @@ std::unique_ptr<QSaveFile> reportFile(const QString &name, const QString &newFil
     if (QFileInfo(file->fileName()).absoluteFilePath() == QFileInfo(newFile).absoluteFilePath())
         throw UsageError("The report cannot go into the new database.");
     if (QFileInfo::exists(file->fileName()))
-        throw Refusal(ImportStatus::CannotWrite, inQuotes(name) + "exists already");
+        throw Refusal(ImportStatus::CannotWrite, inQuotes(name) + "exists already.");
     if (!file->open(QIODevice::WriteOnly))
-        throw Refusal(ImportStatus::CannotWrite, inQuotes(name) + "cannot be written: " + file->errorString());
+        throw Refusal(ImportStatus::CannotWrite, inQuotes(name) + "cannot be written: " + file->errorString() + '.');
     return file;
 }
 
