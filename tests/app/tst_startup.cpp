@@ -54,6 +54,14 @@ private slots:
         QVERIFY(!mdiMain::isLoaded());
     }
 
+    void aKilledCopyLeavesNothingThatCounts()
+    {
+        QLockFile lock(file("lock"));
+        QVERIFY(lock.tryLock(0));
+        QVERIFY(QFile::copy(file("lock"), file("vorlane.lock"))); // its process had the number of this one
+        QVERIFY(SingleInstance("vorlane").acquired());
+    }
+
     void saysWhyADatabaseCannotBeOpened()
     {
         ScriptedUser user(QMessageBox::Ok);
