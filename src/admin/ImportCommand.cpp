@@ -55,6 +55,8 @@ std::unique_ptr<QSaveFile> reportFile(const QString &name, const QString &newFil
     auto file = std::make_unique<QSaveFile>(ProgramFolder::toNative(name));
     if (QFileInfo(file->fileName()).absoluteFilePath() == QFileInfo(newFile).absoluteFilePath())
         throw UsageError("The report cannot go into the new database.");
+    if (ProgramFolder::isDevice(name))
+        throw Refusal(ImportStatus::CannotWrite, inQuotes(name) + "is a device's name, not a file's.");
     if (QFileInfo::exists(file->fileName()))
         throw Refusal(ImportStatus::CannotWrite, inQuotes(name) + "exists already.");
     if (!file->open(QIODevice::WriteOnly))

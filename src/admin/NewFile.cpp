@@ -11,6 +11,8 @@ NewFile::NewFile(const QString &file)
     : m_file(ProgramFolder::toNative(file)),
       m_temporary(QString("%1.%2.part").arg(m_file).arg(QCoreApplication::applicationPid()))
 {
+    if (ProgramFolder::isDevice(m_file))
+        throw EngineError(EngineError::cannotOpenFile, QString("'%1' is a device's name, not a file's.").arg(file));
     if (QFileInfo::exists(m_file))
         throw EngineError(EngineError::fileExists, QString("'%1' already exists.").arg(file));
     if (const QFileInfo folder(QFileInfo(m_file).path()); !folder.isDir() || !folder.isWritable())

@@ -1,13 +1,14 @@
 #include "platform/reportengine/OutputFile.h"
 
 #include "platform/reportengine/ResultCode.h"
+#include "platform/system/ProgramFolder.h"
 
 #include <QFileInfo>
 
 OutputFile::OutputFile(const QString &path, bool mayReplace) : m_file(path)
 {
     const QFileInfo existing(path);
-    if (existing.exists() && !existing.isFile())
+    if (ProgramFolder::isDevice(path) || (existing.exists() && !existing.isFile()))
         throw ReportError(ResultCode::fileError, QStringLiteral("%1 is no file").arg(path));
     if (existing.exists() && !mayReplace)
         throw ReportError(ResultCode::fileExists, QStringLiteral("%1 exists").arg(path));

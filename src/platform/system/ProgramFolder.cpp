@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QVersionNumber>
 
 namespace {
@@ -41,6 +42,13 @@ QString ProgramFolder::find(const QString &name)
 QString ProgramFolder::toNative(const QString &path) { return QString(path).replace('\\', QDir::separator()); }
 
 bool ProgramFolder::fileExists(const QString &path) { return QFileInfo(toNative(path)).isFile(); }
+
+bool ProgramFolder::isDevice(const QString &path, QOperatingSystemVersion::OSType system)
+{
+    static const QRegularExpression devices(R"((^|[/\\])(con|prn|aux|nul|(com|lpt)[1-9]) *(\.[^/\\]*)?$)",
+                                            QRegularExpression::CaseInsensitiveOption);
+    return system == QOperatingSystemVersion::Windows && devices.match(path).hasMatch();
+}
 
 QString ProgramFolder::version()
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QOperatingSystemVersion>
 #include <QStringList>
 
 /// The crib folder, which holds the database and the shop's own report templates, and what the program brings itself.
@@ -23,6 +24,10 @@ QString find(const QString &name);
 QString toNative(const QString &path);
 /// Whether a file of that name exists; `path` may be written with "\".
 bool fileExists(const QString &path);
+
+/// Whether `path` names a device, so that nothing can be kept in it: on Windows NUL or COM1, in every folder and with
+/// any ending.
+bool isDevice(const QString &path, QOperatingSystemVersion::OSType system = QOperatingSystemVersion::currentType());
 
 /// The program's version: "major.minor.revision", decimal and unpadded.
 QString version();

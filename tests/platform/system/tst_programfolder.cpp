@@ -11,6 +11,16 @@ class TestProgramFolder : public QObject
     Q_OBJECT
 
 private slots:
+    void tellsDevicesFromFiles()
+    {
+        constexpr auto windows = QOperatingSystemVersion::Windows;
+        for (const QString name : {"NUL", "C:\\crib/com1.pdf", "aux .txt"})
+            QVERIFY2(ProgramFolder::isDevice(name, windows), qPrintable(name));
+        for (const QString name : {"null.pdf", "con/dorvak.mdb", "com10", "my.nul"})
+            QVERIFY2(!ProgramFolder::isDevice(name, windows), qPrintable(name));
+        QVERIFY(!ProgramFolder::isDevice("NUL", QOperatingSystemVersion::Unknown));
+    }
+
     void cribFolderGoesFirst()
     {
         const QString beside = QCoreApplication::applicationFilePath(), name = QFileInfo(beside).fileName();
