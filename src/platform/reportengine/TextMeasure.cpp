@@ -1,12 +1,33 @@
 #include "platform/reportengine/TextMeasure.h"
 
+#include "platform/system/ProgramFolder.h"
+
+#include <QDir>
+#include <QFontDatabase>
 #include <QTextLayout>
+
+#include <mutex>
 
 namespace {
 // Reports repeat few texts often; a new set begins when this one has grown so far.
 constexpr qsizetype maxWrappedTexts = 5000;
 // No line of a page shows more characters; a longer text is not measured to its end.
 constexpr qsizetype maxLineCharacters = 4000;
+
+// With the same fonts lines break alike on every system; where a system has them, none come with the program.
+void addShippedFonts()
+{
+    for (const QString &folder : ProgramFolder::folders())
+        for (const QFileInfo &font : QDir(folder + "/fonts").entryInfoList({"*.ttf"}))
+            QFontDatabase::addApplicationFont(font.filePath());
+}
+
+}
+
+TextMeasure::TextMeasure(const QString &family) : m_family(family)
+{
+    static std::once_flag once;
+    std::call_once(once, addShippedFonts);
 }
 
 const TextMeasure::Face &TextMeasure::face(double size, bool bold)

@@ -14,7 +14,8 @@ public:
     static constexpr double twipsPerPoint = 20;
     static constexpr double twipsPerInch = 1440;
 
-    explicit TextMeasure(const QString &family) : m_family(family) { }
+    /// The fonts that come with the program are known from then on.
+    explicit TextMeasure(const QString &family);
 
     /// A font whose pixels are twips. `size` is in points here and below.
     const QFont &font(double size, bool bold) { return face(size, bold).font; }
