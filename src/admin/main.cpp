@@ -1,9 +1,11 @@
 #include "admin/Admin.h"
+#include "admin/StandardStreams.h"
 #include "platform/engine/EngineError.h"
 
 #include <QFile>
 #include <QGuiApplication>
 #include <QLoggingCategory>
+#include <QOperatingSystemVersion>
 
 #include <memory>
 
@@ -13,8 +15,9 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char *argv[])
 {
     if (argc < 2 || !needsFonts(argv[1]))
         return std::make_unique<QCoreApplication>(argc, argv);
-    // Fonts are all that is wanted of it: there need be no display.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Fonts are all that is wanted of it: there need be no display. Windows always has one, and its fonts with it.
+    if (QOperatingSystemVersion::currentType() != QOperatingSystemVersion::Windows)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
@@ -25,6 +28,7 @@ int main(int argc, char *argv[])
     // On standard error stands what a command says, and only that.
     QLoggingCategory::setFilterRules("*.warning=false");
     const auto application = makeApplication(argc, argv);
+    const StandardStreams streams;
     QFile standardOutput, standardError;
     standardOutput.open(stdout, QIODevice::WriteOnly);
     standardError.open(stderr, QIODevice::WriteOnly);
