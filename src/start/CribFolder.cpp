@@ -7,8 +7,15 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QOperatingSystemVersion>
 
 QString CribFolder::database(const QString &folder) { return folder + "/dorvak.mdb"; }
+
+QString CribFolder::configuration()
+{
+    const bool isWindows = QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
+    return (isWindows ? QDir::fromNativeSeparators(qEnvironmentVariable("ProgramData")) : "/etc") + "/vorlane.conf";
+}
 
 CribFolder::Found CribFolder::namedIn(const QString &configuration)
 {

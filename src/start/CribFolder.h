@@ -14,6 +14,8 @@ struct Found {
     QString fault = {};
 };
 
+/// The file that names the folder for all users of a computer.
+QString configuration();
 /// The folder that a configuration file of one line names; blank lines and those that begin with "#" do not count.
 /// Neither folder nor fault where there is no such file.
 Found namedIn(const QString &configuration);

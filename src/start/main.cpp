@@ -9,13 +9,11 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 
 namespace {
 
-constexpr auto configuration = "/etc/vorlane.conf";
 constexpr auto settingName = "crib/folder";
 
 QString besideThis(const QString &program)
@@ -34,7 +32,7 @@ CribFolder::Found known()
     else if (const QByteArray chosen = UserSettings::value(settingName); !chosen.isEmpty())
         found.folder = QString::fromUtf8(chosen);
     else
-        found = CribFolder::namedIn(configuration);
+        found = CribFolder::namedIn(CribFolder::configuration());
     if (!found.folder.isEmpty()) {
         const HourGlass busy;
         found.fault = CribFolder::fault(found.folder);
@@ -80,10 +78,13 @@ int main(int argc, char *argv[])
     const QString folder = isUsable ? found.folder : asked(found);
     if (folder.isEmpty())
         return EXIT_FAILURE;
-    qputenv(ProgramFolder::cribVariable, QFile::encodeName(folder));
-    const QString program = besideThis("vorlane");
-    if (QProcess::startDetached(program, {}))
+    QProcess program;
+    program.setProgram(besideThis("vorlane"));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(ProgramFolder::cribVariable, folder);
+    program.setProcessEnvironment(environment);
+    if (program.startDetached())
         return EXIT_SUCCESS;
-    msgBox({.text = "'" + program + "' cannot be started.", .icon = QMessageBox::Critical});
+    msgBox({.text = "'" + program.program() + "' cannot be started.", .icon = QMessageBox::Critical});
     return EXIT_FAILURE;
 }
