@@ -1,5 +1,6 @@
 #include "platform/gui/Icons.h"
 
+#include <QDir>
 #include <QHash>
 #include <QIconEngine>
 #include <QPainter>
@@ -7,7 +8,13 @@
 
 namespace {
 
-QString file(const QString &name) { return QStringLiteral(":/icons/%1.svg").arg(name); }
+// A picture is one drawing or, where Qt has no plug-in for drawings, a file for each size.
+void add(QIcon &icon, const QString &name, QIcon::State state = QIcon::Off)
+{
+    const QDir icons(":/icons");
+    for (const QString &file : icons.entryList({name + ".svg", name + "_*.png"}))
+        icon.addFile(icons.filePath(file), {}, QIcon::Normal, state);
+}
 
 QPixmap inWhite(QPixmap picture)
 {
@@ -70,16 +77,20 @@ QIcon Icons::icon(const QString &name)
 {
     static QHash<QString, QIcon> made;
     auto found = made.find(name);
-    if (found == made.end())
-        found = made.insert(name, QIcon(new RimmedEngine(QIcon(file(name)))));
+    if (found == made.end()) {
+        QIcon picture;
+        add(picture, name);
+        found = made.insert(name, QIcon(new RimmedEngine(picture)));
+    }
     return *found;
 }
 
 QIcon Icons::folder()
 {
     static const QIcon made = [] {
-        QIcon picture(file(QStringLiteral("folder")));
-        picture.addFile(file(QStringLiteral("folder-open")), {}, QIcon::Normal, QIcon::On);
+        QIcon picture;
+        add(picture, QStringLiteral("folder"));
+        add(picture, QStringLiteral("folder-open"), QIcon::On);
         return QIcon(new RimmedEngine(picture));
     }();
     return made;
