@@ -3,27 +3,49 @@
 #include "common/MainFrame.h"
 #include "platform/gui/HourGlass.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/gui/SaveDialog.h"
 #include "platform/gui/UserAction.h"
 #include "platform/reportcontrol/ReportControl.h"
+#include "platform/reportengine/OutputFile.h"
+#include "platform/reportengine/ResultCode.h"
+#include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
 #include "queries/ResultsKind.h"
 #include "reports/ReportRun.h"
 
 #include <QHash>
 #include <QHeaderView>
+#include <QLocale>
 #include <QPointer>
 #include <QScreen>
+#include <QShortcut>
+
+#include <cmath>
+#include <numeric>
 
 namespace {
 
+const QString priceField = "PricePer";
+
 QHash<const ResultsKind *, QPointer<ResultsWindow>> openWindows;
 
-bool hasField(const Recordset &rows, const char *name)
+bool hasField(const Recordset &rows, const QString &name)
 {
     for (int column = 0; column < rows.fieldCount(); ++column)
-        if (rows.fieldName(column).compare(QLatin1String(name), Qt::CaseInsensitive) == 0)
+        if (rows.fieldName(column).compare(name, Qt::CaseInsensitive) == 0)
             return true;
     return false;
+}
+
+/// In the ten-thousandths of money, so that it is exact however many there are.
+double sumOfPrices(const Recordset &rows, const QList<int> &numbers)
+{
+    constexpr double units = 10'000;
+    const int price = rows.fieldIndex(priceField);
+    qint64 sum = 0;
+    for (const int row : numbers)
+        sum += std::llround(rows.at(row, price).toNumber() * units);
+    return double(sum) / units;
 }
 
 QHash<qint64, QString> namesByNumber(const char *statement)
@@ -94,6 +116,8 @@ ResultsWindow::ResultsWindow(const ResultsKind &kind, const Query &query, Record
     onUserAction(ui.dbcReport, &QComboBox::currentTextChanged, this, &ResultsWindow::dbcReport_Change);
     onUserAction(ui.dbcReport, &BoundCombo::chosen, this, &ResultsWindow::dbcReport_Change);
     onUserAction(ui.dbgCustFound, &BoundGrid::headingClicked, this, &ResultsWindow::headingClicked);
+    onUserAction(ui.dbgCustFound, &BoundGrid::rowsSelected, this, &ResultsWindow::showTotals);
+    onUserAction(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &ResultsWindow::saveRows);
     onUserAction(ui.cmdPrintScr, &QPushButton::clicked, this, &ResultsWindow::cmdPrintScr_Click);
     onUserAction(ui.cmdPrintSel, &QPushButton::clicked, this, &ResultsWindow::cmdPrintSel_Click);
     onUserAction(ui.cmdRedo, &QPushButton::clicked, this, &ResultsWindow::cmdRedo_Click);
@@ -104,6 +128,38 @@ void ResultsWindow::showRows(Recordset rows)
 {
     const QList<BoundGrid::Column> columns = gridColumns(m_kind, rows);
     ui.dbgCustFound->setSource(std::make_shared<Recordset>(std::move(rows)), columns);
+    showTotals();
+}
+
+void ResultsWindow::showTotals()
+{
+    const Recordset &rows = ui.dbgCustFound->rows();
+    const bool hasPrices = hasField(rows, priceField);
+    const auto total = [&](const char *what, const QList<int> &numbers) {
+        const QString count = QLocale::c().toString(numbers.size()) + what;
+        return hasPrices ? count + ", " + Format::currency(sumOfPrices(rows, numbers)) : count;
+    };
+    QList<int> all(rows.recordCount());
+    std::iota(all.begin(), all.end(), 0);
+    QString text = total(all.size() == 1 ? " row shown" : " rows shown", all);
+    if (const QList<int> &selected = ui.dbgCustFound->selectedRows(); !selected.isEmpty())
+        text += "; " + total(" selected", selected);
+    ui.lblTotals->setText(text);
+}
+
+void ResultsWindow::saveRows()
+{
+    const QString path = SaveDialog{"Save Rows as CSV", windowTitle(), "CSV files (*.csv)", ".csv"}.ask(this);
+    if (path.isEmpty())
+        return;
+    const HourGlass busy;
+    try {
+        OutputFile file(path, true);
+        ui.dbgCustFound->writeCsv(file.file());
+        file.commit();
+    } catch (const ReportError &error) {
+        msgBox({.text = "The rows could not be saved.", .icon = QMessageBox::Critical, .detail = error.detail()});
+    }
 }
 
 void ResultsWindow::chooseDefaultTemplate()

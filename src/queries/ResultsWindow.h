@@ -28,6 +28,8 @@ private:
     void dbcReport_Change();
     void headingClicked(int column);
     void showOrder();
+    void showTotals();
+    void saveRows();
     void cmdPrintScr_Click();
     void cmdPrintSel_Click();
     void cmdRedo_Click();

@@ -7,7 +7,9 @@
 #include "tests/reports/ReportsCrib.h"
 
 #include <QClipboard>
+#include <QFileDialog>
 #include <QHeaderView>
+#include <QLineEdit>
 
 class TestResultsWindow : public QObject
 {
@@ -174,6 +176,37 @@ private slots:
                  "Tool Description\tPart Number\tType\tLocation\tManufacturer\n"
                  "Drill\tP-1\tWrenches\tCabinet A\tHilti\n"
                  "Saw\t3/4\"  x\tTorque wrenches\tCabinet A\t\"Two\t\"\"cells\"\"\"\n");
+    }
+
+    void rowsAreAddedUpAndSaved()
+    {
+        m_crib->run({"Update Scrap set PricePer=0.1, Notes='=1+1' where ID=16384",
+                     "Update Scrap set PricePer=1234.2 where ID=16385"});
+        ResultsWindow &window = open(ResultsKind::frmReportToolsJunkQresults, "Select * FROM Scrap where ID > 0");
+        QCOMPARE(window.ui.lblTotals->text(), "3 rows shown, $1,234.30");
+        select(window, {0});
+        QCOMPARE(window.ui.lblTotals->text(), "3 rows shown, $1,234.30; 1 selected, $0.10");
+
+        BoundGrid &grid = *window.ui.dbgCustFound;
+        grid.setCurrentIndex(grid.model()->index(0, 9));
+        for (int place = 9; place > 0; --place)
+            QTest::keyClick(&grid, Qt::Key_Left, Qt::ControlModifier | Qt::ShiftModifier);
+        clickHeading(window, 7);
+        const QString path = m_crib->folder.filePath("rows.csv");
+        whenModal<QFileDialog>([&](QFileDialog &dialog) {
+            dialog.findChild<QLineEdit *>("fileNameEdit")->setText(path);
+            static_cast<QDialog &>(dialog).accept();
+        });
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
+        QFile file(path);
+        QVERIFY(file.open(QFile::ReadOnly));
+        QCOMPARE(
+            file.readAll().split('\n').mid(0, 3),
+            (QByteArrayList{"\xEF\xBB\xBFNotes,Scrap ID,Job #,Employee,Date,Description,Part Number,Manufacturer,Price,"
+                            "Scrap Date\r",
+                            ",16386,,17,2026-03-03 00:00:00,Chisel,C-1,,,2026-03-03 14:00:00\r",
+                            "'=1+1,16384,1250,17,2026-03-03 00:00:00,Chisel,C-1,,0.1,2026-03-03 14:00:00\r"}));
     }
 
 private:

@@ -1,5 +1,6 @@
 #include "platform/gui/BoundGrid.h"
 
+#include "platform/text/Csv.h"
 #include "platform/text/Format.h"
 
 #include <QAbstractTableModel>
@@ -45,16 +46,17 @@ public:
         if (role == Qt::DisplayRole)
             return text(index.row(), index.column());
         if (role == Qt::TextAlignmentRole)
-            return QVariant::fromValue<Qt::Alignment>(Qt::AlignVCenter
-                                                      | (isNumber(index) ? Qt::AlignRight : Qt::AlignLeft));
+            return QVariant::fromValue<Qt::Alignment>(
+                Qt::AlignVCenter | (isNumber(index.row(), index.column()) ? Qt::AlignRight : Qt::AlignLeft));
         return {};
     }
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override
     {
         if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
-            return m_columns[section].heading;
+            return heading(section);
         return QAbstractTableModel::headerData(section, orientation, role);
     }
+    QString heading(int column) const { return m_columns[column].heading; }
     QString text(int row, int column) const
     {
         const Column &shown = m_columns[column];
@@ -73,13 +75,19 @@ public:
         }
         return value.toText();
     }
+    QString csvText(int row, int column) const
+    {
+        if (isNumber(row, column))
+            return m_rows->at(row, m_fields[column]).toText();
+        return csvField(csvGuarded(text(row, column)));
+    }
 
 private:
-    bool isNumber(const QModelIndex &index) const
+    bool isNumber(int row, int column) const
     {
-        const Column &column = m_columns[index.column()];
-        const Value value = m_rows->at(index.row(), m_fields[index.column()]);
-        return column.names.isEmpty() && column.form != Column::YesNo && !value.isNull() && !value.isText();
+        const Column &shown = m_columns[column];
+        const Value value = m_rows->at(row, m_fields[column]);
+        return shown.names.isEmpty() && shown.form != Column::YesNo && !value.isNull() && !value.isText();
     }
 
     std::shared_ptr<const Recordset> m_rows;
@@ -102,6 +110,7 @@ BoundGrid::BoundGrid(QWidget *parent) : QTableView(parent)
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setStretchLastSection(true);
+    horizontalHeader()->setSectionsMovable(true);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &BoundGrid::headingClicked);
 }
 
@@ -143,12 +152,24 @@ QSize BoundGrid::sizeHint() const
 
 void BoundGrid::keyPressEvent(QKeyEvent *event)
 {
+    const bool movesColumn = event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
     if (event->matches(QKeySequence::Copy))
         copySelectedRows();
     else if (event->key() == Qt::Key_F4 && event->modifiers() == Qt::NoModifier && currentIndex().isValid())
         emit headingClicked(currentIndex().column());
+    else if (movesColumn && event->key() == Qt::Key_Left)
+        moveCurrentColumn(-1);
+    else if (movesColumn && event->key() == Qt::Key_Right)
+        moveCurrentColumn(1);
     else
         QTableView::keyPressEvent(event);
+}
+
+void BoundGrid::moveCurrentColumn(int by)
+{
+    const int place = horizontalHeader()->visualIndex(currentIndex().column());
+    if (currentIndex().isValid() && place + by >= 0 && place + by < horizontalHeader()->count())
+        horizontalHeader()->moveSection(place, place + by);
 }
 
 void BoundGrid::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
@@ -163,6 +184,17 @@ void BoundGrid::selectionChanged(const QItemSelection &selected, const QItemSele
     for (const QItemSelectionRange &range : selected)
         for (int row = range.top(); row <= range.bottom(); ++row)
             m_selectedRows.append(row);
+    emit rowsSelected();
+}
+
+/// What `cellOf` gives for each column, as they stand from left to right.
+template<typename CellOf>
+QString BoundGrid::line(QChar separator, CellOf cellOf) const
+{
+    QStringList cells;
+    for (int place = 0; place < horizontalHeader()->count(); ++place)
+        cells.append(cellOf(horizontalHeader()->logicalIndex(place)));
+    return cells.join(separator);
 }
 
 void BoundGrid::copySelectedRows() const
@@ -171,15 +203,17 @@ void BoundGrid::copySelectedRows() const
         return;
     QList<int> fromTop = m_selectedRows;
     std::sort(fromTop.begin(), fromTop.end());
-    const int columns = m_rows->columnCount({});
-    QStringList cells;
-    for (int column = 0; column < columns; ++column)
-        cells.append(m_rows->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-    QStringList lines{cells.join('\t')};
-    for (const int row : fromTop) {
-        for (int column = 0; column < columns; ++column)
-            cells[column] = asCell(m_rows->text(row, column));
-        lines.append(cells.join('\t'));
-    }
-    QApplication::clipboard()->setText(lines.join('\n') + '\n');
+    QString text = line('\t', [&](int column) { return m_rows->heading(column); }) + '\n';
+    for (const int row : fromTop)
+        text += line('\t', [&](int column) { return asCell(m_rows->text(row, column)); }) + '\n';
+    QApplication::clipboard()->setText(text);
+}
+
+void BoundGrid::writeCsv(QIODevice &file) const
+{
+    const auto write = [&](auto cellOf) { file.write(line(',', cellOf).toUtf8() + "\r\n"); };
+    file.write(byteOrderMark);
+    write([&](int column) { return csvField(m_rows->heading(column)); });
+    for (int row = 0; row < m_rows->recordset().recordCount(); ++row)
+        write([&](int column) { return m_rows->csvText(row, column); });
 }

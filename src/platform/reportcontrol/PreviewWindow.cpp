@@ -2,18 +2,16 @@
 
 #include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
+#include "platform/gui/SaveDialog.h"
 #include "platform/gui/UserAction.h"
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
 #include "platform/reportengine/Report.h"
 #include "platform/text/Numbers.h"
 
-#include <QDir>
-#include <QFileDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <cmath>
@@ -248,25 +246,14 @@ void PreviewWindow::mnuFilePrint_Click()
 
 void PreviewWindow::mnuFilePdf_Click()
 {
-    const QString file = askForFile("Save as PDF", "PDF files (*.pdf)", ".pdf");
+    const QString file = SaveDialog{"Save as PDF", windowTitle(), "PDF files (*.pdf)", ".pdf"}.ask(this);
     if (!file.isEmpty())
         perform("Writing " + file, [&](RunProgress &) { return m_report->writePdf(file); });
 }
 
 void PreviewWindow::mnuFileCsv_Click()
 {
-    const QString file = askForFile("Save Records as CSV", "CSV files (*.csv)", ".csv");
+    const QString file = SaveDialog{"Save Records as CSV", windowTitle(), "CSV files (*.csv)", ".csv"}.ask(this);
     if (!file.isEmpty())
         perform("Writing " + file, [&](RunProgress &) { return m_report->writeCsv(file); });
-}
-
-// The dialog itself asks before a file is replaced.
-QString PreviewWindow::askForFile(const QString &caption, const QString &filter, const QString &ending)
-{
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    QFileDialog dialog(this, caption, documents.path(), filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(ending);
-    dialog.selectFile(windowTitle() + ending);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }

@@ -44,7 +44,6 @@ private:
     void mnuFilePrint_Click();
     void mnuFilePdf_Click();
     void mnuFileCsv_Click();
-    QString askForFile(const QString &caption, const QString &filter, const QString &ending);
 
     std::unique_ptr<Report> m_report;
     ErrorRoutine m_errorRoutine;
