@@ -146,13 +146,14 @@ bool CribChooser::mayBeMended(const QString &fault)
 {
     // A long list of tools would leave no room for the buttons.
     constexpr int longest = 400;
-    static const QRegularExpression option(R"( \(--[^)]*\))");
-    const QString tools = QString(fault).remove(option);
+    // They stand behind the option's name.
+    static const QRegularExpression beforeTools(R"(^.*\(--[^)]*\): )");
+    const QString tools = QString(fault).remove(beforeTools);
     return msgBox({.text = "Some tools of the old file have a type or a location that does not exist. Add a folder "
                            "\"(missing ...)\" at the top for each, and move in?",
                    .icon = QMessageBox::Question,
                    .buttons = QMessageBox::Yes | QMessageBox::No,
-                   .detail = "Nothing else is changed; you can rename the folders afterwards.\n\n"
+                   .detail = "Nothing else is changed; you can rename the folders afterwards.\n\nThese: "
                        + (tools.size() > longest ? tools.first(longest) + "..." : tools)})
         == QMessageBox::Yes;
 }

@@ -97,7 +97,7 @@ private slots:
         QCOMPARE(chooser.result(), int(QDialog::Accepted));
         QCOMPARE(CribFolder::fault(made), QString());
         QVERIFY2(user.texts().value(1).contains("has another password"), qPrintable(user.texts().join('\n')));
-        QVERIFY2(user.seen.value(2).detail.contains("do not exist: tool 2 \"Tap M8\" (type 99)."),
+        QVERIFY2(user.seen.value(2).detail.contains("\n\nThese: tool 2 \"Tap M8\" (type 99)."),
                  qPrintable(user.seen.value(2).detail));
     }
 
