@@ -368,11 +368,7 @@ QStringList ExpressionWriter::comparable(const std::vector<Written> &values, Way
 QString ExpressionWriter::comparison(const Expression &expression)
 {
     const std::vector<Written> values = comparedValues(expression);
-    // The engine below compares two columns by value itself, and finds the partners of a join by an index then.
-    const auto isColumn = [](const ExpressionPtr &operand) { return operand->kind == Expression::Column; };
-    const bool joins = expression.text == u"=" && std::ranges::all_of(expression.operands, isColumn);
-    const Way way = joins && !m_language.isTyped ? Way::AsStored : wayBetween(values[0], values[1]);
-    const QStringList sides = comparable(values, way);
+    const QStringList sides = comparable(values, wayBetween(values[0], values[1]));
     return u'(' + sides[0] + u' ' + expression.text + u' ' + sides[1] + u')';
 }
 
