@@ -255,7 +255,7 @@ private:
         const QString rows =
             QLatin1String(" FROM (") + selectWord(select) + listed(inner) + fromWhere(select) + QLatin1String(") AS r");
         if (m_language.comparesTexts)
-            return selectWord(select) + listed(outer) + rows + orderBy(select, columns, columns);
+            return selectWord(select) + listed(outer) + rows + orderBy(select, columns);
         return QLatin1String("SELECT ") + listed(outer) + rows + QLatin1String(" GROUP BY ") + listed(groups)
             + orderBy(select, columns, grouped);
     }
