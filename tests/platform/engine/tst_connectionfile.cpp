@@ -23,6 +23,9 @@ private slots:
             "host=localhost hostaddr=10.0.0.7 sslmode=verify-full");
         row("another machine as the second", "[postgresql]\nhost=localhost,b\n",
             "host=localhost,b sslmode=verify-full");
+        row("another machine whose name begins like an address", "[postgresql]\nhost=127.example\n",
+            "host=127.example sslmode=verify-full");
+        row("a byte order mark", QString(QChar(0xfeff)) + "[postgresql]\nhost=127.0.0.1\n", "host=127.0.0.1");
         row("a certificate that nobody checks", "[postgresql]\nhost=a\nsslmode=require\n", "host=a sslmode=require");
         row("a password", "[postgresql]\n\npassword=secret\n",
             "3343 (line 3: all can read this file; a password belongs into the user's own password file)");

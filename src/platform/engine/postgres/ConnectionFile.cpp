@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -15,6 +16,8 @@ using ConnectionFile::Settings;
 
 constexpr qint64 maximumSize = 64 * 1024;
 constexpr qint64 maximumFirstLine = 64;
+
+constexpr char byteOrderMark[] = "\xef\xbb\xbf"; // some editors write one
 
 constexpr const char *keywords[] = {"host",    "hostaddr", "port",       "dbname",     "user",
                                     "service", "schema",   "sslmode",    "passfile",   "sslrootcert",
@@ -53,7 +56,8 @@ QString fault(const Settings &settings, const QByteArray &keyword, const QByteAr
 bool isThisMachine(const QByteArray &hosts)
 {
     return !hosts.isEmpty() && std::ranges::all_of(hosts.split(','), [](const QByteArray &host) {
-        return host == "localhost" || host == "::1" || host.startsWith("127.");
+        static const QRegularExpression ownAddress(QStringLiteral("^127(\\.[0-9]{1,3}){3}$"));
+        return host == "localhost" || host == "::1" || ownAddress.match(QString::fromLatin1(host)).hasMatch();
     });
 }
 
@@ -72,7 +76,12 @@ void requireCertificate(Settings &settings)
 std::optional<Settings> ConnectionFile::read(const QString &path)
 {
     QFile file(ProgramFolder::toNative(path));
-    if (!file.open(QIODevice::ReadOnly) || file.readLine(maximumFirstLine).trimmed() != "[postgresql]")
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QByteArray first = file.readLine(maximumFirstLine).trimmed();
+    if (first.startsWith(byteOrderMark))
+        first.remove(0, qstrlen(byteOrderMark));
+    if (first != "[postgresql]")
         return {};
     const auto refuse = [&](int line, const QString &reason) {
         throw EngineError(EngineError::notADatabase,
