@@ -23,9 +23,9 @@ bool openSession()
         Session::open();
         return true;
     } catch (const EngineError &error) {
-        if (error.number() != EngineError::fileNotFound)
-            throw;
         const QString folder = QDir::toNativeSeparators(ProgramFolder::path() + '/');
+        if (error.number() != EngineError::fileNotFound || ProgramFolder::fileExists(folder + "dorvak.mdb"))
+            throw;
         msgBox({.text = error.text(),
                 .icon = QMessageBox::Critical,
                 .detail = "The program's database must be this file:\n" + folder
