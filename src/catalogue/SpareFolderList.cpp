@@ -73,8 +73,10 @@ void SpareFolderList::cmdDelete_Click()
         m_folders.setPosition(ui.dblLocation->currentRow());
         m_folders.remove();
     } catch (const EngineError &error) {
+        // A server also refuses while there are folders below, which is no matter of tools.
+        const bool toolsInIt = error.number() == EngineError::relatedRecords && error.text().contains("'Tools'");
         QString problem = m_kind.inUseMessage;
-        if (error.number() != EngineError::relatedRecords)
+        if (!toolsInIt)
             problem = m_kind.otherErrorMessage + QStringLiteral("%1  %2").arg(error.number()).arg(error.text());
         msgBox({.text = problem, .caption = "Error!", .icon = QMessageBox::Warning});
         if (error.number() == EngineError::recordDeleted)
