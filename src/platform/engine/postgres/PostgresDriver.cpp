@@ -19,6 +19,7 @@ Message text(const char *sql) { return {Message::Text, sql, {}, nullptr}; }
 
 // Whoever changes something in several steps looks first; until those are done no other desk may change it.
 constexpr char oneWriter[] = "SELECT pg_advisory_xact_lock(hashtextextended('vorlane.' || current_schema(), 0))";
+std::vector<Message> beginWriting() { return {text("BEGIN"), text(oneWriter)}; }
 constexpr char snapshot[] = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY";
 
 template<typename Number>
@@ -153,11 +154,9 @@ qint64 PostgresDriver::travel(Statement &prepared, const std::vector<Value> &val
     ServerConnection::Answer answer = travelOnce(statement, values, reads, visit, rowByRow);
     if (m_connection.isLost() && alone && reads && !hadSnapshot) {
         restart();
-        m_snapshot = false;
         reconnect();
         answer = travelOnce(statement, values, reads, visit, rowByRow);
     }
-    m_snapshot = m_snapshot && !m_connection.isLost();
     failIfLost(reads && alone ? LostChange::None : alone ? LostChange::Unknown : LostChange::NothingStored);
     if (answer.error)
         fail(*answer.error, translation);
@@ -178,8 +177,7 @@ ServerConnection::Answer PostgresDriver::travelOnce(KnownStatement &statement, c
         if (generation == m_connection.generation())
             m_connection.sendAlong("DEALLOCATE " + name);
     if (m_transaction == Phase::Due) {
-        messages.push_back(text("BEGIN"));
-        messages.push_back(text(oneWriter));
+        messages = beginWriting();
         m_transaction = Phase::Open;
     } else if (reads && m_reading && !inTransaction && !m_snapshot) {
         messages.push_back(text(snapshot));
@@ -206,7 +204,7 @@ ServerConnection::Answer PostgresDriver::travelOnce(KnownStatement &statement, c
         m_connection.sendAlong("ROLLBACK TO SAVEPOINT one");
     else if (answer.error && inTransaction)
         beginAnew(); // somebody else is writing
-    m_snapshot = m_snapshot && !answer.error;
+    m_snapshot = m_snapshot && !answer.error && !m_connection.isLost();
     return answer;
 }
 
@@ -313,8 +311,7 @@ void PostgresDriver::settle(Snapshot snapshot)
     if (!begins)
         return;
     m_transaction = Phase::Open;
-    const Message messages[] = {text("BEGIN"), text(oneWriter)};
-    const std::optional<ServerError> error = m_connection.travel(messages).error;
+    const std::optional<ServerError> error = m_connection.travel(beginWriting()).error;
     if (error)
         beginAnew();
     check(error);

@@ -13,11 +13,22 @@ using dialect::quotedNames;
 using dialect::quotedText;
 using dialect::ValueKind;
 
+// The schema of the crib, as the catalogue names it.
+const QString ownSchema = QStringLiteral("quote_ident(current_schema())::regnamespace");
 const QString attendants = QStringLiteral("vorlane_attendant");
 // Columns that only the server knows: by which a row is changed where no column of the table will do, and the parent
 // of a row, empty where the table says 0.
 constexpr char rowNumber[] = "row_number";
 constexpr char parentReference[] = "parent_ref";
+
+/// Child, its column, parent and its column of all foreign keys; a further condition may follow.
+const QString relations =
+    QStringLiteral("SELECT c.relname::text, a.attname::text, p.relname::text, b.attname::text FROM pg_constraint k "
+                   "JOIN pg_class c ON c.oid = k.conrelid JOIN pg_class p ON p.oid = k.confrelid "
+                   "JOIN pg_attribute a ON a.attrelid = k.conrelid AND a.attnum = k.conkey[1] "
+                   "JOIN pg_attribute b ON b.attrelid = k.confrelid AND b.attnum = k.confkey[1] "
+                   "WHERE k.contype = 'f' AND c.relnamespace = %1 ")
+        .arg(ownSchema);
 
 ValueKind kindOf(const QString &type)
 {
@@ -151,10 +162,8 @@ dialect::Schema PostgresDriver::schema()
                    "EXISTS (SELECT FROM pg_index i WHERE i.indrelid = c.oid AND i.indisprimary AND i.indnatts = 1 AND "
                    "i.indkey[0] = a.attnum), a.attidentity <> '', a.attgenerated <> '' OR a.attname = '%1' "
                    "FROM pg_class c JOIN pg_attribute a ON a.attrelid = c.oid AND a.attnum > 0 AND NOT a.attisdropped "
-                   "WHERE c.relkind IN ('r', 'p') AND c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = "
-                   "current_schema()) "
-                   "ORDER BY c.relname COLLATE \"C\", a.attnum")
-                   .arg(QLatin1String(rowNumber)),
+                   "WHERE c.relkind IN ('r', 'p') AND c.relnamespace = %2 ORDER BY c.relname COLLATE \"C\", a.attnum")
+                   .arg(QLatin1String(rowNumber), ownSchema),
                7);
     if (columns.rowCount() == 0 && !rowsOf(QStringLiteral("SELECT current_schema() IS NOT NULL"), 1).at(0, 0).toBool())
         throw connectionRefused(m_path,
@@ -173,15 +182,7 @@ dialect::Schema PostgresDriver::schema()
         if (!hidden)
             current.columns.push_back({name, kind, columns.at(i, 3).toBool()});
     }
-    const RowStore keys = rowsOf(
-        QStringLiteral(
-            "SELECT c.relname::text, a.attname::text, p.relname::text, b.attname::text FROM pg_constraint k "
-            "JOIN pg_class c ON c.oid = k.conrelid JOIN pg_class p ON p.oid = k.confrelid "
-            "JOIN pg_attribute a ON a.attrelid = k.conrelid AND a.attnum = k.conkey[1] "
-            "JOIN pg_attribute b ON b.attrelid = k.confrelid AND b.attnum = k.confkey[1] "
-            "WHERE k.contype = 'f' AND a.attgenerated = '' "
-            "AND c.relnamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema()) ORDER BY k.conname"),
-        4);
+    const RowStore keys = rowsOf(relations + QLatin1String("AND a.attgenerated = '' ORDER BY k.conname"), 4);
     for (int i = 0; i < keys.rowCount(); ++i)
         if (dialect::Table *table = schema.find(keys.at(i, 0).toText()))
             table->foreignKeys.push_back({keys.at(i, 1).toText(), keys.at(i, 2).toText(), keys.at(i, 3).toText()});
@@ -190,10 +191,9 @@ dialect::Schema PostgresDriver::schema()
 
 qint64 PostgresDriver::version()
 {
-    const RowStore found =
-        rowsOf(QStringLiteral("SELECT count(*) FROM pg_proc WHERE proname = 'vorlane_version' AND pronamespace = "
-                              "(SELECT oid FROM pg_namespace WHERE nspname = current_schema())"),
-               1);
+    const RowStore found = rowsOf(
+        QLatin1String("SELECT count(*) FROM pg_proc WHERE proname = 'vorlane_version' AND pronamespace = ") + ownSchema,
+        1);
     return found.at(0, 0).toBool() ? rowsOf(QStringLiteral("SELECT vorlane_version()"), 1).at(0, 0).toInteger() : 0;
 }
 
