@@ -20,6 +20,10 @@ Message text(const char *sql) { return {Message::Text, sql, {}, nullptr}; }
 // Whoever changes something in several steps looks first; until those are done no other desk may change it.
 constexpr char oneWriter[] = "SELECT pg_advisory_xact_lock(hashtextextended('vorlane.' || current_schema(), 0))";
 std::vector<Message> beginWriting() { return {text("BEGIN"), text(oneWriter)}; }
+
+// A crib's own channel: see vorlane_changed().
+constexpr char listening[] =
+    "DO $$ BEGIN EXECUTE 'LISTEN vorlane_' || quote_ident(current_schema())::regnamespace::oid; END $$";
 constexpr char snapshot[] = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY";
 
 template<typename Number>
@@ -214,7 +218,7 @@ void PostgresDriver::reconnect()
     const bool hadSnapshot = std::exchange(m_snapshot, false);
     m_connection.connect();
     if (m_listening)
-        m_connection.sendAlong("LISTEN vorlane");
+        m_connection.sendAlong(listening);
     if (hadSnapshot)
         throw connectionLost(m_path, LostChange::None);
 }
@@ -337,6 +341,6 @@ qint64 PostgresDriver::clockOffset()
 qintptr PostgresDriver::changesSocket()
 {
     if (!std::exchange(m_listening, true))
-        m_connection.sendAlong("LISTEN vorlane");
+        m_connection.sendAlong(listening);
     return m_connection.socket();
 }

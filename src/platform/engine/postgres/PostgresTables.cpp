@@ -56,6 +56,19 @@ QString definition(const TableDefinition::Column &column)
         + QLatin1String(rules[column.rule]);
 }
 
+/// Has others told of changes. One trigger a deed, since the server hands the rows, of which there may be none, only to
+/// such.
+QString telling(const QString &table)
+{
+    QString sql = QLatin1String("DROP TRIGGER IF EXISTS changed ON ") + table;
+    for (const auto &[deed, rows] :
+         {std::pair("INSERT", "NEW"), std::pair("UPDATE", "NEW"), std::pair("DELETE", "OLD")})
+        sql += QStringLiteral("; CREATE TRIGGER changed_%2 AFTER %2 ON %1 REFERENCING %3 TABLE AS changed FOR EACH "
+                              "STATEMENT EXECUTE FUNCTION vorlane_changed()")
+                   .arg(table, QLatin1String(deed), QLatin1String(rows));
+    return sql;
+}
+
 /// Everything that belongs to one table, in the server's words.
 QString creation(const TableDefinition &table)
 {
@@ -105,10 +118,7 @@ QString creation(const TableDefinition &table)
             QStringLiteral("CREATE TRIGGER raise_counter AFTER INSERT ON %1 REFERENCING NEW TABLE AS added FOR EACH "
                            "STATEMENT EXECUTE FUNCTION vorlane_raise_counter(%2)")
                 .arg(name, quotedText(counter)));
-    sql.append(
-        QStringLiteral("CREATE TRIGGER changed AFTER INSERT OR UPDATE OR DELETE ON %1 FOR EACH STATEMENT EXECUTE "
-                       "FUNCTION vorlane_changed()")
-            .arg(name));
+    sql.append(telling(name));
     if (table.firstNumber != 1)
         sql.append(QStringLiteral("ALTER TABLE %1 ALTER %2 RESTART WITH %3")
                        .arg(name, quotedName(counter))
@@ -230,6 +240,14 @@ void PostgresDriver::upgrade()
 }
 
 void PostgresDriver::createTable(const TableDefinition &table)
+        // Version 1 told of changes that changed no row.
+        const RowStore told =
+            rowsOf(QLatin1String("SELECT c.relname::text FROM pg_trigger t JOIN pg_class c ON c.oid = t.tgrelid WHERE "
+                                 "t.tgname = 'changed' AND c.relnamespace = ")
+                       + ownSchema,
+                   1);
+        for (int i = 0; i < told.rowCount(); ++i)
+            execute(telling(quotedName(told.at(i, 0).toText())));
 {
     if (version() != ServerFunctions::version)
         execute(ServerFunctions::creation());

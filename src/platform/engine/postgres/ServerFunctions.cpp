@@ -382,7 +382,9 @@ BEGIN
 END $f$;
 CREATE OR REPLACE FUNCTION @.vorlane_changed() RETURNS trigger LANGUAGE plpgsql AS $f$
 BEGIN
-    PERFORM pg_notify('vorlane', TG_TABLE_NAME);
+    IF EXISTS (SELECT FROM changed) THEN
+        PERFORM pg_notify('vorlane_' || quote_ident(TG_TABLE_SCHEMA)::regnamespace::oid, TG_TABLE_NAME);
+    END IF;
     RETURN NULL;
 END $f$;
 )sql";

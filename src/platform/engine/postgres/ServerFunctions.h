@@ -9,7 +9,7 @@ namespace ServerFunctions {
 
 /// Of what creation() makes; the server's vorlane_version() tells it. It goes up with each change of meaning; then
 /// indexes by vorlane_key are to be made anew as well.
-inline constexpr int version = 1;
+inline constexpr int version = 2;
 
 /// One native statement that creates everything in the current schema, or brings an older version up to date:
 ///
@@ -34,7 +34,7 @@ inline constexpr int version = 1;
 /// | triggers, for each statement | |
 /// |---|---|
 /// | `vorlane_raise_counter('COLUMN')` | after INSERT, NEW TABLE AS added: numbers given by hand are not given again |
-/// | `vorlane_changed()` | after any change: NOTIFY vorlane, 'TABLE' |
+/// | `vorlane_changed()` | NEW or OLD TABLE AS changed: NOTIFY vorlane_OID, 'TABLE', with the schema's number |
 QString creation();
 
 /// The regular expression which `vorlane_fold(x) COLLATE "C"` matches where x is LIKE `pattern`.
