@@ -30,6 +30,7 @@ public:
         diskError = 3043,
         damagedFile = 3049,
         cannotOpenFile = 3051,
+        cancelled = 3059,
         unknownColumn = 3061,
         duplicateDestination = 3063,
         notAnAction = 3065,

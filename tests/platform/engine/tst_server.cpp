@@ -1,10 +1,13 @@
+#include "platform/engine/postgres/ServerConnection.h"
 #include "tests/support/BothEngines.h"
 #include "tests/support/DataRows.h"
 #include "tests/support/EngineFile.h"
 #include "tests/support/TestServer.h"
 
 #include <QRegularExpression>
+#include <QScopedValueRollback>
 
+#include <csignal>
 #include <future>
 #include <random>
 
@@ -126,6 +129,21 @@ private slots:
         }
         qInfo("done %d, not stored %d, not known %d", outcomes[0], outcomes[1], outcomes[2]);
         QVERIFY(outcomes[0] > 100 && outcomes[1] > 0 && outcomes[2] > 0);
+    }
+
+    // Others would be answered, so that only time tells.
+    void aSilentServerHoldsNobody()
+    {
+        const auto backend = pid_t((*m_crib)->openNative("SELECT pg_backend_pid()").at(0, 0).toInteger());
+        const QScopedValueRollback impatience(ServerConnection::longestSilence, 200);
+        kill(backend, SIGSTOP);
+        QString text;
+        QCOMPARE(errorOf([&] { (*m_crib)->execute("UPDATE Notes SET Deed = 7"); }, &text),
+                 int(EngineError::connectionFailed));
+        const qint64 deed = (*m_crib)->openRecordset("Select * from Notes").field(u"Deed").toInteger();
+        kill(backend, SIGCONT);
+        QVERIFY2(text.endsWith("is not known: look before you repeat it."), qPrintable(text));
+        QCOMPARE(deed, qint64(-1));
     }
 
 private:

@@ -234,16 +234,7 @@ void PostgresDriver::fail(const ServerError &error, const dialect::Translation *
     const bool reads = !translation || translation->kind == dialect::Statement::SelectRows;
     if (error.isFarewell())
         throw connectionLost(m_path, reads ? LostChange::None : LostChange::NothingStored);
-    QString parent;
-    if (error.is("23503")) {
-        const RowStore found =
-            rowsOf("SELECT confrelid::regclass::text FROM pg_constraint WHERE conname = "
-                       + dialect::quotedText(error.constraint)
-                       + " AND connamespace = (SELECT oid FROM pg_namespace WHERE nspname = current_schema())",
-                   1);
-        parent = found.rowCount() > 0 ? found.at(0, 0).toText().remove(u'"') : QString();
-    }
-    throw error.inEnginesWords(translation, parent);
+    throw error.inEnginesWords(translation, error.is("23503") ? relation(error.constraint) : dialect::ForeignKey{});
 }
 
 RowStore PostgresDriver::rowsOf(const QString &sql, int columns)

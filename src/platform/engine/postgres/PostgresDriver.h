@@ -72,6 +72,7 @@ private:
     void check(const std::optional<ServerError> &error);
     void reconnect();
     RowStore rowsOf(const QString &sql, int columns);
+    dialect::ForeignKey relation(const QString &constraint);
     QStringList columnNames(Statement &statement);
     [[noreturn]] void fail(const ServerError &error, const dialect::Translation *translation);
     void failIfLost(LostChange change);

@@ -199,6 +199,14 @@ dialect::Schema PostgresDriver::schema()
     return schema;
 }
 
+dialect::ForeignKey PostgresDriver::relation(const QString &constraint)
+{
+    const RowStore found = rowsOf(relations + QLatin1String("AND k.conname = ") + quotedText(constraint), 4);
+    if (found.rowCount() == 0)
+        return {};
+    return {found.at(0, 1).toText(), found.at(0, 2).toText(), found.at(0, 3).toText()};
+}
+
 qint64 PostgresDriver::version()
 {
     const RowStore found = rowsOf(
@@ -232,14 +240,6 @@ void PostgresDriver::upgrade()
                    1);
         for (int i = 0; i < indexes.rowCount(); ++i)
             execute(QLatin1String("REINDEX INDEX ") + quotedName(indexes.at(i, 0).toText()));
-    } catch (...) {
-        rollback();
-        throw;
-    }
-    commit();
-}
-
-void PostgresDriver::createTable(const TableDefinition &table)
         // Version 1 told of changes that changed no row.
         const RowStore told =
             rowsOf(QLatin1String("SELECT c.relname::text FROM pg_trigger t JOIN pg_class c ON c.oid = t.tgrelid WHERE "
@@ -248,6 +248,14 @@ void PostgresDriver::createTable(const TableDefinition &table)
                    1);
         for (int i = 0; i < told.rowCount(); ++i)
             execute(telling(quotedName(told.at(i, 0).toText())));
+    } catch (...) {
+        rollback();
+        throw;
+    }
+    commit();
+}
+
+void PostgresDriver::createTable(const TableDefinition &table)
 {
     if (version() != ServerFunctions::version)
         execute(ServerFunctions::creation());
@@ -270,7 +278,7 @@ void PostgresDriver::append(const dialect::Table &table, const RowStore &rows)
     }
     settle();
     const QString copy = QStringLiteral("COPY %1 (%2) FROM STDIN").arg(quotedName(table.name), quotedNames(columns));
-    const std::optional<ServerError> error = m_connection.copyIn(copy.toUtf8(), lines);
+    const std::optional<ServerError> error = m_connection.execute(copy.toUtf8(), lines);
     dialect::Translation translation;
     translation.kind = dialect::Statement::Insert;
     translation.table = table.name;

@@ -1,14 +1,27 @@
 #include "platform/engine/postgres/ServerConnection.h"
 
+#include <QElapsedTimer>
 #include <QLocale>
-#include <QThread>
 
 #include <libpq-fe.h>
 
 #include <algorithm>
+#include <chrono>
+#include <future>
 #include <memory>
+#include <thread>
+
+#ifdef Q_OS_WIN
+#include <winsock2.h>
+#else
+#include <poll.h>
+#endif
 
 namespace {
+
+#ifdef Q_OS_WIN
+int poll(pollfd *sockets, unsigned count, int milliseconds) { return WSAPoll(sockets, count, milliseconds); }
+#endif
 
 constexpr int oldestServer = 13;
 
@@ -25,6 +38,10 @@ constexpr std::pair<const char *, const char *> habits[] = {
     {"tcp_user_timeout", "15000"}, {"client_encoding", "UTF8"}, {"application_name", "Vorlane Manager"},
 };
 
+// A server that says nothing for so long is asked at its door whether it lives at all.
+constexpr int silence = 10'000; // ms
+constexpr std::chrono::seconds cancelTimeout(5);
+
 using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
 /// A name, whatever it holds, as an option of the connection takes it.
@@ -33,6 +50,37 @@ QByteArray asOption(QByteArray name)
     name = '"' + name.replace('"', "\"\"") + '"';
     return name.replace('\\', "\\\\").replace(' ', "\\ ");
 }
+
+/// What a connection is asked for with, as libpq takes it.
+class Parameters
+{
+public:
+    explicit Parameters(const ConnectionFile::Settings &settings) : m_options(options)
+    {
+        if (!settings.schema.isEmpty())
+            m_options += " -c search_path=" + asOption(settings.schema);
+        add("options", m_options.constData());
+        for (const auto &[keyword, value] : habits)
+            add(keyword, value);
+        for (const auto &[keyword, value] : settings.parameters)
+            add(keyword.constData(), value.constData());
+        add(nullptr, nullptr);
+    }
+    Q_DISABLE_COPY_MOVE(Parameters)
+
+    const char *const *keywords() const { return m_keywords.data(); }
+    const char *const *values() const { return m_values.data(); }
+
+private:
+    void add(const char *keyword, const char *value)
+    {
+        m_keywords.push_back(keyword);
+        m_values.push_back(value);
+    }
+
+    QByteArray m_options;
+    std::vector<const char *> m_keywords, m_values;
+};
 
 std::optional<ServerError> errorOf(const PGresult *result)
 {
@@ -67,28 +115,19 @@ ServerConnection::~ServerConnection() { PQfinish(m_connection); }
 
 void ServerConnection::connect()
 {
-    std::vector<const char *> keywords, values;
-    const auto set = [&](const char *keyword, const char *value) {
-        keywords.push_back(keyword);
-        values.push_back(value);
-    };
-    QByteArray all = options;
-    if (!m_settings.schema.isEmpty())
-        all += " -c search_path=" + asOption(m_settings.schema);
-    set("options", all.constData());
-    for (const auto &[keyword, value] : habits)
-        set(keyword, value);
-    for (const auto &[keyword, value] : m_settings.parameters)
-        set(keyword.constData(), value.constData());
-    set(nullptr, nullptr);
-
     PQfinish(m_connection);
-    m_connection = PQconnectdbParams(keywords.data(), values.data(), 0);
+    const Parameters parameters(m_settings);
+    m_connection = PQconnectStartParams(parameters.keywords(), parameters.values(), 0);
+    // A server that refuses tells its code, which says why in any language, only where that was asked for before.
+    PQsetErrorVerbosity(m_connection, PQERRORS_VERBOSE);
+    if (PQstatus(m_connection) != CONNECTION_BAD)
+        PQreset(m_connection);
     m_unread = 0;
+    m_gaveUp = false;
     ++m_generation;
     ++m_counters.journeys;
     if (PQstatus(m_connection) != CONNECTION_OK)
-        throw connectionRefused(m_path, QString::fromUtf8(PQerrorMessage(m_connection)).simplified());
+        throw connectionRefused(m_path, m_connection);
     if (PQserverVersion(m_connection) < oldestServer * 10'000)
         throw connectionRefused(m_path,
                                 QStringLiteral("the server is too old, version %1 is needed").arg(oldestServer));
@@ -96,9 +135,10 @@ void ServerConnection::connect()
     PQsetNoticeProcessor(
         m_connection, [](void *, const char *) {}, nullptr);
     PQenterPipelineMode(m_connection);
+    PQsetnonblocking(m_connection, 1);
 }
 
-bool ServerConnection::isLost() const { return PQstatus(m_connection) != CONNECTION_OK; }
+bool ServerConnection::isLost() const { return m_gaveUp || PQstatus(m_connection) != CONNECTION_OK; }
 
 bool ServerConnection::noticesLoss()
 {
@@ -140,7 +180,8 @@ ServerConnection::Answer ServerConnection::travel(std::span<const Message> messa
     try {
         receive(messages, visit, rowByRow, answer);
     } catch (...) {
-        skip(true);
+        cancel();
+        skip();
         throw;
     }
     noteChanges();
@@ -163,7 +204,7 @@ void ServerConnection::receive(std::span<const Message> messages, const VisitRes
         if (visited && rowByRow)
             PQsetSingleRowMode(m_connection);
         bool failed = false;
-        while (const Result result{next(), PQclear}) {
+        while (const Result result{next(m_pulse), PQclear}) {
             const ExecStatusType status = PQresultStatus(result.get());
             if (std::optional<ServerError> error = errorOf(result.get()); error && !answer.error)
                 answer.error = std::move(error);
@@ -181,34 +222,60 @@ void ServerConnection::receive(std::span<const Message> messages, const VisitRes
         answer.done += !failed;
     }
     // Outside of a transaction the server stores a change only at the journey's end, and may refuse it there.
-    skip(false, &answer.error);
+    skip(&answer.error);
 }
 
-PGresult *ServerConnection::next()
+PGresult *ServerConnection::next(const std::function<void()> &pulse)
 {
     constexpr int betweenPulses = 2; // ms
-    if (m_pulse) {
-        m_pulse();
-        while (!isLost() && PQisBusy(m_connection)) {
-            QThread::msleep(betweenPulses);
+    QElapsedTimer silent;
+    silent.start();
+    for (qint64 limit = silence; !isLost();) {
+        const short events = PQflush(m_connection) > 0 ? POLLIN | POLLOUT : POLLIN;
+        if (pulse)
+            pulse();
+        if (!PQisBusy(m_connection))
+            return PQgetResult(m_connection);
+        pollfd socket{decltype(pollfd::fd)(PQsocket(m_connection)), events, 0};
+        const int wait = pulse ? betweenPulses : int(std::min(silence, longestSilence));
+        if (poll(&socket, 1, wait) > 0) {
             PQconsumeInput(m_connection);
-            m_pulse();
+            silent.start();
+            limit = silence;
+        } else if (silent.elapsed() >= longestSilence) {
+            m_gaveUp = true;
+        } else if (silent.elapsed() >= limit) {
+            m_gaveUp = !livesStill();
+            limit += silence;
         }
     }
-    return PQgetResult(m_connection);
+    return nullptr;
 }
 
-void ServerConnection::skip(bool cancel, std::optional<ServerError> *error)
+// A server that is frozen leaves its connections as they are, so that only a new one tells it from a busy one.
+bool ServerConnection::livesStill() const
 {
-    if (cancel) {
+    const Parameters parameters(m_settings);
+    return PQpingParams(parameters.keywords(), parameters.values(), 0) != PQPING_NO_RESPONSE;
+}
+
+void ServerConnection::cancel()
+{
+    const std::shared_ptr<PGcancel> handle(PQgetCancel(m_connection), PQfreeCancel);
+    std::packaged_task<void()> request([handle] {
         char why[256];
-        PGcancel *const request = PQgetCancel(m_connection);
-        PQcancel(request, why, sizeof why);
-        PQfreeCancel(request);
-    }
+        PQcancel(handle.get(), why, sizeof why);
+    });
+    const std::future<void> done = request.get_future();
+    std::thread(std::move(request)).detach(); // nothing else ends the waiting for a server that is frozen
+    m_gaveUp = m_gaveUp || done.wait_for(cancelTimeout) != std::future_status::ready;
+}
+
+void ServerConnection::skip(std::optional<ServerError> *error)
+{
     // A null result ends those of one message; a second one says that nothing more comes.
     for (int nulls = 0; !isLost() && nulls < 2;) {
-        const Result result{PQgetResult(m_connection), PQclear};
+        const Result result{next(), PQclear};
         if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
             return;
         if (result && error && !*error)
@@ -220,32 +287,23 @@ void ServerConnection::skip(bool cancel, std::optional<ServerError> *error)
 void ServerConnection::skipUnread()
 {
     for (; m_unread > 0; --m_unread)
-        skip(false);
+        skip();
 }
 
-std::optional<ServerError> ServerConnection::execute(const QByteArray &sql)
+std::optional<ServerError> ServerConnection::execute(const QByteArray &sql, const QByteArray &copied)
 {
     skipUnread();
     ++m_counters.journeys;
     PQexitPipelineMode(m_connection);
-    const Result result{PQexec(m_connection, sql.constData()), PQclear};
-    PQenterPipelineMode(m_connection);
-    return errorOf(result.get());
-}
-
-std::optional<ServerError> ServerConnection::copyIn(const QByteArray &sql, const QByteArray &data)
-{
-    skipUnread();
-    ++m_counters.journeys;
-    PQexitPipelineMode(m_connection);
-    const Result begun{PQexec(m_connection, sql.constData()), PQclear};
-    std::optional<ServerError> error = errorOf(begun.get());
-    if (PQresultStatus(begun.get()) == PGRES_COPY_IN) {
-        PQputCopyData(m_connection, data.constData(), int(data.size()));
-        PQputCopyEnd(m_connection, nullptr);
-        while (const Result result{PQgetResult(m_connection), PQclear})
-            if (!error)
-                error = errorOf(result.get());
+    PQsendQuery(m_connection, sql.constData());
+    std::optional<ServerError> error;
+    while (const Result result{next(), PQclear}) {
+        if (PQresultStatus(result.get()) == PGRES_COPY_IN) {
+            PQputCopyData(m_connection, copied.constData(), int(copied.size()));
+            PQputCopyEnd(m_connection, nullptr);
+        }
+        if (!error)
+            error = errorOf(result.get());
     }
     PQenterPipelineMode(m_connection);
     return error;
@@ -258,10 +316,10 @@ QStringList ServerConnection::columnNames(const QByteArray &name)
     PQpipelineSync(m_connection);
     ++m_counters.journeys;
     QStringList names;
-    while (const Result result{PQgetResult(m_connection), PQclear})
+    while (const Result result{next(), PQclear})
         for (int column = 0; column < PQnfields(result.get()); ++column)
             names.append(QString::fromUtf8(PQfname(result.get(), column)));
-    skip(false);
+    skip();
     return names;
 }
 

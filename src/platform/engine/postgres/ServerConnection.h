@@ -56,15 +56,17 @@ public:
     Answer travel(std::span<const Message> messages, const VisitResult &visit = {}, bool rowByRow = false);
     /// Says something whose answer nobody waits for.
     void sendAlong(const QByteArray &sql);
-    /// Runs any number of statements without values, apart from all journeys. @returns what went wrong, if anything.
-    std::optional<ServerError> execute(const QByteArray &sql);
-    /// Hands `data` to a COPY ... FROM STDIN.
-    std::optional<ServerError> copyIn(const QByteArray &sql, const QByteArray &data);
+    /// Runs any number of statements without values, apart from all journeys; a COPY ... FROM STDIN is handed
+    /// `copied`. @returns what went wrong, if anything.
+    std::optional<ServerError> execute(const QByteArray &sql, const QByteArray &copied = {});
     /// The names of a prepared statement's columns.
     QStringList columnNames(const QByteArray &name);
 
     /// Called while an answer is waited for, and between rows; what it throws ends the journey.
     void setPulse(std::function<void()> pulse) { m_pulse = std::move(pulse); }
+
+    /// The connection of a server that says nothing for so long, in ms, is given up, though others may be answered.
+    static inline int longestSilence = 300'000;
 
     int socket() const;
     /// The tables of which others said since the last call that they changed them.
@@ -73,9 +75,12 @@ public:
 private:
     void send(const Message &message);
     void receive(std::span<const Message> messages, const VisitResult &visit, bool rowByRow, Answer &answer);
-    pg_result *next();
+    /// Nothing at the end of a message's results, nor from a server that was waited for in vain.
+    pg_result *next(const std::function<void()> &pulse = {});
+    bool livesStill() const;
+    void cancel();
     /// Takes no notice of what is still to come of a journey, but for `error`, if given.
-    void skip(bool cancel, std::optional<ServerError> *error = nullptr);
+    void skip(std::optional<ServerError> *error = nullptr);
     void skipUnread();
     void noteChanges();
 
@@ -84,6 +89,7 @@ private:
     Counters &m_counters;
     std::function<void()> m_pulse;
     pg_conn *m_connection = nullptr;
+    bool m_gaveUp = false; ///< waiting for an answer
     int m_generation = 0;
     int m_unread = 0; ///< journeys whose answers nobody waited for
     QStringList m_changes;

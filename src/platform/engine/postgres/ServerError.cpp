@@ -1,5 +1,7 @@
 #include "platform/engine/postgres/ServerError.h"
 
+#include <QRegularExpression>
+
 #include <libpq-fe.h>
 
 #include <algorithm>
@@ -19,19 +21,22 @@ constexpr Refusal refusals[] = {
     {"23505", EngineError::duplicateKey},
 };
 
-constexpr const char *locks[] = {"55P03", "40", "57014"};
+constexpr const char *locks[] = {"55P03", "40"};
 
-QString detail(const PGresult *result, int field) { return QString::fromUtf8(PQresultErrorField(result, field)); }
+QString fieldOf(const PGresult *result, int field) { return QString::fromUtf8(PQresultErrorField(result, field)); }
 
-EngineError relationBroken(const ServerError &error, const dialect::Translation *translation, const QString &parent)
+EngineError withReason(const EngineError &error, const QString &reason)
 {
-    // Either the changed row names no row, or others name it.
-    const bool namesNone = translation && translation->kind != dialect::Statement::Delete
-        && dialect::sameName(translation->table, error.table);
-    if (namesNone)
+    return {error.number(), error.text() + QLatin1String(" (") + reason + u')'};
+}
+
+EngineError relationBroken(const ServerError &error, const dialect::ForeignKey &key)
+{
+    // Either the changed row names no row, or others name it: in any language the server shows whose column it is.
+    if (error.detail.contains(u'(' + key.column + QLatin1String(")=")))
         return {EngineError::relatedRecordRequired,
                 QStringLiteral("You cannot add or change a record because a related record is required in table '%1'.")
-                    .arg(parent)};
+                    .arg(key.parentTable)};
     return {EngineError::relatedRecords,
             QStringLiteral("The record cannot be deleted or changed because table '%1' includes related records.")
                 .arg(error.table)};
@@ -41,15 +46,15 @@ EngineError relationBroken(const ServerError &error, const dialect::Translation 
 
 ServerError ServerError::of(const PGresult *result)
 {
-    return {PQresultErrorField(result, PG_DIAG_SQLSTATE), detail(result, PG_DIAG_MESSAGE_PRIMARY),
-            detail(result, PG_DIAG_TABLE_NAME), detail(result, PG_DIAG_COLUMN_NAME),
-            detail(result, PG_DIAG_CONSTRAINT_NAME)};
+    return {PQresultErrorField(result, PG_DIAG_SQLSTATE), fieldOf(result, PG_DIAG_MESSAGE_PRIMARY),
+            fieldOf(result, PG_DIAG_TABLE_NAME),          fieldOf(result, PG_DIAG_COLUMN_NAME),
+            fieldOf(result, PG_DIAG_CONSTRAINT_NAME),     fieldOf(result, PG_DIAG_MESSAGE_DETAIL)};
 }
 
-EngineError ServerError::inEnginesWords(const dialect::Translation *translation, const QString &parent) const
+EngineError ServerError::inEnginesWords(const dialect::Translation *translation, const dialect::ForeignKey &key) const
 {
     if (is("23503"))
-        return relationBroken(*this, translation, parent);
+        return relationBroken(*this, key);
     if (is("23502"))
         return {EngineError::valueRequired,
                 QStringLiteral("The field '%1.%2' cannot contain a Null value because the Required property for this "
@@ -60,6 +65,9 @@ EngineError ServerError::inEnginesWords(const dialect::Translation *translation,
     if (is("42P01"))
         return {EngineError::unknownTable,
                 QStringLiteral("The database engine cannot find the input table or query. (%1)").arg(text)};
+    if (is("57014"))
+        return {EngineError::cancelled,
+                QStringLiteral("The server cancelled the statement before it was done. (%1)").arg(text)};
     const bool reading = translation && translation->kind == dialect::Statement::SelectRows;
     if (std::ranges::any_of(locks, [this](const char *code) { return is(code); }))
         return {EngineError::lockedFile,
@@ -74,18 +82,26 @@ EngineError ServerError::inEnginesWords(const dialect::Translation *translation,
 
 EngineError connectionRefused(const QString &path, const QString &reason)
 {
-    const auto says = [&](const char *words) { return reason.contains(QLatin1String(words)); };
-    const auto worded = [&](const EngineError &error) {
-        return EngineError(error.number(), error.text() + QLatin1String(" (") + reason + u')');
-    };
-    if (says("authentication failed") || says("no password supplied") || says("not permitted to log in")
-        || (says("role \"") && says("does not exist")))
-        return worded(EngineError::of(EngineError::wrongAccount));
-    if (says("too many c") || says("remaining connection slots"))
-        return worded(EngineError::of(EngineError::tooManyUsers));
-    if (says("database \"") && says("does not exist"))
-        return worded({EngineError::fileNotFound, QStringLiteral("Could not find file '%1'.").arg(path)});
-    return worded({EngineError::connectionFailed, QStringLiteral("Connection to '%1' failed.").arg(path)});
+    return withReason({EngineError::connectionFailed, QStringLiteral("Connection to '%1' failed.").arg(path)}, reason);
+}
+
+EngineError connectionRefused(const QString &path, const PGconn *connection)
+{
+    // What the server says begins with its code, and ends with a line for its makers.
+    static const QRegularExpression code(QStringLiteral(":  ([0-9A-Z]{5}): "));
+    static const QRegularExpression place(QStringLiteral("\\n[^\\n]*, \\w+\\.c:\\d+"));
+    QString reason = QString::fromUtf8(PQerrorMessage(connection)).remove(place);
+    const QString state = code.match(reason).captured(1);
+    reason = reason.replace(code, QStringLiteral(": ")).simplified();
+    if (PQconnectionNeedsPassword(connection) || state.startsWith(u"28"))
+        return withReason(EngineError::of(EngineError::wrongAccount), reason);
+    if (state == u"53300")
+        return withReason(EngineError::of(EngineError::tooManyUsers), reason);
+    if (state == u"42501")
+        return withReason(EngineError::of(EngineError::noPermission), reason);
+    if (state == u"3D000")
+        return withReason({EngineError::fileNotFound, QStringLiteral("Could not find file '%1'.").arg(path)}, reason);
+    return connectionRefused(path, reason);
 }
 
 EngineError connectionLost(const QString &path, LostChange change)
