@@ -1,6 +1,7 @@
 #include "platform/reportengine/DataSource.h"
 
 #include "platform/engine/RowReader.h"
+#include "platform/reportengine/FormulaInSql.h"
 #include "platform/text/Format.h"
 
 #include <QHash>
@@ -181,7 +182,7 @@ void DataSource::bindFormulas()
     });
 }
 
-QString DataSource::statement() const
+QString DataSource::statement(const QStringList &conditions) const
 {
     const auto quoted = [this](int number) {
         const Field &field = m_template.fields.at(number);
@@ -195,16 +196,22 @@ QString DataSource::statement() const
     QString from = QStringLiteral("[%1]").arg(m_template.table);
     for (qsizetype i = 0; i < m_template.joins.size(); ++i) {
         const Join &join = m_template.joins.at(i);
-        QStringList conditions;
+        QStringList equalFields;
         for (const auto &[left, right] : join.equalFields)
-            conditions.append(QStringLiteral("%1 = %2").arg(quoted(left), quoted(right)));
+            equalFields.append(QStringLiteral("%1 = %2").arg(quoted(left), quoted(right)));
         // Each join but the first takes the ones before it in brackets.
         from = QStringLiteral("%1 %2 JOIN [%3] ON %4")
                    .arg(i == 0 ? from : '(' + from + ')',
                         join.keepsUnmatched ? QStringLiteral("LEFT") : QStringLiteral("INNER"), join.table,
-                        conditions.join(QStringLiteral(" AND ")));
+                        equalFields.join(QStringLiteral(" AND ")));
     }
-    return QStringLiteral("SELECT %1 FROM %2").arg(columns.join(QStringLiteral(", ")), from);
+    QString select = "SELECT " + columns.join(", ") + " FROM " + from;
+    QStringList known = conditions;
+    known.removeAll(QString());
+    if (!known.isEmpty())
+        select += " WHERE " + known.join(" AND ");
+    // Records that the template puts in no order come as they were entered, by whatever way they are found.
+    return m_key.isEmpty() ? select : select + QStringLiteral(" ORDER BY [%1].[%2]").arg(m_template.table, m_key);
 }
 
 GroupedRecords DataSource::read(const Progress &progress) const
@@ -229,9 +236,9 @@ void DataSource::readListed(std::vector<Value> &values, const std::vector<double
         QStringList numbers;
         for (size_t i = first; i < std::min(first + keysOfStatement, keys.size()); ++i)
             numbers.append(Format::plainNumber(keys[i]));
-        reader.read(
-            QStringLiteral("%1 WHERE [%2].[%3] IN (%4)").arg(statement(), m_template.table, m_key, numbers.join(',')),
-            [&](const std::vector<Value> &record) { addMatching(values, record); });
+        reader.read(statement({QStringLiteral("[%1].[%2] IN (%3)").arg(m_template.table, m_key, numbers.join(',')),
+                               inSql(m_template.where, m_template.fields)}),
+                    [&](const std::vector<Value> &record) { addMatching(values, record); });
     }
 }
 
@@ -239,18 +246,18 @@ void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &
 {
     // The counter tells how much is done, as rows mostly come in its order. Where they come in another, the progress
     // waits instead of going back.
-    const QString numbers =
-        m_key.isEmpty() ? QStringLiteral("0, 0") : QStringLiteral("Min([%1]), Max([%1])").arg(m_key);
-    const Recordset extent =
-        m_database.openRecordset(QStringLiteral("SELECT Count(*), %1 FROM [%2]").arg(numbers, m_template.table));
-    const double count = extent.at(0, 0).toNumber();
-    const double first = extent.at(0, 1).toNumber();
-    const double last = extent.at(0, 2).toNumber();
+    const auto extent = [this](const char *what) {
+        const QString select = QStringLiteral("SELECT %1 FROM [%2]").arg(QString(what).arg(m_key), m_template.table);
+        return m_database.openRecordset(select).at(0, 0).toNumber();
+    };
+    // One at a time, the ends are found without reading the table.
+    const double first = m_key.isEmpty() ? 0 : extent("Min([%1])");
+    const double last = m_key.isEmpty() ? extent("Count(*)") - 1 : extent("Max([%1])");
     double read = 0;
-    reader.read(statement(), [&](const std::vector<Value> &record) {
-        ++read;
-        const double passed = m_key.isEmpty() ? read / count : (record.back().toNumber() - first) / (last - first + 1);
-        done = std::clamp(passed, done, 1.0);
+    const QStringList conditions{inSql(m_template.where, m_template.fields), inSql(m_selection, m_template.fields)};
+    reader.read(statement(conditions), [&](const std::vector<Value> &record) {
+        const double place = m_key.isEmpty() ? ++read : record.back().toNumber();
+        done = std::clamp((place - first) / (last - first + 1), done, 1.0);
         addMatching(values, record);
     });
 }

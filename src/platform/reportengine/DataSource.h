@@ -28,7 +28,8 @@ private:
     void checkAggregates() const;
     void bindFormulas();
     FieldKind kindOf(const TextPiece &piece) const;
-    QString statement() const;
+    /// Those of `conditions` that are not empty hold for its rows.
+    QString statement(const QStringList &conditions) const;
     void readListed(std::vector<Value> &values, const std::vector<double> &keys, RowReader &reader, double &done) const;
     void readAll(std::vector<Value> &values, RowReader &reader, double &done) const;
     /// Adds the record's values if both formulas let it through. @throws ReportError 20500 when there are too many.

@@ -2,6 +2,8 @@
 
 #include "platform/reportengine/DataSource.h"
 
+#include <QRandomGenerator>
+
 namespace {
 
 const QByteArray loans =
@@ -164,6 +166,65 @@ private slots:
                         formula, [&](double) { ++pulses; });
         QCOMPARE(read.records.count(), 1251);
         QVERIFY(pulses < 5 || ServerDatabase::isWanted()); // where they tell the time
+    }
+
+    void databaseLeavesOutNothingThatMatches()
+    {
+        ReportCrib crib;
+        QRandomGenerator random(7);
+        const auto any = [&](const QStringList &list) { return list[random.bounded(int(list.size()))]; };
+        const QStringList texts{"Drill", "drill ", "DRILL", "it''s",  "\"", "[x]", "%", "17",
+                                " 17",   "017",    "1e1",   "$17.00", "é",  "",    "#"};
+        const QStringList numbers{"0", "-1", "17", "16.5", "-0.125", "1000000000", "99999.99"};
+        const QStringList days{"2026-02-28", "2026-03-01", "1999-12-31"};
+        QStringList scrap, employees;
+        for (int i = 0; i < 300; ++i) {
+            const auto orNull = [&](const QString &value) { return random.bounded(6) ? value : "NULL"; };
+            scrap << '(' + orNull('\'' + any(texts) + '\'') + ',' + orNull(any(numbers)) + ','
+                    + orNull(any({"16", "17", "18"})) + ','
+                    + orNull('\'' + any(days) + any({" 00:00:00'", " 23:59:59'"})) + ')';
+        }
+        for (const auto number : {"16", "17", "90"})
+            employees << QString("(%1, '%2', 'x')").arg(number, any(texts));
+        crib.fill("INSERT INTO Scrap (Notes, PricePer, Employee, ScrapDate) VALUES " + scrap.join(','));
+        crib.fill("INSERT INTO Employee (EmpID, LastName, FirstName) VALUES " + employees.join(','));
+
+        const QByteArray content = simpleTemplate(
+            "<from table=\"Scrap\"/><join table=\"Employee\" on=\"Scrap.Employee = Employee.EmpID\"/>",
+            "{Scrap.ID} {Scrap.Notes} {Scrap.PricePer} {Scrap.Employee} {Scrap.ScrapDate} {Employee.LastName}");
+        const Read all(crib, content);
+        const auto constant = [&](const QString &field) {
+            if (field == "ScrapDate")
+                return "date(" + any(days).replace('-', ',').replace(",0", ",") + ')';
+            return field == "PricePer" || field == "Employee" || random.bounded(3) == 0 ? any(numbers)
+                                                                                        : '\'' + any(texts) + '\'';
+        };
+        const auto term = [&] {
+            const QString field = any({"Notes", "PricePer", "Employee", "ScrapDate", "LastName"});
+            const QString name = (field == "LastName" ? "{Employee." : "{Scrap.") + field + '}';
+            if (random.bounded(4) > 0)
+                return name + any({" = ", " <> ", " < ", " <= ", " > ", " >= "}) + constant(field);
+            const bool isText = field == "Notes" || field == "LastName";
+            const auto end = [&] { return isText ? '\'' + any(texts) + '\'' : constant(field); };
+            const QString first = end();
+            return name + " in " + first + " to " + end();
+        };
+        int found = 0;
+        for (int round = 0; round < 200; ++round) {
+            QString formula = term();
+            for (int more = random.bounded(4); more > 0; --more)
+                formula = any({formula, '(' + formula + ')'}) + any({" and ", " or "}) + term();
+            Template report = all.report;
+            Formula asked = Formula::parse(formula, report.fields);
+            asked.bind(report.fields);
+            QStringList expected;
+            for (int row = 0; row < all.records.count(); ++row)
+                if (asked.matches(all.records.record(row)))
+                    expected.append(all.records.record(row)[0].toText());
+            QVERIFY2(Read(crib, content, formula).texts() == expected, qPrintable(formula));
+            found += expected.isEmpty() ? 0 : 1;
+        }
+        QVERIFY(found > 50);
     }
 };
 
