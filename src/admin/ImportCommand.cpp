@@ -99,7 +99,8 @@ int runImport(const QCommandLineParser &arguments, QTextStream &out)
         if (FileState(oldFile) != before)
             throw Refusal(ImportStatus::NotReadable, changed);
         if (saved && (saved->write(report.toUtf8()) < 0 || !saved->flush()))
-            throw Refusal(ImportStatus::CannotWrite, "was not imported, for its report could not be written");
+            throw Refusal(ImportStatus::CannotWrite,
+                          "was not imported, for its report could not be written: " + saved->errorString());
         file.commit();
         if (saved && !saved->commit())
             throw Refusal(ImportStatus::CannotWrite,
