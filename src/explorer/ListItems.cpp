@@ -32,8 +32,10 @@ ListItem ListItems::folder(const QString &key, const QString &text)
 
 void ListItems::addOutWithoutLoan(Panes &panes, const QString &condition, ListItem (*itemOf)(const Recordset &row))
 {
-    const QStringList keys = panes.itemKeys().filter("co");
-    const QSet<QString> listed(keys.begin(), keys.end());
+    QSet<QString> listed;
+    for (int row = 0; row < panes.items().count(); ++row)
+        if (const ListItem &item = panes.items().item(row); item.icon == ItemIcon::toolOut)
+            listed.insert(item.key);
     if (openRecordset("SELECT Count(*) as cnt FROM Tools WHERE Tools.out=true" + condition).field(u"cnt").toInteger()
         <= listed.size())
         return;
