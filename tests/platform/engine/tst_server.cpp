@@ -146,6 +146,27 @@ private slots:
         QCOMPARE(deed, qint64(-1));
     }
 
+    void tellsOnlyTheirOwnCribOfRowsThatChanged()
+    {
+        const QTemporaryDir folder;
+        (*m_crib)->executeNative("CREATE SCHEMA hall2");
+        writeFile(folder.filePath("hall2.mdb"), contentOf(m_crib->path()) + "schema=hall2\n");
+        const auto hall2 = Workspace::first().openDatabase(folder.filePath("hall2.mdb"));
+        hall2->createTable({.name = "Notes", .columns = {{"Deed", dialect::ValueKind::Long}}});
+        const auto other = Workspace::first().openDatabase(m_crib->path());
+        (*m_crib)->changesSocket();
+        const auto told = [&] {
+            (*m_crib)->openRecordset("Select * from Notes").recordCount(); // brings along what was said before
+            return (*m_crib)->changesOfOthers();
+        };
+        QCOMPARE(told(), QStringList());
+        hall2->execute("INSERT INTO Notes VALUES (1)");
+        other->execute("UPDATE Notes SET Deed = 2 WHERE ID = 99");
+        QCOMPARE(told(), QStringList());
+        other->execute("UPDATE Notes SET Deed = 2 WHERE ID = 1");
+        QCOMPARE(told(), QStringList("Notes"));
+    }
+
 private:
     TestServer m_server;
     const QString m_role = QString("attendant_%1").arg(QCoreApplication::applicationPid());
