@@ -207,7 +207,7 @@ PageElement BandComposer::cellElement(const Cell &cell, const BandLine &line, co
     element.rect = cellRect(cell);
     element.rect.moveTop(top);
     element.rect.setHeight(m_measure.lineHeight(line.size));
-    if (cell.isBarcode && Code128::moduleWidth(Code128::encode(text), element.rect.width()) > 0) {
+    if (cell.isBarcode && !Code128::bars(text, element.rect, element.alignment).isEmpty()) {
         element.kind = PageElement::BarCode;
         element.text = text;
         element.rect.setHeight(element.rect.height() - barcodeGap);

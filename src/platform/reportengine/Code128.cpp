@@ -1,6 +1,7 @@
 #include "platform/reportengine/Code128.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace {
@@ -23,8 +24,6 @@ constexpr int switchToCharacters = 100;
 constexpr int startWithCharacters = 104;
 constexpr int startWithPairs = 105;
 constexpr int checkModulus = 103;
-constexpr int finestModule = 10; ///< twips: 0.18 mm
-constexpr int widestModule = 20;
 
 bool isDigit(QChar c) { return c >= '0' && c <= '9'; }
 
@@ -73,11 +72,28 @@ std::vector<int> Code128::encode(const QString &text)
     return widths;
 }
 
-int Code128::moduleWidth(const std::vector<int> &bars, double width)
+QList<QRectF> Code128::bars(const QString &text, const QRectF &area, Qt::Alignment alignment)
 {
-    if (bars.empty())
-        return 0;
-    const int modules = std::accumulate(bars.begin(), bars.end(), 2 * blankModules);
-    const int fitting = std::min(widestModule, int(width / modules));
-    return fitting < finestModule ? 0 : fitting;
+    const std::vector<int> widths = encode(text);
+    const int modules = std::accumulate(widths.begin(), widths.end(), 2 * blankModules);
+    const double first = std::ceil(area.left() / dot);
+    const double room = std::floor(area.right() / dot) - first;
+    const auto fitting = std::ranges::find_if(moduleWidths, [&](double module) { return modules * module <= room; });
+    if (widths.empty() || fitting == std::end(moduleWidths))
+        return {};
+
+    const double spare = room - modules * *fitting;
+    double left = first + blankModules * *fitting;
+    if (alignment & Qt::AlignRight)
+        left += std::floor(spare);
+    else if (alignment & Qt::AlignHCenter)
+        left += std::floor(spare / 2);
+    QList<QRectF> bars;
+    for (size_t i = 0; i < widths.size(); ++i) {
+        const double width = widths[i] * *fitting;
+        if (i % 2 == 0)
+            bars.append({left * dot, area.top(), width * dot, area.height()});
+        left += width;
+    }
+    return bars;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QRectF>
 #include <QString>
 
 #include <vector>
@@ -11,10 +13,15 @@ namespace Code128 {
 /// printable ones.
 std::vector<int> encode(const QString &text);
 
-/// The width of a module, in twips, with which a bar code and the blank zones that a reader needs at both ends fit into
-/// `width` twips; 0 where they would become too fine to be read.
-int moduleWidth(const std::vector<int> &bars, double width);
-/// On each side.
+/// The dots of a label printer, in twips. It blackens whole ones: the edges of all bars lie between two of them.
+constexpr double dot = 1440.0 / 203;
+/// How fine bars may become, and how coarse, in dots. The finest ones are for printers with more of them.
+constexpr double moduleWidths[] = {3, 2, 1.5};
+/// That a reader needs on each side.
 constexpr int blankModules = 10;
+
+/// The bars of `text`, as high as `area`, with their blank zones within it; all in twips from the page's corner.
+/// Nothing where the text cannot be encoded, or the bars would become too fine to be read.
+QList<QRectF> bars(const QString &text, const QRectF &area, Qt::Alignment alignment);
 
 }

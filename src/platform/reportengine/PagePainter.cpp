@@ -24,15 +24,8 @@ void paintText(QPainter &painter, const PageElement &element, TextMeasure &measu
 
 void paintBarCode(QPainter &painter, const PageElement &element)
 {
-    const std::vector<int> bars = Code128::encode(element.text);
-    const int module = Code128::moduleWidth(bars, element.rect.width());
-    double left = element.rect.left() + Code128::blankModules * module;
-    for (size_t i = 0; i < bars.size(); ++i) {
-        const double width = bars[i] * module;
-        if (i % 2 == 0)
-            painter.fillRect(QRectF(left, element.rect.top(), width, element.rect.height()), element.color);
-        left += width;
-    }
+    for (const QRectF &bar : Code128::bars(element.text, element.rect, element.alignment))
+        painter.fillRect(bar, element.color);
 }
 
 }

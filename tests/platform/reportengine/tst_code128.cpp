@@ -1,5 +1,8 @@
 #include "platform/reportengine/Code128.h"
-#include <QTest>
+#include "tests/support/DataRows.h"
+
+#include <cmath>
+#include <numeric>
 
 class TestCode128 : public QObject
 {
@@ -31,9 +34,35 @@ private slots:
             const std::vector<int> bars = Code128::encode(pairs);
             QCOMPARE(std::accumulate(bars.begin(), bars.end(), 0) % 11, 2);
         }
-        const std::vector<int> bars = Code128::encode("12345678"); // 90 modules; 20 blank ones
-        QCOMPARE(Code128::moduleWidth(bars, 1650), 16);
-        QCOMPARE(Code128::moduleWidth(bars, 900), 0);
+    }
+
+    void barsAreWholeDotsWide_data()
+    {
+        // 79 modules and 20 blank ones; the area begins within a dot.
+        row("as coarse as may be", 600.0, 0, 3.0, 30);
+        row("at the right", 600.0, int(Qt::AlignRight), 3.0, 302 + 30);
+        row("in the middle", 600.0, int(Qt::AlignHCenter), 3.0, 151 + 30);
+        row("as wide as its area", 298.0, 0, 3.0, 30);
+        row("less than three dots", 297.0, 0, 2.0, 20);
+        row("for other printers", 198.0, 0, 1.5, 15);
+        row("too fine", 149.0, 0, 0.0, 0);
+    }
+
+    void barsAreWholeDotsWide()
+    {
+        const auto [dots, alignment, module, firstBar] = fetched<double, int, double, int>();
+        const QRectF area(500.4 * Code128::dot, 7, dots * Code128::dot, 300);
+        const QList<QRectF> bars = Code128::bars("12345678", area, Qt::Alignment(alignment));
+        QCOMPARE(bars.isEmpty(), module == 0);
+        const std::vector<int> widths = Code128::encode("12345678");
+        for (int i = 0; i < bars.size(); ++i) {
+            QCOMPARE(bars[i].width(), widths[size_t(2 * i)] * module * Code128::dot);
+            const double edge = bars[i].left() / Code128::dot * (module == 1.5 ? 2 : 1);
+            QVERIFY(std::abs(edge - std::round(edge)) < 1e-6);
+            QVERIFY(bars[i].top() == area.top() && bars[i].bottom() == area.bottom());
+        }
+        if (!bars.isEmpty())
+            QCOMPARE(int(std::round(bars.first().left() / Code128::dot)), 501 + firstBar);
     }
 };
 
