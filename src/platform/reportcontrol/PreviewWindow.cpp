@@ -240,8 +240,12 @@ void PreviewWindow::mnuFilePrint_Click()
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
     dialog.setMinMax(1, m_report->pageCount());
     dialog.setFromTo(1, m_report->pageCount());
-    if (dialog.exec() == QDialog::Accepted)
-        perform("Printing", [&](RunProgress &) { return printPages(printer, *m_report, ui.pages->currentPage()); });
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    // The printer that was set up may have known no paper of that size, and the one that was chosen does.
+    if (m_report->pageLayout().pageSize().id() == QPageSize::Custom)
+        setUpPages(printer, *m_report);
+    perform("Printing", [&](RunProgress &) { return printPages(printer, *m_report, ui.pages->currentPage()); });
 }
 
 void PreviewWindow::mnuFilePdf_Click()

@@ -1,18 +1,14 @@
 #include "platform/reportcontrol/Printing.h"
 
 #include "platform/reportengine/Report.h"
-#include "platform/reportengine/TextMeasure.h"
 
 #include <QPrinter>
 #include <QPrinterInfo>
 
 void setUpPages(QPrinter &printer, const Report &report)
 {
-    const QSizeF points = report.pageSize() / TextMeasure::twipsPerPoint;
-    const bool landscape = points.width() > points.height();
-    const QPageSize paper(landscape ? points.transposed() : points, QPageSize::Point, {}, QPageSize::FuzzyMatch);
     printer.setFullPage(true);
-    printer.setPageLayout(QPageLayout(paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()));
+    printer.setPageLayout(report.pageLayout());
     printer.setDocName(report.title());
 }
 

@@ -35,16 +35,28 @@ BandComposer::BandComposer(const Template &report, const GroupedRecords &records
       m_now(now),
       m_measure(report.font),
       m_pageSize(report.pageLayout().fullRect(QPageLayout::Point).size() * TextMeasure::twipsPerPoint),
-      m_margin(report.margin * TextMeasure::twipsPerPoint)
+      m_margin(report.margin * TextMeasure::twipsPerPoint),
+      m_sideMargin(report.sideMargin * TextMeasure::twipsPerPoint),
+      m_labelWidth(report.detailWidth() * TextMeasure::twipsPerPoint),
+      m_labelStep(m_labelWidth + report.labels.gap * TextMeasure::twipsPerPoint)
 {
-    const double available = m_pageSize.width() - 2 * m_margin;
     double total = 0;
     for (const GridColumn &column : report.columns)
         total += column.width;
-    double edge = m_margin;
+    double edge = 0;
     m_columnEdges.push_back(edge);
     for (const GridColumn &column : report.columns)
-        m_columnEdges.push_back(edge += available * column.width / total);
+        m_columnEdges.push_back(edge += column.width / total);
+}
+
+double BandComposer::left(const BandContext &context) const
+{
+    return m_sideMargin + std::max(0, context.label) * m_labelStep;
+}
+
+double BandComposer::width(const BandContext &context) const
+{
+    return context.label < 0 ? m_pageSize.width() - 2 * m_sideMargin : m_labelWidth;
 }
 
 std::vector<double> BandComposer::stripHeights(const Band &band, const BandContext &context)
@@ -85,12 +97,12 @@ void BandComposer::compose(const Band &band, const BandContext &context, int fir
         const int begin = std::max(strip, first);
         const int end = std::min(strip + strips, first + count);
         if (begin < end && line.isRule)
-            elements.append(ruleElement(top));
+            elements.append(ruleElement(context, top));
         else if (begin < end && holds(line.when, context))
             for (const PrintedCell &printed : printedCells(line, context, false))
                 for (int i = begin - strip; i < std::min<int>(end - strip, printed.lines.size()); ++i)
                     if (!printed.lines[i].isEmpty()) {
-                        elements.append(cellElement(*printed.cell, line, printed.lines[i],
+                        elements.append(cellElement(*printed.cell, line, context, printed.lines[i],
                                                     top + (i - (begin - strip)) * stripHeight(line)));
                         if (i == 0)
                             elements.last().cellText = printed.lines.size() > 1 ? printed.text : elements.last().text;
@@ -124,13 +136,12 @@ QList<BandComposer::PrintedCell> BandComposer::printedCells(const BandLine &line
         for (int column = cell.firstColumn; column <= cell.lastColumn; ++column)
             taken[column] = true;
         // How often a text wraps must not hang on a page number that is not known yet.
-        const bool wraps = cell.wraps && !context.hasFixedHeight && !dependsOnPage(cell);
+        const bool wraps = cell.maxLines > 1 && !context.hasFixedHeight && !dependsOnPage(cell);
         if (onlyWrapped && !wraps)
             continue;
         const QString text = printable(expanded(cell.text, context), wraps);
         cells.append(
-            {&cell, text,
-             wraps ? m_measure.wrapped(text, cellRect(cell).width(), line.size, cell.bold) : QStringList(text)});
+            {&cell, text, wraps ? broken(cell, line, text, cellRect(cell, context).width()) : QStringList(text)});
     }
     return cells;
 }
@@ -148,10 +159,23 @@ double BandComposer::stripHeight(const BandLine &line)
     return line.isRule ? ruleHeight : m_measure.lineHeight(line.size);
 }
 
-QRectF BandComposer::cellRect(const Cell &cell) const
+QRectF BandComposer::cellRect(const Cell &cell, const BandContext &context) const
 {
-    const double left = m_columnEdges[cell.firstColumn] + cellPadding;
-    return {left, 0, std::max(0.0, m_columnEdges[cell.lastColumn + 1] - cellPadding - left), 0};
+    const auto edge = [&](int column) { return left(context) + width(context) * m_columnEdges[column]; };
+    const double textLeft = edge(cell.firstColumn) + cellPadding;
+    return {textLeft, 0, std::max(0.0, edge(cell.lastColumn + 1) - cellPadding - textLeft), 0};
+}
+
+/// The last line that the text may take shows an ellipsis where more follows.
+QStringList BandComposer::broken(const Cell &cell, const BandLine &line, const QString &text, double width)
+{
+    QStringList lines = m_measure.wrapped(text, width, line.size, cell.bold);
+    if (lines.size() > cell.maxLines) {
+        const QString rest = lines.mid(cell.maxLines - 1).join(' ');
+        lines.resize(cell.maxLines);
+        lines.last() = m_measure.elided(rest, width, line.size, cell.bold);
+    }
+    return lines;
 }
 
 QString BandComposer::expanded(const QList<TextPiece> &text, const BandContext &context) const
@@ -190,21 +214,22 @@ QString BandComposer::expanded(const TextPiece &piece, const BandContext &contex
     Q_UNREACHABLE();
 }
 
-PageElement BandComposer::ruleElement(double top) const
+PageElement BandComposer::ruleElement(const BandContext &context, double top) const
 {
     PageElement element;
     element.kind = PageElement::Rule;
-    element.rect = QRectF(m_margin, top + ruleHeight / 2, m_pageSize.width() - 2 * m_margin, 0);
+    element.rect = QRectF(left(context), top + ruleHeight / 2, width(context), 0);
     return element;
 }
 
-PageElement BandComposer::cellElement(const Cell &cell, const BandLine &line, const QString &text, double top)
+PageElement BandComposer::cellElement(const Cell &cell, const BandLine &line, const BandContext &context,
+                                      const QString &text, double top)
 {
     PageElement element;
     element.size = line.size;
     element.bold = cell.bold;
     element.alignment = cell.alignment;
-    element.rect = cellRect(cell);
+    element.rect = cellRect(cell, context);
     element.rect.moveTop(top);
     element.rect.setHeight(m_measure.lineHeight(line.size));
     if (cell.isBarcode && !Code128::bars(text, element.rect, element.alignment).isEmpty()) {

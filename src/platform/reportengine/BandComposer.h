@@ -18,6 +18,7 @@ struct BandContext {
     /// For the page's own header and footer, which are as high on every page: no text in them wraps, and a line whose
     /// condition does not hold stays blank.
     bool hasFixedHeight = false;
+    int label = -1; ///< the place in a row of labels that the band has to itself; -1: the width of the page
 };
 
 /// Turns bands into elements of a page. A band is a pile of strips, one for each printed line of text; a tall band can
@@ -31,6 +32,9 @@ public:
     /// In twips, as everything here.
     QSizeF pageSize() const { return m_pageSize; }
     double margin() const { return m_margin; }
+    /// How far a band reaches from the left to the right.
+    double left(const BandContext &context) const;
+    double width(const BandContext &context) const;
     TextMeasure &measure() { return m_measure; }
 
     /// The heights of the strips that are printed of the band, none where its condition does not hold.
@@ -55,11 +59,13 @@ private:
     QList<PrintedCell> printedCells(const BandLine &line, const BandContext &context, bool onlyWrapped);
     int stripCount(const BandLine &line, const BandContext &context);
     double stripHeight(const BandLine &line);
-    QRectF cellRect(const Cell &cell) const;
+    QRectF cellRect(const Cell &cell, const BandContext &context) const;
+    QStringList broken(const Cell &cell, const BandLine &line, const QString &text, double width);
     QString expanded(const QList<TextPiece> &text, const BandContext &context) const;
     QString expanded(const TextPiece &piece, const BandContext &context) const;
-    PageElement ruleElement(double top) const;
-    PageElement cellElement(const Cell &cell, const BandLine &line, const QString &text, double top);
+    PageElement ruleElement(const BandContext &context, double top) const;
+    PageElement cellElement(const Cell &cell, const BandLine &line, const BandContext &context, const QString &text,
+                            double top);
 
     const GroupedRecords &m_records;
     QHash<QString, QString> m_parameters;
@@ -67,5 +73,8 @@ private:
     TextMeasure m_measure;
     QSizeF m_pageSize;
     double m_margin;
-    std::vector<double> m_columnEdges; ///< one more than there are columns
+    double m_sideMargin;
+    double m_labelWidth;
+    double m_labelStep; ///< from a label to the next one beside it
+    std::vector<double> m_columnEdges; ///< one more than there are columns; parts of a band's width
 };

@@ -83,7 +83,8 @@ void DataSource::learnKinds()
             throw templateError(m_template.fileName, line, QStringLiteral("the database has no table %1").arg(table),
                                 ResultCode::tableNotFound);
     };
-    learn(m_template.table, m_template.tableLine);
+    if (!m_template.table.isEmpty())
+        learn(m_template.table, m_template.tableLine);
     for (const Join &join : std::as_const(m_template.joins))
         learn(join.table, join.line);
     m_key = tables[m_template.table.toCaseFolded()].counter;
@@ -217,6 +218,8 @@ QString DataSource::statement(const QStringList &conditions) const
 GroupedRecords DataSource::read(const Progress &progress) const
 {
     std::vector<Value> values;
+    if (m_template.table.isEmpty())
+        return GroupedRecords(m_template, std::move(values));
     double done = 0;
     progress(done);
     RowReader reader(m_database, [&] { progress(done); });

@@ -143,7 +143,7 @@ GroupedRecords::Ranks GroupedRecords::ranks(int field, FieldKind kind, Group::Pe
 
 void GroupedRecords::arrange(const Template &report)
 {
-    m_order.resize(m_width == 0 ? 0 : m_values.size() / m_width);
+    m_order.resize(m_width == 0 ? 1 : m_values.size() / m_width);
     std::iota(m_order.begin(), m_order.end(), 0);
 
     struct Key {

@@ -18,12 +18,13 @@ public:
     };
 
     GroupedRecords() = default;
-    /// `values` are those of one record after the other, a value for each field of the template.
+    /// `values` are those of one record after the other, a value for each field of the template. A template without
+    /// fields has one record.
     GroupedRecords(const Template &report, std::vector<Value> values);
 
     int count() const { return int(m_order.size()); }
     /// The values of a row, by the numbers of their fields.
-    const Value *record(int row) const { return &m_values[size_t(m_order[row]) * m_width]; }
+    const Value *record(int row) const { return m_values.data() + size_t(m_order[row]) * m_width; }
     /// The rows of the group that `row` is in; level 0 is the outermost group.
     const Run &run(int level, int row) const { return m_runs[level][m_runOfRow[level][row]]; }
     /// The outermost group that begins with `row`; the number of levels when none does.

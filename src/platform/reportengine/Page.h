@@ -28,6 +28,7 @@ struct PlacedBand {
     int row = -1;
     bool continued = false; ///< a group's header again, on a further page
     bool shaded = false;
+    int label = -1; ///< its place in a row of labels, from 0
     /// The strips of the band that stand here.
     int firstStrip = 0;
     int stripCount = 0;

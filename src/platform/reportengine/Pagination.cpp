@@ -5,7 +5,12 @@
 #include <numeric>
 
 namespace {
+// Heights that add up to a page's do so even where they are fractions of a twip.
+constexpr double tolerance = 0.01;
+
 BandContext rowContext(int row, bool continued = false) { return {.row = row, .continued = continued}; }
+
+BandContext labelContext(int row, int label) { return {.row = row, .label = label}; }
 
 BandContext pageContext(int row) { return {.row = row, .hasFixedHeight = true}; }
 }
@@ -16,17 +21,24 @@ Pagination::Pagination(const Template &report, const GroupedRecords &records, Ba
       m_composer(composer),
       m_top(composer.margin() + composer.height(report.pageHeader, pageContext(-1))),
       m_bottom(composer.pageSize().height() - composer.margin() - composer.height(report.pageFooter, pageContext(-1))),
+      m_labelHeight(report.labels.height > 0 ? report.labels.height * TextMeasure::twipsPerPoint : m_bottom - m_top),
       m_detailHeights(size_t(records.count()), -1)
 {
-    double tallest = std::max({composer.tallestStrip(report.reportHeader), composer.tallestStrip(report.detail),
+    const double detail = composer.tallestStrip(report.detail);
+    const auto refuse = [&](const QString &reason) {
+        throw ReportError(ResultCode::cannotLoadReport, QStringLiteral("%1: %2").arg(report.fileName, reason));
+    };
+    if (hasLabels() && m_labelHeight > m_bottom - m_top + tolerance)
+        refuse(QStringLiteral("a label is higher than a page"));
+    if (hasLabels() && detail > m_labelHeight + tolerance)
+        refuse(QStringLiteral("a line is higher than a label"));
+    double tallest = std::max({composer.tallestStrip(report.reportHeader), hasLabels() ? 0 : detail,
                                composer.tallestStrip(report.reportFooter), composer.tallestStrip(report.noData)});
     for (const Group &group : report.groups)
         tallest = std::max({tallest, composer.tallestStrip(group.header), composer.tallestStrip(group.footer)});
     // Headings that are repeated may take half of a page.
     if (m_bottom - m_top < 2 * tallest)
-        throw ReportError(
-            ResultCode::cannotLoadReport,
-            QStringLiteral("%1: the pages' header and footer leave no room for rows").arg(report.fileName));
+        refuse(QStringLiteral("the pages' header and footer leave no room for rows"));
 }
 
 bool Pagination::advance(const QDeadlineTimer &deadline)
@@ -64,16 +76,16 @@ QList<PageElement> Pagination::elements(int number) const
     };
     fixed(m_template.pageHeader, page.firstRow, m_composer.margin());
     for (const PlacedBand &placed : page.bands) {
+        BandContext context = numbered(rowContext(placed.row, placed.continued));
+        context.label = placed.label;
         if (placed.shaded && m_template.shade.isValid()) {
             PageElement shade;
             shade.kind = PageElement::Shade;
-            shade.rect = QRectF(m_composer.margin(), placed.top,
-                                m_composer.pageSize().width() - 2 * m_composer.margin(), placed.height);
+            shade.rect = QRectF(m_composer.left(context), placed.top, m_composer.width(context), placed.height);
             shade.color = m_template.shade;
             elements.append(shade);
         }
-        m_composer.compose(*placed.band, numbered(rowContext(placed.row, placed.continued)), placed.firstStrip,
-                           placed.stripCount, placed.top, elements);
+        m_composer.compose(*placed.band, context, placed.firstStrip, placed.stripCount, placed.top, elements);
     }
     fixed(m_template.pageFooter, page.lastRow, m_bottom);
     return elements;
@@ -82,19 +94,69 @@ QList<PageElement> Pagination::elements(int number) const
 void Pagination::placeRow(int row)
 {
     const int opening = m_records.firstOpening(row);
-    const bool fits = keptHeight(row) <= room();
-    if ((row > 0 && startsPage(row)) || (!fits && m_pageHasRows))
-        beginPage(row, opening);
+    if (labelOf(row) <= 0) {
+        const bool fits = keptHeight(row) <= room();
+        if ((row > 0 && startsPage(row)) || (!fits && m_pageHasRows))
+            beginPage(row, opening);
+    }
     for (int level = opening; level < levels(); ++level)
         place(m_template.groups[level].header, row, level);
     if (opening < levels())
         m_nextIsShaded = false;
     m_pages.back().lastRow = row;
-    place(m_template.detail, row, levels(), footersHeight(row), m_nextIsShaded);
+    if (hasLabels())
+        placeLabel(row, m_nextIsShaded);
+    else
+        place(m_template.detail, row, levels(), footersHeight(row), m_nextIsShaded);
     m_nextIsShaded = !m_nextIsShaded;
     m_pageHasRows = true;
     for (int level = levels() - 1; level >= m_records.firstClosing(row); --level)
         place(m_template.groups[level].footer, row, level + 1);
+}
+
+double Pagination::room() const { return m_bottom - m_y + tolerance; }
+
+/// The place of a row's label among those beside it, from 0; -1 where details are no labels.
+int Pagination::labelOf(int row) const
+{
+    if (!hasLabels())
+        return -1;
+    return (row - (levels() > 0 ? m_records.run(levels() - 1, row).first : 0)) % m_template.labels.across;
+}
+
+/// The last row that stands beside `row`.
+int Pagination::lastBeside(int row) const
+{
+    if (!hasLabels())
+        return row;
+    const int last = levels() > 0 ? m_records.run(levels() - 1, row).last : m_records.count() - 1;
+    return std::min(last, row - labelOf(row) + m_template.labels.across - 1);
+}
+
+/// All labels are equally high. What one of them has no room for is not printed.
+void Pagination::placeLabel(int row, bool shaded)
+{
+    const BandContext context = labelContext(row, labelOf(row));
+    if (context.label == 0) {
+        if (m_labelHeight > room())
+            beginPage(row, levels());
+        m_y += m_labelHeight;
+    }
+    PlacedBand label;
+    label.band = &m_template.detail;
+    label.row = row;
+    label.shaded = shaded;
+    label.label = context.label;
+    label.top = m_y - m_labelHeight;
+    label.height = m_labelHeight;
+    double used = 0;
+    for (const double height : m_composer.stripHeights(m_template.detail, context)) {
+        used += height;
+        if (used > m_labelHeight + tolerance)
+            break;
+        ++label.stripCount;
+    }
+    m_pages.back().bands.push_back(label);
 }
 
 void Pagination::placeLastBand()
@@ -119,6 +181,7 @@ double Pagination::keptHeight(int row)
 {
     double height = 0;
     for (int r = row, last = row; r <= last && height <= m_bottom - m_top; ++r) {
+        last = std::max(last, lastBeside(r));
         for (int level = m_records.firstOpening(r); level < levels(); ++level) {
             const Group &group = m_template.groups[level];
             height += m_composer.height(group.header, rowContext(r));
@@ -129,8 +192,11 @@ double Pagination::keptHeight(int row)
     return height;
 }
 
+/// Of the first of the labels beside each other: the height of all of them.
 double Pagination::detailHeight(int row)
 {
+    if (hasLabels())
+        return labelOf(row) == 0 ? m_labelHeight : 0;
     float &height = m_detailHeights[row];
     if (height < 0)
         height = float(m_composer.height(m_template.detail, rowContext(row)));

@@ -6,6 +6,9 @@
 
 /// Puts the bands of a report on pages. Rows stay whole, a group's heading stays with its first rows and its footer
 /// with its last one; only what is taller than a page is cut, between lines of text.
+///
+/// Labels go from the left to the right, then down. A group begins a row of them; what stands above or below a row of
+/// labels has the page's width.
 class Pagination
 {
 public:
@@ -28,8 +31,12 @@ public:
 
 private:
     int levels() const { return int(m_template.groups.size()); }
-    double room() const { return m_bottom - m_y; }
+    double room() const;
+    bool hasLabels() const { return m_template.labels.across > 0; }
+    int labelOf(int row) const;
+    int lastBeside(int row) const;
     void placeRow(int row);
+    void placeLabel(int row, bool shaded);
     void placeLastBand();
     bool startsPage(int row) const;
     double keptHeight(int row);
@@ -47,6 +54,7 @@ private:
     // In twips: where rows begin and end on a page, below its header and above its footer.
     double m_top;
     double m_bottom;
+    double m_labelHeight;
 
     std::vector<Page> m_pages;
     double m_y = 0; ///< where the next band goes

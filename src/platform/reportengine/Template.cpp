@@ -1,10 +1,18 @@
 #include "platform/reportengine/Template.h"
 
+#include <QRectF>
+
 QPageLayout Template::pageLayout() const
 {
     QPageLayout layout(paper, landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF());
     layout.setMode(QPageLayout::FullPageMode);
     return layout;
+}
+
+double Template::detailWidth() const
+{
+    const double width = pageLayout().fullRect(QPageLayout::Point).width() - 2 * sideMargin;
+    return labels.across == 0 ? width : (width - (labels.across - 1) * labels.gap) / labels.across;
 }
 
 int Template::fieldCalled(QStringView name, int line)

@@ -49,7 +49,7 @@ struct GridColumn {
     QString name;
     double width = 0; ///< relative to the other columns
     Qt::Alignment alignment = Qt::AlignLeft;
-    bool wraps = false;
+    int maxLines = 1; ///< of a text that wraps
 };
 
 struct Cell {
@@ -57,7 +57,7 @@ struct Cell {
     int lastColumn = 0;
     Qt::Alignment alignment = Qt::AlignLeft;
     bool bold = false;
-    bool wraps = false;
+    int maxLines = 1;
     bool isBarcode = false;
     Formula when;
     int line = 0; ///< of the template
@@ -91,6 +91,13 @@ struct Group {
     Band footer;
 };
 
+/// Details that stand beside each other, each as high as the others: labels.
+struct Labels {
+    int across = 0; ///< 0: details stand below each other, as high as their texts
+    double height = 0; ///< points, from a label to the one below; 0: all that is between header and footer of a page
+    double gap = 0; ///< points, between a label and the next one beside it
+};
+
 struct SortField {
     int field = -1;
     bool descending = false;
@@ -110,11 +117,12 @@ struct Template {
     QString title;
     QPageSize paper{QPageSize::Letter};
     bool landscape = false;
-    double margin = 36; ///< points
+    double margin = 36; ///< points; above and below
+    double sideMargin = 36;
     QString font;
     double size = 9; ///< points
 
-    QString table;
+    QString table; ///< empty: the report has one record, with no fields
     int tableLine = 0;
     QList<Join> joins;
     Formula where;
@@ -125,6 +133,7 @@ struct Template {
     Band pageHeader;
     QList<Group> groups;
     Band detail;
+    Labels labels;
     QColor shade; ///< of every second row; invalid: none
     Band reportFooter;
     Band pageFooter;
@@ -132,6 +141,8 @@ struct Template {
 
     /// The whole sheet: a report keeps its margins itself.
     QPageLayout pageLayout() const;
+    /// Of a label in points, or of the page between its margins.
+    double detailWidth() const;
 
     FieldList fields;
     QList<Aggregate> aggregates;

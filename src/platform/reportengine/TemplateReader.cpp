@@ -5,10 +5,16 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSizeF>
 #include <QStringDecoder>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+
+namespace {
+constexpr double narrowestDetail = 10; ///< points
+}
 
 Template TemplateReader::readFile(const QString &path)
 {
@@ -49,15 +55,7 @@ void TemplateReader::readReport()
         if (text("version") != QStringLiteral("1"))
             fail(QStringLiteral("the template is not of version 1"));
         m_template.title = text("title");
-        m_template.paper = QPageSize(QPageSize::PageSizeId(choice("paper",
-                                                                  {{"Letter", QPageSize::Letter},
-                                                                   {"Legal", QPageSize::Legal},
-                                                                   {"A3", QPageSize::A3},
-                                                                   {"A4", QPageSize::A4},
-                                                                   {"A5", QPageSize::A5}},
-                                                                  QPageSize::Letter)));
-        m_template.landscape = choice("orientation", {{"portrait", false}, {"landscape", true}}, false);
-        m_template.margin = number("margin", 18, 144, m_template.margin);
+        readPage();
         m_template.font = has("font") ? text("font") : QStringLiteral("Liberation Sans");
         m_template.size = number("size", 5, 24, m_template.size);
         readChildren({
@@ -66,7 +64,7 @@ void TemplateReader::readReport()
             {"reportheader", "when", [this] { readBand(m_template.reportHeader, -1); }},
             {"pageheader", "when", [this] { readBand(m_template.pageHeader, -1); }},
             {"group", "by per sort keep repeat newpage", [this] { readGroup(); }, true},
-            {"detail", "when shade", [this] { readDetail(); }},
+            {"detail", "when shade across height gap", [this] { readDetail(); }},
             {"reportfooter", "when", [this] { readBand(m_template.reportFooter, -1); }},
             {"pagefooter", "when", [this] { readBand(m_template.pageFooter, -1); }},
             {"nodata", "when", [this] { readBand(m_template.noData, -1); }},
@@ -74,7 +72,36 @@ void TemplateReader::readReport()
         m_line = int(m_xml.lineNumber());
         checkComplete();
     };
-    readChildren({{"report", "version title paper orientation margin font size", page}});
+    readChildren({{"report", "version title paper width height orientation margin sidemargin font size", page}});
+}
+
+void TemplateReader::readPage()
+{
+    const bool isOwnSize = has("width") || has("height");
+    m_template.paper = isOwnSize ? ownPaper()
+                                 : QPageSize(QPageSize::PageSizeId(choice("paper",
+                                                                          {{"Letter", QPageSize::Letter},
+                                                                           {"Legal", QPageSize::Legal},
+                                                                           {"A3", QPageSize::A3},
+                                                                           {"A4", QPageSize::A4},
+                                                                           {"A5", QPageSize::A5}},
+                                                                          QPageSize::Letter)));
+    m_template.landscape = choice("orientation", {{"portrait", false}, {"landscape", true}}, false);
+    // Label printers print close to the edge; others leave it white.
+    m_template.margin = length("margin", isOwnSize ? 0 : 18, 144, m_template.margin);
+    m_template.sideMargin = length("sidemargin", 0, 144, m_template.margin);
+}
+
+QPageSize TemplateReader::ownPaper() const
+{
+    constexpr double smallest = 20;
+    constexpr double largest = 4000;
+    if (has("paper") || !has("width") || !has("height"))
+        fail(QStringLiteral("a page has either paper=\"...\" or width=\"...\" and height=\"...\""));
+    // PDF files and printer drivers know whole points.
+    const QSizeF size(std::round(length("width", smallest, largest, 0)),
+                      std::round(length("height", smallest, largest, 0)));
+    return QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch);
 }
 
 void TemplateReader::readData()
@@ -136,7 +163,7 @@ void TemplateReader::readColumns()
             fail(QStringLiteral("width is missing"));
         column.width = number("width", 0.1, 1000, 1);
         column.alignment = alignment(Qt::AlignLeft);
-        column.wraps = yesNo("wrap");
+        column.maxLines = linesOfText();
         m_template.columns.append(column);
         readEmpty();
     };
@@ -166,6 +193,15 @@ void TemplateReader::readGroup()
 
 void TemplateReader::readDetail()
 {
+    Labels &labels = m_template.labels;
+    labels.across = int(number("across", 1, 20, 0));
+    labels.height = length("height", 10, 4000, 0);
+    labels.gap = length("gap", 0, 144, 0);
+    if (labels.across == 0 && (has("height") || has("gap")))
+        fail(QStringLiteral("height and gap are those of labels: across is missing"));
+    // A row that is not printed would leave a label blank.
+    if (labels.across > 0 && has("when"))
+        fail(QStringLiteral("labels have no when: name their rows in <where>"));
     if (has("shade")) {
         static const QRegularExpression form(QStringLiteral("^#[0-9a-fA-F]{6}$"));
         if (!form.match(text("shade")).hasMatch())
@@ -225,7 +261,7 @@ void TemplateReader::readCell(Cell &cell, int level)
     cell.alignment = alignment(column.alignment);
     cell.bold = has("bold") ? yesNo("bold") : cell.bold;
     cell.isBarcode = choice("barcode", {{"code128", true}}, false);
-    cell.wraps = column.wraps && !cell.isBarcode;
+    cell.maxLines = cell.isBarcode ? 1 : column.maxLines;
     cell.when = formula(text("when"));
     cell.line = m_line;
 
@@ -332,6 +368,35 @@ double TemplateReader::number(const char *attribute, double lowest, double highe
     return value;
 }
 
+double TemplateReader::length(const char *attribute, double lowest, double highest, double otherwise) const
+{
+    if (!has(attribute))
+        return otherwise;
+    QString value = text(attribute).trimmed();
+    double points = 1;
+    for (const auto &[unit, pointsOfUnit] : {std::pair("mm", 72 / 25.4), {"in", 72.0}})
+        if (value.endsWith(QLatin1StringView(unit))) {
+            value.chop(2);
+            points = pointsOfUnit;
+        }
+    bool valid = false;
+    points *= value.toDouble(&valid);
+    if (!valid || !(points >= lowest && points <= highest))
+        fail(QStringLiteral("%1=\"%2\" is no length from %3 to %4 points")
+                 .arg(QLatin1StringView(attribute), text(attribute))
+                 .arg(lowest)
+                 .arg(highest));
+    return points;
+}
+
+int TemplateReader::linesOfText() const
+{
+    static const QRegularExpression number(QStringLiteral("^[2-9]$"));
+    if (number.match(text("wrap")).hasMatch())
+        return text("wrap").toInt();
+    return yesNo("wrap") ? std::numeric_limits<int>::max() : 1;
+}
+
 int TemplateReader::choice(const char *attribute, std::initializer_list<Word> words, int otherwise) const
 {
     if (!has(attribute))
@@ -376,14 +441,16 @@ int TemplateReader::gridColumn(const QString &name) const
 
 void TemplateReader::checkComplete() const
 {
-    if (m_template.table.isEmpty())
+    if (m_template.table.isEmpty() && (m_template.fields.count() > 0 || !m_template.joins.isEmpty()))
         fail(QStringLiteral("<from> is missing"));
     if (m_template.columns.isEmpty())
         fail(QStringLiteral("<column> is missing"));
     if (m_template.detail.lines.isEmpty())
         fail(QStringLiteral("<detail> is missing or has no line"));
-    if (m_template.fields.count() == 0)
+    if (!m_template.table.isEmpty() && m_template.fields.count() == 0)
         fail(QStringLiteral("the template mentions no field"));
+    if (m_template.detailWidth() < narrowestDetail)
+        fail(QStringLiteral("margins and gaps leave no width"));
 }
 
 void TemplateReader::fail(const QString &what) const { fail(ResultCode::cannotLoadReport, what); }

@@ -58,8 +58,13 @@ private:
     QString text(const char *attribute) const;
     QString requiredText(const char *attribute) const;
     bool yesNo(const char *attribute) const;
+    /// In points, which a text may give in "mm" or "in" as well.
+    double length(const char *attribute, double lowest, double highest, double otherwise) const;
     double number(const char *attribute, double lowest, double highest, double otherwise) const;
     int choice(const char *attribute, std::initializer_list<Word> words, int otherwise) const;
+    void readPage();
+    QPageSize ownPaper() const;
+    int linesOfText() const;
     Qt::Alignment alignment(Qt::Alignment otherwise) const;
     int fieldReference(const char *attribute);
     Formula formula(const QString &text);

@@ -169,6 +169,20 @@ private slots:
         QCOMPARE(content("paper.pdf").count("/Type /Page\n"), printed);
     }
 
+    void aRollIsNotTurned()
+    {
+        QByteArray content = simpleTemplate("<from table=\"Tools\"/>", "{Tools.Description}");
+        writeFile(file("Roll.rpt"),
+                  content.replace("version=", "width=\"62mm\" height=\"29mm\" margin=\"3mm\" version="));
+        Report report(&*m_database);
+        QCOMPARE(report.open("Roll.rpt", {}), 0);
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFileName(file("paper.pdf"));
+        setUpPages(printer, report);
+        QCOMPARE(printer.pageLayout().orientation(), QPageLayout::Portrait);
+        QCOMPARE(printer.pageLayout().fullRectPoints(), QRect(0, 0, 176, 82));
+    }
+
     void longRunCanBeCancelled()
     {
         Report report(&*m_database);

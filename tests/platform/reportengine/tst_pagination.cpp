@@ -277,6 +277,50 @@ private slots:
         QVERIFY(!laidOut.texts(1).contains("head"));
     }
 
+    void labelsGoAcrossThenDown()
+    {
+        // On a page of 20 tenths of an inch, without margins, labels of 4; a line takes about 1.
+        const QByteArray content =
+            "<report version=\"1\" width=\"3.2in\" height=\"2in\" margin=\"0\" size=\"6\"><data><from table=\"T\"/>"
+            "</data><columns><column name=\"a\" width=\"1\" wrap=\"2\"/></columns><pageheader>"
+            + lines("Page {#page}") + "</pageheader><group by=\"{T.A}\" keep=\"4\" repeat=\"yes\"><header>"
+            + lines("head{#continued}") + "</header><footer>" + lines("foot")
+            + "</footer></group><detail across=\"3\" "
+              "height=\"0.4in\" gap=\"0.1in\">"
+            + lines("{T.B}") + lines("{T.N}") + lines("c", 5) + "</detail></report>";
+        std::vector<Row> rows;
+        for (int row = 1; row <= 19; ++row)
+            rows.push_back({row, row < 6 ? "a" : row < 7 ? "b" : "c", QString(row % 2 * 50, 'W'), ""});
+        LaidOut laidOut(content, rows);
+        laidOut.complete();
+        QString pages;
+        for (int number = 0; number < laidOut.layout->pageCount(); ++number) {
+            double y = laidOut.bodyTop();
+            for (const PlacedBand &placed : laidOut.layout->page(number).bands) {
+                if (placed.label < 0) {
+                    pages += placed.band == &laidOut.report.groups[0].header ? " head" : " foot";
+                    QCOMPARE(placed.top, y);
+                } else {
+                    pages += QStringLiteral("%1%2").arg(placed.label ? "," : " ").arg(placed.row + 1);
+                    QCOMPARE(placed.top, placed.label ? y - placed.height : y);
+                    QCOMPARE(placed.height, 0.4 * 1440);
+                    // Each line of a text that wraps, and as many of the others as have room
+                    QCOMPARE(placed.stripCount, int(placed.height / laidOut.composer->measure().lineHeight(6)));
+                }
+                y = placed.top + placed.height;
+            }
+            QVERIFY(y <= laidOut.composer->pageSize().height());
+            pages += '\n';
+        }
+        QCOMPARE(pages, " head 1,2,3 4,5 foot head 6 foot\n head 7,8,9 10,11,12 13,14,15 16,17,18\n head 19 foot\n");
+        for (const PageElement &element : laidOut.layout->elements(1)) {
+            const double place = element.rect.left() / (1.1 * 1440);
+            QVERIFY(element.rect.width() > 1.5 * 1440 || element.rect.right() - int(place) * 1.1 * 1440 <= 1440);
+            QVERIFY(!element.text.startsWith('W') || element.cellText.isEmpty() || element.cellText.size() == 50);
+        }
+        QCOMPARE(laidOut.texts(1).count("Page 2"), 1);
+    }
+
     void tooManyPages()
     {
         std::vector<Row> rows;

@@ -10,7 +10,10 @@ const QByteArray detail = "<detail><line><cell in=\"a\">{Tools.ID}</cell></line>
 const QByteArray tail = "</report>\n";
 
 /// A template whose fourth line is `part`.
-QByteArray with(const QByteArray &part) { return head + data + twoColumns + part + '\n' + detail + tail; }
+QByteArray with(const QByteArray &part)
+{
+    return head + data + twoColumns + part + '\n' + (part.startsWith("<detail") ? "" : detail) + tail;
+}
 
 QByteArray withCell(const QByteArray &text)
 {
@@ -36,11 +39,19 @@ private slots:
         // Elements and attributes
         row("unknown element", with("<script/>"), 4, "<script>");
         row("second band", with("<nodata/><nodata/>"), 4, "a second <nodata>");
-        row("nothing to read", head + twoColumns + detail + tail, 4, "<from> is missing");
         row("detail without a line", head + data + twoColumns + "<detail><rule/></detail>\n" + tail, 5, "no field");
         // Values
         row("unknown paper", "<report version=\"1\" paper=\"Poster\"/>", 1, "Poster");
         row("margin too small", "<report version=\"1\" margin=\"17\"/>", 1, "from 18 to 144");
+        row("a unit that there is not", "<report version=\"1\" margin=\"1cm\"/>", 1, "no length");
+        row("a size of its own and a paper", "<report version=\"1\" width=\"62mm\" height=\"29mm\" paper=\"A4\"/>", 1,
+            "either");
+        row("labels that leave no width",
+            with("<detail across=\"20\" gap=\"0.5in\"><line><cell in=\"a\">{Tools.ID}</cell></line></detail>"), 5,
+            "no width");
+        row("labels that may be left blank", with("<detail across=\"2\" when=\"{Tools.ID} = 1\"/>"), 4, "<where>");
+        row("no record, yet a field", head + twoColumns + detail + tail, 4, "<from> is missing");
+        row("neither record nor field", head + twoColumns + "<detail><rule/></detail>\n" + tail, 0, "", ResultCode::ok);
         row("width missing", head + "<columns>\n<column name=\"a\"/></columns>" + tail, 3, "width");
         row("column twice",
             head + "<columns><column name=\"a\" width=\"1\"/>\n<column name=\"a\" width=\"1\"/></columns>" + tail, 3,
