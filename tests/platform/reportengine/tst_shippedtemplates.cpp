@@ -5,6 +5,9 @@
 #include "platform/reportengine/Report.h"
 #include "platform/system/Clock.h"
 
+#include <QProcess>
+#include <QStandardPaths>
+
 namespace {
 
 constexpr auto people =
@@ -50,7 +53,9 @@ private slots:
         QStringList names;
         for (int row = 0; row < listed.recordCount(); ++row)
             names.append(listed.at(row, 0).toText());
-        names += {"ToolsJunkByJob.rpt", "ToolsJunkByEmployee.rpt"}; // printed by name
+        // Printed by name
+        names += {"ToolsJunkByJob.rpt", "ToolsJunkByEmployee.rpt", "LocationLabels.rpt",   "JobLabels.rpt",
+                  "OwnJobLabels.rpt",   "OperationCodes.rpt",      "ScrapReasonCodes.rpt", "CommandCodes.rpt"};
         names.removeDuplicates();
         names.sort();
         QCOMPARE(names, QDir(PROGRAM_DATA "/templates").entryList({"*.rpt"}));
@@ -69,11 +74,64 @@ private slots:
         row("ToolsByLocation.rpt", tools);
         row("CountSheet.rpt", tools);
         row("ToolLabels.rpt", tools);
+        row("ToolLabels62mm.rpt", tools);
+        row("ToolLabels29mm.rpt", tools);
+        row("LocationLabels.rpt", QString("{Locations.ID} = 1"));
+        row("OperationCodes.rpt", QString("{Operation.OperNo} = 10"));
+        row("EmployeeBadges.rpt", QString("{Employee.Empid} = 7"));
         row("ToolsScrapped.rpt", QString("{Scrap.id} = 1 or {Scrap.id} = 2"));
         row("JunkTools.rpt", QString("{Job.JobNo} = 3 or {Job.Jobno} = 4"));
         row("Employees.rpt", QString("{Employee.Empid} = 7 or {Employee.Empid} = 8"));
         row("ToolsJunkByJob.rpt", QString("{Scrap.job} = 1000"));
         row("ToolsJunkByEmployee.rpt", QString("{Scrap.employee} = 7"));
+    }
+
+    void codesCanBeRead()
+    {
+        const QString zbarimg = QStandardPaths::findExecutable("zbarimg");
+        if (zbarimg.isEmpty())
+            QSKIP("zbarimg is not installed");
+        ReportCrib crib;
+        crib.fill(people);
+        crib.fill(
+            "INSERT INTO Job (JobNo, Shipped) VALUES (25001, 0), (25002, -1); INSERT INTO JobVorlane (Jobno) "
+            "VALUES (12500); INSERT INTO ScrapReasons (ID, Description) VALUES (2, 'Lost'); INSERT INTO Tools (ID, "
+            "Type, Location, Description) VALUES (7, 1, 1, 'Tap'), (1234, 1, 1, 'Drill')");
+        crib.execute("INSERT INTO Tools (ID, Type, Location, Description, PartNumber) VALUES (32767, 1, 1, '"
+                     + QString("Dial indicator with certificate ").repeated(9) + "', 'P-1')");
+        const std::pair<QString, QStringList> shipped[] = {
+            {"ToolLabels", {"T1234", "T32767", "T7"}},
+            {"ToolLabels62mm", {"T1234", "T32767", "T7"}},
+            {"ToolLabels29mm", {"T1234", "T32767", "T7"}},
+            {"LocationLabels", {"L1"}},
+            {"EmployeeBadges", {"E7", "E8"}},
+            {"JobLabels", {"J25001"}},
+            {"OwnJobLabels", {"J12500"}},
+            {"OperationCodes", {"O10"}},
+            {"ScrapReasonCodes", {"R2"}},
+            {"CommandCodes", {"COUNT", "DONE", "IN", "OUT", "UNDO"}},
+            {"CountSheet", {"1234", "32767", "7"}},
+        };
+        for (const auto &[name, codes] : shipped) {
+            QVERIFY(QFile::copy(PROGRAM_DATA "/templates/" + name + ".rpt", crib.folder.filePath(name + ".rpt")));
+            Report report(crib.database.get());
+            QCOMPARE(report.open(name + ".rpt", {}), 0);
+            QCOMPARE(report.writePdf(crib.folder.filePath("a.pdf")), 0);
+            QTemporaryDir pages;
+            // As a label printer prints them, in dots that are black or white
+            QCOMPARE(QProcess::execute("pdftoppm",
+                                       {"-r", "203", "-mono", crib.folder.filePath("a.pdf"), pages.filePath("p")}),
+                     0);
+            QProcess reader;
+            QStringList files;
+            for (const QFileInfo &page : QDir(pages.path()).entryInfoList(QDir::Files))
+                files += page.filePath();
+            reader.start(zbarimg, QStringList{"-q", "--raw", "-Sdisable", "-Scode128.enable"} + files);
+            QVERIFY(reader.waitForFinished());
+            QStringList read = QString::fromLatin1(reader.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
+            read.sort();
+            QCOMPARE(read, codes);
+        }
     }
 
     void print()
@@ -96,7 +154,7 @@ private slots:
                   "VALUES (99)");
         QCOMPARE(report.open(name, {}), 0);
         QCOMPARE(report.layout(), 0);
-        QCOMPARE(report.recordCount(), name == "Employees.rpt" ? 3 : 1);
+        QCOMPARE(report.recordCount(), name.startsWith("Employee") ? 3 : 1);
         const QString many(1000, 'W');
         for (const char *statement :
              {"UPDATE CheckOutIn SET CheckOutDesc = '%1', CheckOutPartNo = '%1', Employee = '7'",
@@ -107,7 +165,7 @@ private slots:
             crib.execute(QString(statement).arg(many));
         QCOMPARE(report.open(name, {}), 0);
         QCOMPARE(report.writePdf(crib.folder.filePath("a.pdf")), 0);
-        if (name == "ToolLabels.rpt")
+        if (TemplateReader::readFile(crib.folder.filePath(name)).labels.across > 0)
             return; // a label shows what fits
         int printed = 0;
         for (int page = 0; page < report.pageCount(); ++page)
