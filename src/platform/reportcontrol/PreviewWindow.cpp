@@ -242,7 +242,7 @@ void PreviewWindow::mnuFilePrint_Click()
     dialog.setFromTo(1, m_report->pageCount());
     if (dialog.exec() != QDialog::Accepted)
         return;
-    // The printer that was set up may have known no paper of that size, and the one that was chosen does.
+    // The dialog puts the printer's own paper in place of one that it does not list.
     if (m_report->pageLayout().pageSize().id() == QPageSize::Custom)
         setUpPages(printer, *m_report);
     perform("Printing", [&](RunProgress &) { return printPages(printer, *m_report, ui.pages->currentPage()); });

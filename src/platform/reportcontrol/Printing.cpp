@@ -8,7 +8,9 @@
 void setUpPages(QPrinter &printer, const Report &report)
 {
     printer.setFullPage(true);
-    printer.setPageLayout(report.pageLayout());
+    // One by one: a printer that knows no other sizes than its own refuses whole layouts.
+    printer.setPageSize(report.pageLayout().pageSize());
+    printer.setPageOrientation(report.pageLayout().orientation());
     printer.setDocName(report.title());
 }
 
