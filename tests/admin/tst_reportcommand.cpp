@@ -65,7 +65,9 @@ private slots:
             const QString shown = text.section(begin, 1).section("</pre>", 0, 0);
             return QTextDocumentFragment::fromHtml("<pre>" + shown + "</pre>").toPlainText();
         };
-        writeFile(path("DearTools.rpt"), example("DearTools").toUtf8());
+        for (const char *name : {"DearTools", "BinLabels"})
+            writeFile(path(name + QString(".rpt")), example(name).toUtf8());
+        QCOMPARE(AdminRun({"report", path("crib.mdb"), "BinLabels.rpt", "", path("bins.pdf")}).errors, "");
         const AdminRun run({"report", path("crib.mdb"), "DearTools.rpt", "", path("dear.pdf")});
         QCOMPARE(run.errors, "");
         const QString dear = "SELECT ID FROM Tools WHERE PricePer >= 500";
