@@ -126,7 +126,7 @@ private slots:
             QStringList files;
             for (const QFileInfo &page : QDir(pages.path()).entryInfoList(QDir::Files))
                 files += page.filePath();
-            reader.start(zbarimg, QStringList{"-q", "--raw", "-Sdisable", "-Scode128.enable"} + files);
+            reader.start(zbarimg, QStringList{"-q", "--nodbus", "--raw", "-Sdisable", "-Scode128.enable"} + files);
             QVERIFY(reader.waitForFinished());
             QStringList read = QString::fromLatin1(reader.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
             read.sort();
