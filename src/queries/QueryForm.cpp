@@ -5,6 +5,8 @@
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/UserAction.h"
 #include "platform/gui/WindowOwner.h"
+#include "platform/system/Clock.h"
+#include "queries/KeptQueriesWindow.h"
 #include "queries/QueryKind.h"
 #include "queries/ResultsWindow.h"
 #include "reports/PrintBy.h"
@@ -14,6 +16,8 @@
 #include <QPainter>
 #include <QScreen>
 #include <QStyleOptionButton>
+
+#include <algorithm>
 
 namespace {
 
@@ -99,12 +103,12 @@ Entry QueryForm::Row::entry() const
     return entry;
 }
 
-void QueryForm::Row::clear(int box) const
+void QueryForm::Row::setText(int box, const QString &text) const
 {
     if (auto *choices = qobject_cast<BoundCombo *>(valueBoxes[box]))
-        choices->setText({});
+        choices->setText(text);
     else
-        texts[box]->clear();
+        texts[box]->setText(text);
 }
 
 void QueryForm::showModal(const QueryKind &kind)
@@ -154,6 +158,10 @@ QueryForm::QueryForm(const QueryKind &kind) : QDialog(windowOwner()), m_kind(kin
         });
         addAction(action);
     }
+    auto *kept = new QAction("Kept Queries...", this);
+    kept->setShortcut(QKeySequence("Ctrl+O"));
+    onUserAction(kept, &QAction::triggered, this, &QueryForm::showKeptQueries);
+    addAction(kept);
     setContextMenuPolicy(Qt::ActionsContextMenu);
     onUserAction(ui.cmdGenerate, &QPushButton::clicked, this, &QueryForm::cmdGenerate_Click);
     onUserAction(ui.cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
@@ -223,9 +231,9 @@ void QueryForm::chkUse_Click(const Row &row)
         tidyUp(row.valueBoxes[0]);
         return;
     }
-    row.clear(0);
+    row.setText(0, {});
     row.valueBoxes[1]->setEnabled(false);
-    row.clear(1);
+    row.setText(1, {});
     row.rangeBox->setChecked(false);
     row.rangeBox->setEnabled(false);
 }
@@ -238,7 +246,7 @@ void QueryForm::chkRange_Click(const Row &row)
         tidyUp(row.valueBoxes[1]);
         return;
     }
-    row.clear(1);
+    row.setText(1, {});
 }
 
 // Rows that were left without a value switch themselves off, ranges without an upper bound become single values.
@@ -252,6 +260,36 @@ void QueryForm::tidyUp(const QWidget *leaveOut)
         if (row.isEmpty(1) && row.valueBoxes[1] != leaveOut)
             row.rangeBox->setChecked(false);
     }
+}
+
+void QueryForm::showKeptQueries()
+{
+    tidyUp();
+    std::vector<KeptQueriesWindow::Row> used;
+    for (const Row &row : m_rows)
+        if (row.useBox->isChecked())
+            used.push_back({*row.criterion, row.entry()});
+    KeptQueriesWindow window(m_kind.name, used, this);
+    if (execOver(window) == QDialog::Accepted)
+        take(window.taken());
+}
+
+void QueryForm::take(const std::vector<KeptCriterion> &criteria)
+{
+    const HourGlass busy;
+    for (const Row &row : m_rows)
+        row.useBox->setChecked(false);
+    for (const Row &row : m_rows) {
+        const auto kept = std::ranges::find(criteria, QString(row.criterion->useBox), &KeptCriterion::useBox);
+        if (kept == criteria.end())
+            continue;
+        const Entry entry = kept->entryOn(Clock::now().date());
+        row.useBox->setChecked(true);
+        row.setText(0, entry.shown[0]);
+        row.rangeBox->setChecked(entry.isRange);
+        row.setText(1, entry.shown[1]);
+    }
+    ui.cmdGenerate->setFocus();
 }
 
 void QueryForm::cmdGenerate_Click()

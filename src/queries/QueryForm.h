@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+struct KeptCriterion;
 struct PrintByKind;
 struct QueryKind;
 
@@ -48,7 +49,7 @@ private:
         QLineEdit *texts[2]; ///< of the value boxes
 
         bool isEmpty(int box) const { return texts[box]->text().trimmed().isEmpty(); }
-        void clear(int box) const;
+        void setText(int box, const QString &text) const;
         Entry entry() const;
     };
 
@@ -57,6 +58,8 @@ private:
     QWidget *addValueBox(const Criterion &criterion, const BoundCombo::Fetch &choices, int box);
     void chkUse_Click(const Row &row);
     void chkRange_Click(const Row &row);
+    void showKeptQueries();
+    void take(const std::vector<KeptCriterion> &criteria);
     void tidyUp(const QWidget *leaveOut = nullptr);
     void cmdGenerate_Click();
     bool generate();

@@ -3,12 +3,17 @@
 #include "platform/engine/Database.h"
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/ReportControl.h"
+#include "platform/system/Clock.h"
+#include "queries/KeptQueriesWindow.h"
 #include "queries/QueryKind.h"
 #include "queries/ResultsKind.h"
 #include "queries/ResultsWindow.h"
 #include "reports/PrintBy.h"
 #include "tests/reports/ReportsCrib.h"
 #include "tests/support/FakeExplorer.h"
+
+#include <QComboBox>
+#include <QScopeGuard>
 
 class TestQueryForm : public QObject
 {
@@ -196,6 +201,58 @@ private slots:
         QCOMPARE(control.selectionFormula, formula);
         QCOMPARE(control.windowLeft, 65);
         QVERIFY(control.preview() && control.preview()->isVisible());
+    }
+
+    void criteriaAreKeptAndTakenAgain()
+    {
+        Clock::setSource([] { return QDateTime({2026, 2, 15}, {8, 0}); });
+        const auto endClock = qScopeGuard([] { Clock::setSource({}); });
+        ScriptedUser user(QMessageBox::Yes);
+        user.answers(QMessageBox::Ok);
+        QueryForm form(QueryKind::frmQueryCheckedOut);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        const auto inKeptQueries = [&](const std::function<void(KeptQueriesWindow &)> &act) {
+            QVERIFY(QTest::qWaitForWindowActive(&form));
+            whenModal<KeptQueriesWindow>(act);
+            QTest::keyClick(&form, Qt::Key_O, Qt::ControlModifier);
+        };
+        box(form, "chkUseEmp")->click();
+        enter(form, "dbcEmp1", "MILLER ANNA");
+        box(form, "chkUseCheckOut")->click();
+        enter(form, "dbcCheckOut1", "2020-01-01");
+        inKeptQueries([](KeptQueriesWindow &window) {
+            for (const QString period : {"last month", "until today"}) {
+                window.findChild<QComboBox *>()->setCurrentText(period);
+                window.ui.txtName->setText("Anna, " + period);
+                window.ui.cmdKeep->click();
+            }
+            window.ui.cmdClose->click();
+        });
+        for (const auto &[name, from, to] : {std::tuple("Anna, last month", "2026-01-01", "2026-01-31"),
+                                             {"Anna, until today", "2020-01-01", "2026-02-15"}}) {
+            box(form, "chkUseEmp")->setChecked(false);
+            box(form, "chkUsePart")->click();
+            enter(form, "dbcPart1", "P-1");
+            inKeptQueries([&](KeptQueriesWindow &window) {
+                window.ui.lstNames->setCurrentItem(window.ui.lstNames->findItems(name, Qt::MatchExactly).value(0));
+                window.ui.cmdTake->click();
+            });
+            QVERIFY(box(form, "chkUseEmp")->isChecked() && !box(form, "chkUsePart")->isChecked());
+            QCOMPARE(form.findChild<BoundCombo *>("dbcEmp1")->boundValue().toText(), "17");
+            QCOMPARE(text(form, "dbcCheckOut1") + ' ' + text(form, "dbcCheckOut2"), QString(from) + ' ' + to);
+        }
+
+        inKeptQueries([](KeptQueriesWindow &window) {
+            QTest::keyClick(window.ui.lstNames, Qt::Key_Delete);
+            QCOMPARE(window.ui.lstNames->count(), 1);
+            window.reject();
+        });
+        QCOMPARE(KeptQueries("frmQueryScrap").names(), QStringList());
+        writeFile(m_crib->folder.filePath("queries.json"), "{\"version\": 1, ");
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        QTest::keyClick(&form, Qt::Key_O, Qt::ControlModifier);
+        QVERIFY2(user.texts().last().contains("queries.json is damaged"), qPrintable(user.texts().last()));
     }
 
 private:
