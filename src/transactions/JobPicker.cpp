@@ -4,6 +4,7 @@
 #include "db/Session.h"
 #include "platform/gui/BoundCombo.h"
 #include "platform/gui/UserAction.h"
+#include "transactions/LoanChoices.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -18,13 +19,9 @@ const QString overheadLabel = QStringLiteral("Overhead Operation");
 JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent)
     : QObject(parent), m_boxes(boxes), m_wording(wording)
 {
-    m_boxes.dbcEmp->setSource(
-        openRecordset("Select empid,ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee "
-                      "Where EmpStatus='Active' order by lastName"),
-        "Name", "empid");
+    m_boxes.dbcEmp->setSource(openRecordset(LoanChoices::employees()), "Name", "empid");
     m_boxes.dbcEmp->setTakesBoundValue(true);
-    m_boxes.dbcJobType->setSource(
-        openRecordset("Select Index,Code from LineItemType where code ='Job' or code ='Overhead'"), "Code", "index");
+    m_boxes.dbcJobType->setSource(openRecordset(LoanChoices::chargeKinds()), "Code", "index");
     GetJobOverheadList();
     // The boxes stay where they are when the label gets its text.
     for (const QString &text : {m_wording.jobLabel, overheadLabel}) {
@@ -55,14 +52,10 @@ void JobPicker::GetJobOverheadList()
     const QString jobType = m_boxes.dbcJobType->text();
     BoundCombo *dbcJob = m_boxes.dbcJob;
     if (jobType == "Job") {
-        if (ProgramState::SuiteInstalled)
-            dbcJob->setSource(openRecordset("Select Jobno from Job where shipped = 0 order by jobno desc"), "JobNo",
-                              "JobNo");
-        else
-            dbcJob->setSource(openRecordset("Select ID,Jobno from JobVorlane order by jobno desc"), "JobNo", "ID");
+        dbcJob->setSource(openRecordset(LoanChoices::jobs()), "JobNo", ProgramState::SuiteInstalled ? "JobNo" : "ID");
         m_boxes.lblJob->setText(m_wording.jobLabel);
     } else if (jobType == "Overhead") {
-        dbcJob->setSource(openRecordset(m_wording.overheadStatement), "Description", "OperNo");
+        dbcJob->setSource(openRecordset(LoanChoices::operations(m_wording.overheadOrder)), "Description", "OperNo");
         m_boxes.lblJob->setText(overheadLabel);
     } else {
         dbcJob->clearSource();

@@ -23,13 +23,12 @@ public:
     /// What the dialogs say and order differently.
     struct Wording {
         QString jobLabel;
-        QString overheadStatement;
+        QString overheadOrder; ///< the column that orders the operations
     };
     /// Lists the active employees and the job types; nothing is chosen.
     JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent);
 
-    /// Lists the open jobs or the overhead operations, as the job type says, and clears what was chosen. Without the
-    /// suite its job list is out of date, so the program's own is offered instead.
+    /// Lists the open jobs or the overhead operations, as the job type says, and clears what was chosen.
     void GetJobOverheadList();
 
 protected:

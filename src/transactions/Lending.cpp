@@ -4,6 +4,7 @@
 #include "db/Session.h"
 #include "platform/system/Clock.h"
 #include "platform/text/Format.h"
+#include "platform/text/Numbers.h"
 #include "transactions/AtomicChange.h"
 
 namespace {
@@ -14,6 +15,15 @@ Recordset openLoans(const QString &toolId)
     if (!loans.isEmpty())
         loans.moveLast();
     return loans;
+}
+
+QList<qint32> numbersOf(const Recordset &loans)
+{
+    QList<qint32> numbers;
+    const int id = loans.fieldIndex(u"ID");
+    for (int row = 0; row < loans.recordCount(); ++row)
+        numbers.append(qint32(loans.at(row, id).toInteger()));
+    return numbers;
 }
 
 Recordset existingTool(const QString &id)
@@ -37,6 +47,11 @@ void requireNotLent(const Recordset &tool)
 
 }
 
+qint32 Lending::chargedNumber(const QString &shown, const QString &ownNumber)
+{
+    return toLong(isNumeric(shown) ? shown : ownNumber);
+}
+
 void Lending::lend(const Loan &loan)
 {
     const QString id = QString::number(loan.toolId);
@@ -56,6 +71,18 @@ void Lending::lend(const Loan &loan)
     loans.update();
 }
 
+void Lending::undoLoan(qint16 toolId, qint64 loan)
+{
+    const QString id = QString::number(toolId);
+    existingTool(id);
+    const Recordset loans = openLoans(id);
+    refuseUnless(!loans.isEmpty(), "The tool was checked in meanwhile.");
+    if (loans.recordCount() > 1 || loans.field(u"ID").toInteger() != loan)
+        throw Refusal("The tool was checked in meanwhile and is out again: " + openLoan(toolId).employee + " has it.");
+    execute("Delete from CheckOutIn where ID=" + QString::number(loan));
+    execute("Update tools set out=0 where id=" + id);
+}
+
 Lending::OpenLoan Lending::openLoan(qint16 toolId)
 {
     const Recordset loan = openLoans(QString::number(toolId));
@@ -67,10 +94,13 @@ Lending::OpenLoan Lending::openLoan(qint16 toolId)
                       + QString::number(loan.field(u"employee").toInteger()));
     return {.id = loan.field(u"ID").toInteger(),
             .employee = employee.isEmpty() ? number : employee.text(u"Name"),
-            .dateOut = loan.text(u"DateOut")};
+            .dateOut = loan.text(u"DateOut"),
+            .employeeNumber = number,
+            .jobOrOH = qint32(loan.field(u"JobOrOH").toInteger()),
+            .lineItemTypeId = qint32(loan.field(u"LineItemTypeId").toInteger())};
 }
 
-void Lending::takeBack(qint16 toolId, qint64 loanShown)
+Lending::Return Lending::takeBack(qint16 toolId, qint64 loanShown)
 {
     const QString id = QString::number(toolId);
     const Recordset tool = existingTool(id);
@@ -78,9 +108,25 @@ void Lending::takeBack(qint16 toolId, qint64 loanShown)
     refuseUnless(tool.field(u"Out").toBool() || !loans.isEmpty(), "The tool was checked in meanwhile.");
     if (!loans.isEmpty() && loans.field(u"ID").toInteger() != loanShown)
         throw Refusal("The tool was checked in meanwhile and is out again: " + openLoan(toolId).employee + " has it.");
-    execute("Update checkOutIn set DateIn =" + dateLiteral(Clock::now()) + ", Active=0 where Tool_Id=" + id
-            + " And Active=-1");
+    const QDateTime now = Clock::now();
+    execute("Update checkOutIn set DateIn =" + dateLiteral(now) + ", Active=0 where Tool_Id=" + id + " And Active=-1");
     execute("Update tools set out=0 where id=" + id);
+    return {.toolId = toolId,
+            .loans = numbersOf(loans),
+            .dateIn = Format::generalDate(now),
+            .wasFlagged = tool.field(u"Out").toBool()};
+}
+
+void Lending::undoReturn(const Return &made)
+{
+    const QString id = QString::number(made.toolId);
+    requireNotLent(existingTool(id));
+    const QString loans = " where ID in (" + joined(made.loans) + ") and Active=0 and DateIn=#" + made.dateIn + "#";
+    if (!made.loans.isEmpty())
+        refuseUnless(execute("Update CheckOutIn set DateIn=null, Active=-1" + loans) == made.loans.size(),
+                     "Its loan was changed meanwhile.");
+    if (made.wasFlagged)
+        execute("Update tools set out=-1 where id=" + id);
 }
 
 void Lending::requireInCrib(qint16 toolId) { requireNotLent(existingTool(QString::number(toolId))); }

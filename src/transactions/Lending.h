@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QList>
 #include <QString>
-#include <QtGlobal>
 
 /// How tools go out and come back, without windows. Each is a step of an AtomicChange: it looks first whether the tool
 /// is as its user was shown it and throws a Refusal if not.
@@ -13,21 +13,41 @@ struct Loan {
     qint32 lineItemTypeId;
     QString employee; ///< number of the borrower, Employee.EmpID
 };
+/// What a loan is charged to, Loan::jobOrOH: the number that is shown, else the row's own. Where the program's own list
+/// of jobs is offered, the row there has another number than the job; an overhead operation described by digits alone
+/// is taken for a job number as well.
+/// @throws NumberError where that is no 32-bit number.
+qint32 chargedNumber(const QString &shown, const QString &ownNumber);
+
 /// Stores the loan of a tool that is in the crib and flags the tool as out.
 void lend(const Loan &loan);
+/// Undoes lend(): the loan's row is gone, and the flag.
+void undoLoan(qint16 toolId, qint64 loan);
 
 /// Who has a tool. A tool may be flagged as out without a loan: its number is 0 then.
 struct OpenLoan {
     qint64 id = 0;
     QString employee = {}; ///< "MILLER ANNA", or the number of an employee whom the suite does not know
     QString dateOut = {};
+    QString employeeNumber = {};
+    qint32 jobOrOH = 0;
+    qint32 lineItemTypeId = 0;
 };
 /// The tool's open loan, the last one where it has several.
 OpenLoan openLoan(qint16 toolId);
 
+/// What takeBack() changed.
+struct Return {
+    qint16 toolId = 0;
+    QList<qint32> loans = {};
+    QString dateIn = {};
+    bool wasFlagged = false;
+};
 /// Ends every open loan of the tool at the present moment and takes its "out" flag away. `loanShown` is the number of
 /// the open loan that the user was shown; another one is not his to end.
-void takeBack(qint16 toolId, qint64 loanShown);
+Return takeBack(qint16 toolId, qint64 loanShown);
+/// Undoes takeBack(): its loans are open again, and the flag is as it was.
+void undoReturn(const Return &made);
 
 /// Looks whether the tool is in the crib, not lent.
 void requireInCrib(qint16 toolId);

@@ -17,10 +17,7 @@ frmCheckOut::frmCheckOut()
     ui.setupUi(this);
     ui.lblDate->setText(Format::dialogDate(Clock::now()));
     new JobPicker({ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2},
-                  {.jobLabel = "Job Number",
-                   .overheadStatement = "Select OperNo,Description from Operation Where"
-                                        " OperType='O'order by Description"},
-                  this);
+                  {.jobLabel = "Job Number", .overheadOrder = "Description"}, this);
     theExplorer().narrowSelection();
     const ListItem *item = theExplorer().selectedItem();
     ui.lblTool->setText(item->text);
@@ -40,12 +37,8 @@ bool frmCheckOut::SaveCheckOut()
 
     ListItem item = *theExplorer().selectedItem();
     const qint16 toolId = ItemId::of(item).toolNumber();
-    // A job's number is what is shown: where the program's own list is offered, the bound value is only its row there.
-    // An overhead operation described by digits alone is taken for a job number as well.
-    const QString job = ui.dbcJob->text();
-    const qint32 jobOrOH = toLong(isNumeric(job) ? job : ui.dbcJob->boundValue().toText());
     const Lending::Loan loan{.toolId = toolId,
-                             .jobOrOH = jobOrOH,
+                             .jobOrOH = Lending::chargedNumber(ui.dbcJob->text(), ui.dbcJob->boundValue().toText()),
                              .lineItemTypeId = toLong(ui.dbcJobType->boundValue().toText()),
                              .employee = ui.dbcEmp->boundValue().toText()};
     if (!MainSubs::did(this, "The tool was not checked out.", [&] { Lending::lend(loan); }))

@@ -46,10 +46,7 @@ frmScrap::frmScrap()
     KeyFilter::watch(ui.txtNotes);
     KeyFilter::watch(ui.dbcScrapReason);
     new JobPicker({ui.dbcEmp, ui.txtEmpNo, ui.dbcJobType, ui.dbcJob, ui.Label2},
-                  {.jobLabel = "Scrapped on Job Number:",
-                   .overheadStatement = "Select OperNo,Description from Operation Where"
-                                        " OperType='O'order by OperNo"},
-                  this);
+                  {.jobLabel = "Scrapped on Job Number:", .overheadOrder = "OperNo"}, this);
     ui.dbcScrapReason->setSource(openRecordset("Select Id,Description from ScrapReasons order by description"),
                                  "Description", "Id");
     theExplorer().narrowSelection();
