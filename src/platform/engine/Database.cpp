@@ -104,6 +104,8 @@ Recordset Database::openRecordset(const QString &statement)
 
 const QString &Database::path() const { return d->path; }
 
+void Database::setPatience(int milliseconds) { d->driver->setPatience(milliseconds); }
+
 bool Database::isRemote() const { return d->driver->isRemote(); }
 
 const std::vector<dialect::Table> &Database::tables() const { return d->schema.tables; }

@@ -25,6 +25,10 @@ public:
     /// The file's name as it was given to openDatabase().
     const QString &path() const;
 
+    /// How long a statement waits for what others hold before it ends in error 3260, in milliseconds; two seconds until
+    /// this is called.
+    void setPatience(int milliseconds);
+
     /// Whether others reach it over a network, so that each statement costs a journey.
     bool isRemote() const;
 
@@ -87,7 +91,7 @@ private:
 class Transaction
 {
 public:
-    /// @throws EngineError 3260 while somebody else writes, after two seconds of waiting.
+    /// @throws EngineError 3260 while somebody else writes, after Database::setPatience().
     explicit Transaction(Database &database);
     ~Transaction();
     Q_DISABLE_COPY_MOVE(Transaction)
@@ -105,7 +109,7 @@ private:
 class ReadScope
 {
 public:
-    /// @throws EngineError 3260 while somebody else stores a change, after two seconds of waiting.
+    /// @throws EngineError 3260 while somebody else stores a change, likewise.
     explicit ReadScope(Database &database);
     ~ReadScope();
     Q_DISABLE_COPY_MOVE(ReadScope)

@@ -48,6 +48,8 @@ public:
     /// `pulse` is called some hundreds of times a second while this database works, and must not use it. What it throws
     /// ends the statement that runs.
     virtual void setPulse(std::function<void()> pulse) = 0;
+    /// How long a statement waits for what others hold, in milliseconds; two seconds until then.
+    virtual void setPatience(int milliseconds) = 0;
 
     // ---- transactions
     /// From here to commit() or rollback() nobody else writes what this program's other desks would write.

@@ -26,6 +26,7 @@ public:
                const dialect::Translation *translation = nullptr) override;
     void read(Statement &statement, const std::vector<Value> &values, int columnCount,
               const std::function<void(const RowStore &)> &visit, const dialect::Translation *translation) override;
+    void setPatience(int milliseconds) override { m_connection.setPatience(milliseconds); }
     void setPulse(std::function<void()> pulse) override { m_connection.setPulse(std::move(pulse)); }
 
     /// One desk writes at a time, as with a file, so that what a change looked at first stays so until it is stored.

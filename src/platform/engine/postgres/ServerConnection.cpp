@@ -25,11 +25,10 @@ int poll(pollfd *sockets, unsigned count, int milliseconds) { return WSAPoll(soc
 
 constexpr int oldestServer = 13;
 
-// No statement waits for others longer than one on a file does, none is compiled, which costs more than it saves here,
-// and texts have one form on every server.
+// No statement is compiled, which costs more than it saves here, and texts have one form on every server.
 constexpr char options[] =
     "-c jit=off -c DateStyle=ISO,YMD -c IntervalStyle=postgres -c standard_conforming_strings=on "
-    "-c lock_timeout=2000 -c idle_in_transaction_session_timeout=60000 "
+    "-c idle_in_transaction_session_timeout=60000 "
     "-c client_min_messages=warning";
 
 // A cable that was pulled is noticed after seconds, not hours.
@@ -55,8 +54,10 @@ QByteArray asOption(QByteArray name)
 class Parameters
 {
 public:
-    explicit Parameters(const ConnectionFile::Settings &settings) : m_options(options)
+    /// `patience` is how long a statement waits for what others hold, in milliseconds.
+    Parameters(const ConnectionFile::Settings &settings, int patience) : m_options(options)
     {
+        m_options += " -c lock_timeout=" + QByteArray::number(patience);
         if (!settings.schema.isEmpty())
             m_options += " -c search_path=" + asOption(settings.schema);
         add("options", m_options.constData());
@@ -116,7 +117,7 @@ ServerConnection::~ServerConnection() { PQfinish(m_connection); }
 void ServerConnection::connect()
 {
     PQfinish(m_connection);
-    const Parameters parameters(m_settings);
+    const Parameters parameters(m_settings, m_patience);
     m_connection = PQconnectStartParams(parameters.keywords(), parameters.values(), 0);
     // A server that refuses tells its code, which says why in any language, only where that was asked for before.
     PQsetErrorVerbosity(m_connection, PQERRORS_VERBOSE);
@@ -136,6 +137,14 @@ void ServerConnection::connect()
         m_connection, [](void *, const char *) {}, nullptr);
     PQenterPipelineMode(m_connection);
     PQsetnonblocking(m_connection, 1);
+}
+
+void ServerConnection::setPatience(int milliseconds)
+{
+    m_patience = milliseconds;
+    // A connection that is lost gets it with the next one.
+    if (!isLost())
+        execute("SET lock_timeout = " + QByteArray::number(milliseconds));
 }
 
 bool ServerConnection::isLost() const { return m_gaveUp || PQstatus(m_connection) != CONNECTION_OK; }
@@ -255,7 +264,7 @@ PGresult *ServerConnection::next(const std::function<void()> &pulse)
 // A server that is frozen leaves its connections as they are, so that only a new one tells it from a busy one.
 bool ServerConnection::livesStill() const
 {
-    const Parameters parameters(m_settings);
+    const Parameters parameters(m_settings, m_patience);
     return PQpingParams(parameters.keywords(), parameters.values(), 0) != PQPING_NO_RESPONSE;
 }
 

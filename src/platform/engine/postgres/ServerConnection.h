@@ -56,6 +56,8 @@ public:
     Answer travel(std::span<const Message> messages, const VisitResult &visit = {}, bool rowByRow = false);
     /// Says something whose answer nobody waits for.
     void sendAlong(const QByteArray &sql);
+    /// How long a statement waits for what others hold, on this connection and on those that take its place.
+    void setPatience(int milliseconds);
     /// Runs any number of statements without values, apart from all journeys; a COPY ... FROM STDIN is handed
     /// `copied`. @returns what went wrong, if anything.
     std::optional<ServerError> execute(const QByteArray &sql, const QByteArray &copied = {});
@@ -91,6 +93,7 @@ private:
     pg_conn *m_connection = nullptr;
     bool m_gaveUp = false; ///< waiting for an answer
     int m_generation = 0;
+    int m_patience = 2000; ///< milliseconds, as on a file
     int m_unread = 0; ///< journeys whose answers nobody waited for
     QStringList m_changes;
 };

@@ -276,6 +276,8 @@ void SqliteDriver::setPulse(std::function<void()> pulse)
     sqlite3_progress_handler(m_connection, operationsBetweenPulses, beat, this);
 }
 
+void SqliteDriver::setPatience(int milliseconds) { sqlite3_busy_timeout(m_connection, milliseconds); }
+
 void SqliteDriver::beginReading()
 {
     const dialect::Translation reading; // a SELECT

@@ -32,6 +32,7 @@ public:
     void read(Statement &statement, const std::vector<Value> &values, int columnCount,
               const std::function<void(const RowStore &)> &visit, const dialect::Translation *translation) override;
     void setPulse(std::function<void()> pulse) override;
+    void setPatience(int milliseconds) override;
 
     void begin() override { execute(QStringLiteral("BEGIN IMMEDIATE")); }
     void commit() override { execute(QStringLiteral("COMMIT")); }
