@@ -40,22 +40,25 @@ std::optional<MsgBoxCall> FolderMove::objection() const
     return {};
 }
 
+void FolderMove::move() const
+{
+    if (const auto found = objection())
+        throw Refusal(Refusal::othersWereFirst + found->text);
+    const QString to = "=" + QString::number(target) + " WHERE ID";
+    const QString ids = joined(tools.isEmpty() ? folders : tools);
+    execute(!tools.isEmpty() ? QString("UPDATE tools SET ") + column + to + " IN (" + ids + ")"
+                : fromTree   ? QString("UPDATE ") + table + " SET parent" + to + "=" + ids
+                             : QString("UPDATE ") + table + "  SET parent" + to + " IN (" + ids + ")");
+}
+
 std::optional<MsgBoxCall> FolderMove::run() const
 {
-    const QString to = "=" + QString::number(target) + " WHERE ID";
     for (const bool ofTools : {true, false}) {
         FolderMove part = *this;
         (ofTools ? part.folders : part.tools).clear();
-        const QString ids = joined(ofTools ? tools : folders);
-        if (ids.isEmpty())
+        if (part.folders.isEmpty() && part.tools.isEmpty())
             continue;
-        const AtomicChange change = AtomicChange::attempt([&] {
-            if (const auto objection = part.objection())
-                throw Refusal(Refusal::othersWereFirst + objection->text);
-            execute(ofTools        ? QString("UPDATE tools SET ") + column + to + " IN (" + ids + ")"
-                        : fromTree ? QString("UPDATE ") + table + " SET parent" + to + "=" + ids
-                                   : QString("UPDATE ") + table + "  SET parent" + to + " IN (" + ids + ")");
-        });
+        const AtomicChange change = AtomicChange::attempt([&] { part.move(); });
         if (change.outcome != AtomicChange::Done)
             return MsgBoxCall{.text = change.why,
                               .icon = change.outcome == AtomicChange::Failed ? QMessageBox::Critical

@@ -23,7 +23,9 @@ struct FolderMove {
     /// Why they cannot be moved as the crib is: a folder would lie below itself, a tool is out, something is gone. What
     /// stands in the database decides, not what a window shows.
     std::optional<MsgBoxCall> objection() const;
-    /// Moves the tools, then the folders, each all or none, after another look for an objection.
+    /// Moves folders or tools, whichever there are; a step of an AtomicChange. Looks first for an objection.
+    void move() const;
+    /// Moves the tools, then the folders, each all or none.
     /// @returns why that was not done.
     std::optional<MsgBoxCall> run() const;
 };

@@ -83,12 +83,16 @@ constexpr ResultText resultTexts[] = {
 
 }
 
-QString ModMain::ShowReportError(qint16 &resultCode, const QString &detail)
+QString ModMain::reportErrorText(qint16 resultCode)
 {
     const auto found = std::find_if(std::begin(resultTexts), std::end(resultTexts),
                                     [&](const ResultText &row) { return row.code == resultCode; });
-    const char *text = found == std::end(resultTexts) ? ":  Unknown Error!" : found->text;
-    const QString message = QString::number(resultCode) + text;
+    return QString::number(resultCode) + (found == std::end(resultTexts) ? ":  Unknown Error!" : found->text);
+}
+
+QString ModMain::ShowReportError(qint16 &resultCode, const QString &detail)
+{
+    const QString message = reportErrorText(resultCode);
     msgBox({.text = message, .caption = "Crystal Reports Error", .icon = QMessageBox::Critical, .detail = detail});
     return message;
 }
