@@ -3,11 +3,14 @@
 #include "bench/Crib.h"
 #include "db/Schema.h"
 #include "db/Session.h"
+#include "desk/Desk.h"
 #include "explorer/frmFind.h"
 #include "platform/reportengine/Report.h"
+#include "platform/system/Clock.h"
 #include "queries/QueryKind.h"
 #include "queries/ResultsKind.h"
 #include "queries/ResultsWindow.h"
+#include "transactions/LoanChoices.h"
 #include "transactions/frmCheckIn.h"
 #include "transactions/frmCheckOut.h"
 
@@ -216,6 +219,67 @@ void openAndReturn(Crib &crib)
     checkIn(crib);
     frmCheckOut::unload();
     crib.selectToolInStock(crib.bigType);
+}
+
+// The counter
+
+void lendAtOnce(Crib &crib)
+{
+    Floor &floor = crib.floor();
+    floor.run("BEGIN IMMEDIATE");
+    floor.drain("Select * from CheckOutIn where Tool_Id=" + text(lentTool) + " and Active=-1");
+    lend(crib);
+    floor.run("COMMIT");
+}
+
+void takeBackAtOnce(Crib &crib)
+{
+    Floor &floor = crib.floor();
+    floor.run("BEGIN IMMEDIATE");
+    floor.drain("Select * from Tools where id =" + text(lentTool));
+    floor.drain("Select * from CheckOutIn where Tool_Id=" + text(lentTool) + " and Active=-1");
+    takeBack(crib);
+    floor.run("COMMIT");
+}
+
+std::optional<Desk> desk;
+QString scannedTool;
+
+// A person and a job are at hand, and nothing was read twice.
+void openDesk(Crib &)
+{
+    static int minutes = 0;
+    Clock::setSource([when = QDateTime({2026, 1, 17}, {0, 0}).addSecs(60 * ++minutes)] { return when; });
+    if (desk)
+        return;
+    desk.emplace();
+    desk->take({Code::Employee, openRecordset(LoanChoices::employees()).field(0).toInteger()});
+    desk->take({Code::Job, openRecordset(LoanChoices::jobs()).field(u"Jobno").toInteger()});
+    scannedTool = openRecordset("Select ID from Tools where Out=0 and ID > 100").text(u"ID");
+}
+
+void scanTool(Crib &) { desk->scan(scannedTool); }
+
+void openDeskWithToolIn(Crib &crib)
+{
+    openDesk(crib);
+    if (openRecordset("Select Out from Tools where ID=" + scannedTool).field(0).toBool())
+        scanTool(crib);
+    openDesk(crib);
+}
+
+void openDeskWithToolOut(Crib &crib)
+{
+    openDeskWithToolIn(crib);
+    scanTool(crib);
+    openDesk(crib);
+}
+
+void openDeskAnew(Crib &crib)
+{
+    desk.reset();
+    crib.renew();
+    openDesk(crib);
 }
 
 void openDialog(Crib &) { frmCheckOut::instance(); }
@@ -468,6 +532,25 @@ constexpr Case cases[] = {
     {"search", "search with 2,000 hits", "max", 1.2, 2, {readHits}, {search, openSearch}},
     {"check-out", "check a tool out", "shop", 1.1, 1.3, {lend, takeBack}, {checkOut, openCheckOut}, Case::Wall, 5},
     {"check-in", "check a tool in", "shop", 1.1, 1.3, {takeBack, lend}, {checkIn, openCheckIn}, Case::Wall, 5},
+    {"desk-out",
+     "a scan at the counter that lends",
+     "max",
+     1.1,
+     1.3,
+     {lendAtOnce, takeBackAtOnce},
+     {scanTool, openDeskWithToolIn},
+     Case::Wall,
+     5},
+    {"desk-in",
+     "a scan at the counter that takes back",
+     "max",
+     1.1,
+     1.3,
+     {takeBackAtOnce, lendAtOnce},
+     {scanTool, openDeskWithToolOut},
+     Case::Wall,
+     5},
+    {"desk-first", "first scan at the counter", "max", 0.1, 0.2, {}, {scanTool, openDeskAnew}, Case::Wall},
     {"query-rows", "read the 100,000 rows of a query", "shop", 1.6, 2.5, {readLoans}, {openLoans}},
     {"query-grid", "show the 100,000 rows of a query in its grid", "shop", 1.6, 2.5, {readLoans}, {showLoans}},
     {"query-form", "open a query form, its lists not yet read", "max", 1.2, 2, {showBareForm}, {showForm}},

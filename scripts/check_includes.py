@@ -28,6 +28,7 @@ MAY_INCLUDE = {
     "queries": ["platform", "db", "common", "reports"],
     "explorer": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries"],
     "app": ["platform", "db", "common", "transactions", "catalogue", "reports", "queries", "explorer"],
+    "desk": ["platform", "db", "common", "transactions", "catalogue", "reports"],
     "start": ["platform/text", "platform/system", "platform/engine", "platform/engine/postgres/ConnectionFile.h",
               "platform/jet", "platform/gui"],
     "admin": ["platform/text", "platform/system", "platform/engine", "platform/engine/driver/StoredValue.h",

@@ -37,7 +37,7 @@ def differences_to_man_page(program):
 
 def faults_of_validators():
     for validator, *rest in (
-        ("desktop-file-validate", packaging / "vorlane.desktop"),
+        ("desktop-file-validate", packaging / "vorlane.desktop", packaging / "vorlane-desk.desktop"),
         # The program has no domain that its name could be turned around from.
         ("appstreamcli", "validate", "--no-net", "--override=cid-desktopapp-is-not-rdns=info",
          packaging / "vorlane.metainfo.xml"),

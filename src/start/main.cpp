@@ -66,7 +66,8 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription("Finds the crib folder, asks for it once, and starts Vorlane Manager in it.");
     const QCommandLineOption choose("choose", "Asks for another crib folder.");
-    parser.addOption(choose);
+    const QCommandLineOption desk("desk", "Starts Vorlane Desk, the counter, instead.");
+    parser.addOptions({choose, desk});
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
@@ -79,7 +80,7 @@ int main(int argc, char *argv[])
     if (folder.isEmpty())
         return EXIT_FAILURE;
     QProcess program;
-    program.setProgram(besideThis("vorlane"));
+    program.setProgram(besideThis(parser.isSet(desk) ? "vorlane-desk" : "vorlane"));
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(ProgramFolder::cribVariable, folder);
     program.setProcessEnvironment(environment);

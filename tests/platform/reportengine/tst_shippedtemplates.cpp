@@ -55,7 +55,7 @@ private slots:
             names.append(listed.at(row, 0).toText());
         // Printed by name
         names += {"ToolsJunkByJob.rpt", "ToolsJunkByEmployee.rpt", "LocationLabels.rpt",   "JobLabels.rpt",
-                  "OwnJobLabels.rpt",   "OperationCodes.rpt",      "ScrapReasonCodes.rpt", "CommandCodes.rpt"};
+                  "OwnJobLabels.rpt",   "OperationCodes.rpt",      "ScrapReasonCodes.rpt", "CommandCodes.rpt",    "StockTake.rpt"};
         names.removeDuplicates();
         names.sort();
         QCOMPARE(names, QDir(PROGRAM_DATA "/templates").entryList({"*.rpt"}));

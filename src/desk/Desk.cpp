@@ -1,0 +1,711 @@
+#include "desk/Desk.h"
+
+#include "catalogue/FolderMove.h"
+#include "common/ItemId.h"
+#include "db/Literals.h"
+#include "db/Session.h"
+#include "desk/Places.h"
+#include "platform/system/Clock.h"
+#include "platform/system/ProgramFolder.h"
+#include "platform/text/Format.h"
+#include "transactions/AtomicChange.h"
+#include "transactions/LoanChoices.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int restSeconds = 5 * 60;
+constexpr int longestWaitSeconds = 60;
+constexpr qsizetype mostWaiting = 200; // scans
+constexpr int mostFound = 100;
+
+// A scanner that is held still reads a code again; whoever means it twice takes longer.
+int milliSecondsOfOneReading(Code::Kind kind)
+{
+    switch (kind) {
+    case Code::Tool:
+        return 3000;
+    case Code::Undo:
+    case Code::Done:
+        return 1000;
+    default:
+        return 0;
+    }
+}
+
+QString tools(qsizetype number) { return number == 1 ? QString("1 tool") : QString("%1 tools").arg(number); }
+
+/// Makes a change of the crib whole or not at all. @throws Refusal, EngineError
+void make(const std::function<void()> &steps)
+{
+    const AtomicChange change = AtomicChange::attempt(steps);
+    if (change.outcome == AtomicChange::Refused)
+        throw Refusal(change.why);
+    if (change.outcome == AtomicChange::Failed)
+        throw EngineError(change.number, change.why);
+}
+
+FolderMove moveTo(qint32 location, qint16 tool, const QString &name)
+{
+    return {.table = "locations",
+            .column = "location",
+            .folders = {},
+            .tools = {tool},
+            .target = location,
+            .targetText = name,
+            .fromTree = false};
+}
+
+// Only a tool that lies where it was seen is moved.
+void requireAt(qint32 location, qint16 tool)
+{
+    const Recordset row = openRecordset("Select Location from Tools where id=" + QString::number(tool));
+    refuseUnless(!row.isEmpty() && row.field(0).toInteger() == location, "The tool was moved or deleted meanwhile.");
+}
+
+// The words that people type; "*" and "?" are wildcards for them, too.
+QString pattern(QString text) { return quoted(text.replace('[', "[[]").replace('#', "[#]")).chopped(1); }
+
+}
+
+// ---- taking scans, and answering in their order
+
+QList<Answer> Desk::scan(const QString &text)
+{
+    const Code code = Code::of(text);
+    return code.kind == Code::Nothing ? QList<Answer>() : take(code);
+}
+
+QList<Answer> Desk::take(const Code &code)
+{
+    return enter(code, [this](Scan &scan) { return answerTo(scan); });
+}
+
+QList<Answer> Desk::enter(const Code &code, std::function<Answer(Scan &)> work)
+{
+    QList<Answer> answers = endVisitAtRest();
+    const QDateTime now = Clock::now();
+    m_lastTouch = now;
+    if (isReadTwice(code, now))
+        return answers << Answer{Answer::Attention, code.label() + " was read twice, and counts once."};
+    if (m_queue.size() >= mostWaiting)
+        return answers << Answer{Answer::Refused,
+                                 code.label() + " was not taken: too much waits for the crib already."};
+    m_queue.append({.work = std::move(work), .code = code, .when = now});
+    if (m_queue.size() == 1)
+        return answers + goOn();
+    m_queue.last().hasWaited = true;
+    return answers << Answer{Answer::Waiting, code.label() + " is kept: the crib is held by somebody else."};
+}
+
+bool Desk::isReadTwice(const Code &code, const QDateTime &now)
+{
+    const auto isSame = [&](const Code &other) { return other.kind == code.kind && other.number == code.number; };
+    const bool isTool = code.kind == Code::Tool && !m_stockTake; // a count has an answer of its own
+    const bool waits = isTool && std::ranges::any_of(m_queue, isSame, &Scan::code);
+    const qint64 passed = m_lastCodeAt.isValid() ? m_lastCodeAt.msecsTo(now) : -1;
+    const bool isAgain = (isTool || code.isCommand()) && isSame(m_lastCode) && passed >= 0
+        && passed < milliSecondsOfOneReading(code.kind);
+    m_lastCode = code;
+    m_lastCodeAt = now;
+    return waits || isAgain;
+}
+
+QList<Answer> Desk::goOn()
+{
+    QList<Answer> answers;
+    while (!m_queue.isEmpty()) {
+        try {
+            answers.append(m_queue.first().work(m_queue.first()));
+        } catch (const EngineError &error) {
+            Scan &scan = m_queue.first();
+            if (error.number() != EngineError::lockedFile) {
+                const bool isGone = !ProgramFolder::fileExists(Session::database().path());
+                const QString why =
+                    isGone ? "The crib's database is gone: " + Session::database().path() : error.text();
+                answers.append({Answer::Refused, scan.code.label() + " was not done. " + why});
+            } else if (scan.when.secsTo(Clock::now()) >= longestWaitSeconds) {
+                return answers + giveUp();
+            } else {
+                if (!std::exchange(scan.hasWaited, true))
+                    answers.append(
+                        {Answer::Waiting, scan.code.label() + " is kept: the crib is held by somebody else. Scan on."});
+                return answers;
+            }
+        } catch (const std::runtime_error &refusal) {
+            answers.append({Answer::Refused, QString::fromUtf8(refusal.what())});
+        }
+        m_queue.removeFirst();
+    }
+    return answers;
+}
+
+QList<Answer> Desk::giveUp()
+{
+    QStringList labels;
+    for (const Scan &scan : std::exchange(m_queue, {}))
+        labels.append(scan.code.label());
+    return {{Answer::Refused,
+             "Somebody else holds the crib for too long. Not done, scan again: " + labels.join(", ") + '.'}};
+}
+
+QList<Answer> Desk::endVisitAtRest()
+{
+    const bool isOver = m_queue.isEmpty() && !m_stockTake && m_lastTouch.isValid()
+        && m_lastTouch.secsTo(Clock::now()) >= restSeconds && (!m_visit.isEmpty() || m_direction != Either);
+    if (!isOver)
+        return {};
+    m_direction = Either;
+    const bool isLost = !m_visit.tools.isEmpty();
+    return {{isLost ? Answer::Attention : Answer::Done, endVisit()}};
+}
+
+Answer Desk::answerTo(Scan &scan)
+{
+    const Code &code = scan.code;
+    m_offer = Offer::None;
+    if (const bool ends = code.kind != Code::Location && code.kind != Code::Count && code.kind != Code::Done; ends)
+        m_awaitsLocation = false;
+    if (m_isShowingResult && !code.isCommand())
+        throw Refusal("This is the result of a count. Scan DONE to finish it, or COUNT to count on.");
+    switch (code.kind) {
+    case Code::Tool:
+        return m_stockTake ? countTool(code) : tool(scan);
+    case Code::Location:
+        return location(code.number);
+    case Code::Count:
+        return count();
+    case Code::Done:
+        return done();
+    case Code::Undo:
+        return undo();
+    case Code::Text:
+        return search(scan);
+    case Code::Nothing:
+    case Code::Unreadable:
+        throw Refusal("That could not be read. Scan it again.");
+    default:
+        break;
+    }
+    if (m_stockTake)
+        throw Refusal(m_stockTake->name() + " is being counted. Scan DONE first.");
+    switch (code.kind) {
+    case Code::Employee:
+        return employee(code.number);
+    case Code::Reason:
+        return reason(code.number);
+    case Code::Out:
+        return setDirection(OutOnly);
+    case Code::In:
+        return setDirection(InOnly);
+    default:
+        return charge(code);
+    }
+}
+
+// ---- lending and taking back
+
+Answer Desk::tool(Scan &scan)
+{
+    const std::optional<ToolAtHand> tool = ToolAtHand::find(scan.code.number);
+    if (!tool)
+        throw Refusal(ToolAtHand::whyNot(scan.code.number));
+    if (scan.intent == Intent::Unknown) {
+        if (const auto found = objection(*tool, scan))
+            return *found;
+        scan.intent = intentFor(*tool);
+        scan.loanShown = tool->loan.id;
+    }
+    if (scan.intent == Intent::Wait) {
+        m_visit.tools.append(*tool);
+        const QString missing = !m_visit.employee.isEmpty() ? "a job or an operation"
+            : m_visit.charge                                ? "a badge"
+                                                            : "a badge and a job or an operation";
+        return {Answer::Attention, tool->name() + " waits for " + missing + '.'};
+    }
+    const QString holder = tool->holder(), name = tool->name();
+    change(*tool, scan.intent, scan.loanShown);
+    if (scan.intent == Intent::TakeBack)
+        return {Answer::Done, name + " is back, from " + holder + '.'};
+    const QString from = scan.intent == Intent::HandOver ? " from " + holder : QString();
+    return {Answer::Done, name + " is out" + from + ": " + m_visit.person + ", " + m_visit.charge->text + '.'};
+}
+
+std::optional<Answer> Desk::objection(const ToolAtHand &tool, const Scan &scan) const
+{
+    // Since it was scanned. What is stored for later was stored before, by a machine whose clock is ahead.
+    const QString scanned = Format::generalDate(scan.when), soon = Format::generalDate(Clock::now().addSecs(1));
+    if (tool.isOut && m_direction != OutOnly && tool.loan.dateOut >= scanned && tool.loan.dateOut <= soon)
+        throw Refusal(tool.name() + " was checked out meanwhile, by " + tool.holder() + '.');
+    if (!tool.isOut && scan.hasWaited && m_direction != OutOnly
+        && !openRecordset("Select ID from CheckOutIn where Tool_Id=" + QString::number(tool.id)
+                          + " and Active=0 and DateIn>=#" + scanned + "# and DateIn<=#" + soon + "#")
+                .isEmpty())
+        throw Refusal(tool.name() + " was checked in meanwhile.");
+    if (!tool.isOut && m_direction == InOnly)
+        return Answer{Answer::Attention, tool.name() + " is in the crib already."};
+    if (tool.isOut && m_direction == OutOnly && !m_visit.employee.isEmpty()
+        && tool.loan.employeeNumber == m_visit.employee)
+        return Answer{Answer::Attention, tool.name() + " is out already: " + tool.loan.employee + " has it."};
+    const auto isThis = [&](const ToolAtHand &other) { return other.id == tool.id; };
+    if (std::ranges::any_of(m_visit.tools, isThis))
+        return Answer{Answer::Attention, tool.name() + " waits already."};
+    return {};
+}
+
+Desk::Intent Desk::intentFor(const ToolAtHand &tool) const
+{
+    if (tool.isOut && m_direction != OutOnly)
+        return Intent::TakeBack;
+    if (!isComplete())
+        return Intent::Wait;
+    return tool.isOut ? Intent::HandOver : Intent::Lend;
+}
+
+void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
+{
+    Deed deed{.toolId = tool.id, .tool = tool.name(), .partNumber = tool.partNumber};
+    if (intent != Intent::Lend)
+        deed.returnedFrom = {tool.holder(),
+                             tool.loan.id == 0 ? QString()
+                                               : LoanChoices::chargeText(tool.loan.lineItemTypeId, tool.loan.jobOrOH)};
+    if (intent != Intent::TakeBack)
+        deed.lentTo = {m_visit.person, m_visit.charge->text};
+    make([&] {
+        if (intent != Intent::Lend)
+            deed.returned = Lending::takeBack(tool.id, loanShown);
+        if (intent == Intent::TakeBack)
+            return;
+        Lending::lend({.toolId = tool.id,
+                       .jobOrOH = m_visit.charge->jobOrOH,
+                       .lineItemTypeId = m_visit.charge->lineItemTypeId,
+                       .employee = m_visit.employee});
+        deed.loan = Lending::openLoan(tool.id).id;
+    });
+    m_visit.deeds.append(deed);
+    note(deed);
+}
+
+void Desk::note(const Deed &deed, bool isUndone)
+{
+    const auto line = [&](int icon, const char *what, const Deed::Side &side) {
+        m_lines.append({.when = Clock::now(),
+                        .icon = icon,
+                        .what = (isUndone ? "Undone: " : "") + QString(what),
+                        .tool = deed.tool,
+                        .partNumber = deed.partNumber,
+                        .side = side});
+    };
+    if (deed.isReturn())
+        line(ItemIcon::toolInStock, "Back", deed.returnedFrom);
+    if (deed.isLoan())
+        line(ItemIcon::toolOut, "Out", deed.lentTo);
+    if (deed.isMove())
+        line(ItemIcon::folder, "Moved", deed.lentTo);
+}
+
+// The tools leave the row one by one, each when its deed is done, so that a crib which is held in between loses none
+// and lends none twice.
+Answer Desk::lendWaiting(QString words)
+{
+    if (m_visit.tools.isEmpty() || !isComplete())
+        return {m_visit.tools.isEmpty() ? Answer::Done : Answer::Attention, words};
+    QStringList lent, refusals;
+    while (!m_visit.tools.isEmpty()) {
+        const ToolAtHand shown = m_visit.tools.first();
+        try {
+            const std::optional<ToolAtHand> tool = ToolAtHand::find(shown.id);
+            if (!tool)
+                throw Refusal(ToolAtHand::whyNot(shown.id));
+            if (tool->isOut && shown.loan.id != tool->loan.id)
+                throw Refusal(shown.name() + " was checked out meanwhile, by " + tool->holder() + '.');
+            change(*tool, tool->isOut ? Intent::HandOver : Intent::Lend, tool->loan.id);
+            lent.append(shown.name());
+        } catch (const Refusal &refusal) {
+            refusals.append(QString::fromUtf8(refusal.what()));
+        }
+        m_visit.tools.removeFirst();
+    }
+    const QString out = lent.size() == 1 ? lent[0] + " is out: " : tools(lent.size()) + " are out: ";
+    words =
+        (lent.isEmpty() ? QString() : out + m_visit.person + ", " + m_visit.charge->text + ". ") + refusals.join(' ');
+    return {refusals.isEmpty() ? Answer::Done : Answer::Refused, words.trimmed()};
+}
+
+// ---- who and what for
+
+Answer Desk::employee(qint64 number)
+{
+    const QString empId = QString::number(number);
+    const Recordset found = openRecordset(LoanChoices::employees("empid=" + empId));
+    if (found.isEmpty()) {
+        const Recordset known = openRecordset("Select LastName,FirstName from Employee where EmpID=" + empId);
+        throw Refusal(known.isEmpty() ? "There is no employee E" + empId + '.'
+                                      : known.text(u"LastName") + ' ' + known.text(u"FirstName")
+                              + " is no active employee any more.");
+    }
+    QString words;
+    if (const QString bound = found.text(u"empid"); bound != m_visit.employee) {
+        if (!m_visit.employee.isEmpty())
+            endVisit();
+        m_visit.employee = bound;
+        m_visit.person = found.text(u"Name");
+    }
+    words = m_visit.person + (m_visit.charge ? ", " + m_visit.charge->text : QString(": scan a job or an operation"));
+    return lendWaiting(words + '.');
+}
+
+Answer Desk::charge(const Code &code)
+{
+    const bool isJob = code.kind == Code::Job;
+    const QString number = QString::number(code.number);
+    const Recordset found = openRecordset(isJob ? LoanChoices::jobs("Jobno=" + number)
+                                                : LoanChoices::operations("Description", "OperNo=" + number));
+    if (found.isEmpty())
+        throw Refusal(isJob ? "There is no open job " + number + '.'
+                            : "There is no overhead operation " + number + '.');
+    const QString shown = found.text(isJob ? u"Jobno" : u"Description");
+    Charge charge{.jobOrOH = Lending::chargedNumber(shown, number), .text = isJob ? "Job " + shown : shown};
+    for (Recordset kinds = openRecordset(LoanChoices::chargeKinds()); !kinds.atEnd(); kinds.moveNext())
+        if (kinds.text(u"Code") == (isJob ? "Job" : "Overhead"))
+            charge.lineItemTypeId = qint32(kinds.field(u"Index").toInteger());
+    m_visit.charge = charge;
+    return lendWaiting(
+        (m_visit.employee.isEmpty() ? charge.text + ": scan a badge" : m_visit.person + ", " + charge.text) + '.');
+}
+
+Answer Desk::location(qint64 number)
+{
+    if (m_awaitsLocation || m_stockTake)
+        return countLocation(number);
+    const Places places;
+    if (!places.contains(qint32(number)))
+        throw Refusal("There is no location L" + QString::number(number) + '.');
+    const Recordset held = openRecordset("Select Count(*) as cnt from Tools where Location=" + QString::number(number));
+    return {Answer::Attention,
+            places.path(qint32(number)) + ": " + tools(held.field(0).toInteger())
+                + ". To count them, scan COUNT first."};
+}
+
+Answer Desk::reason(qint64 number)
+{
+    const Recordset found = openRecordset("Select Description from ScrapReasons where ID=" + QString::number(number));
+    if (found.isEmpty())
+        throw Refusal("There is no scrap reason R" + QString::number(number) + '.');
+    return {Answer::Attention,
+            "Scrap reason " + found.text(u"Description") + ": tools are scrapped in the tool explorer."};
+}
+
+Answer Desk::search(Scan &scan)
+{
+    const QString text = scan.code.text;
+    QList<Answer::Choice> found;
+    const auto addTools = [&](const QString &condition) {
+        Recordset rows = openRecordset("Select ID,Description,PartNumber,Out from Tools where " + condition
+                                       + " order by Description,ID");
+        for (; !rows.atEnd() && found.size() < mostFound; rows.moveNext())
+            found.append({{Code::Tool, rows.field(0).toInteger()},
+                          'T' + rows.field(0).toText() + ' ' + rows.field(1).toText(),
+                          rows.field(2).toText(),
+                          rows.field(3).toBool() ? ItemIcon::toolOut : ItemIcon::toolInStock});
+    };
+    addTools("PartNumber=" + quoted(text));
+    if (found.isEmpty())
+        addTools("PartNumber like " + pattern(text) + "*'");
+    if (found.isEmpty())
+        addTools("Description like '*" + pattern(text).mid(1) + "*'");
+    if (found.isEmpty() && !m_stockTake) {
+        Recordset rows = openRecordset(LoanChoices::employees("LastName like " + pattern(text) + "*'"));
+        for (; !rows.atEnd() && found.size() < mostFound; rows.moveNext())
+            found.append({{Code::Employee, rows.field(0).toInteger()},
+                          rows.field(1).toText(),
+                          'E' + rows.field(0).toText(),
+                          ItemIcon::folder});
+    }
+    if (found.size() > 1)
+        return {Answer::Attention, QString("\"%1\" may be several things. Choose one.").arg(text), found};
+    if (found.size() == 1) {
+        scan.code = found[0].code;
+        return answerTo(scan);
+    }
+    if (m_stockTake)
+        return countTool(scan.code);
+    throw Refusal('"' + text + "\" is no code, no part number, no description and no name.");
+}
+
+Answer Desk::setDirection(Direction direction)
+{
+    m_direction = direction;
+    return {Answer::Done,
+            direction == OutOnly ? QString("Out: every tool goes out, until DONE.")
+                                 : QString("In: every tool comes back, until DONE.")};
+}
+
+// ---- ends
+
+QString Desk::endVisit()
+{
+    const Visit ended = std::exchange(m_visit, {});
+    qsizetype out = 0, back = 0;
+    QList<qint64> loans;
+    for (const Deed &deed : ended.deeds) {
+        if (deed.isLoan()) {
+            ++out;
+            loans.append(deed.loan);
+        } else if (deed.isReturn()) {
+            ++back;
+        }
+    }
+    if (!loans.isEmpty())
+        m_lastLoans = loans;
+    QString words =
+        (ended.person.isEmpty() ? QString("Done") : ended.person) + QString(": %1 out, %2 back.").arg(out).arg(back);
+    if (!ended.tools.isEmpty())
+        words += " Not lent, nobody was named or nothing charged: " + tools(ended.tools.size()) + '.';
+    return words;
+}
+
+Answer Desk::done()
+{
+    if (m_awaitsLocation && !m_stockTake) {
+        m_awaitsLocation = false;
+        return {Answer::Done, "Nothing is counted."};
+    }
+    m_awaitsLocation = false;
+    if (m_stockTake) {
+        m_stockTake->refresh();
+        const QString words = m_stockTake->name() + ": " + m_stockTake->summary() + '.';
+        if (!std::exchange(m_isShowingResult, true))
+            return {Answer::Attention, words + " Print it; DONE again finishes it, COUNT counts on."};
+        m_stockTake->finish();
+        m_stockTake.reset();
+        m_isShowingResult = false;
+        m_visit = {};
+        return {Answer::Done, words + " The count is finished."};
+    }
+    m_direction = Either;
+    if (m_visit.isEmpty())
+        return {Answer::Done, "Ready."};
+    const bool isLost = !m_visit.tools.isEmpty();
+    return {isLost ? Answer::Attention : Answer::Done, endVisit()};
+}
+
+QList<qint64> Desk::loansForSheet() const
+{
+    QList<qint64> loans;
+    for (const Deed &deed : m_visit.deeds)
+        if (deed.isLoan())
+            loans.append(deed.loan);
+    return loans.isEmpty() ? m_lastLoans : loans;
+}
+
+Answer Desk::undo()
+{
+    if (m_visit.deeds.isEmpty() && !m_visit.tools.isEmpty()) {
+        const ToolAtHand tool = m_visit.tools.takeLast();
+        return {Answer::Done, tool.name() + " waits no more."};
+    }
+    if (m_visit.deeds.isEmpty() && m_stockTake && m_stockTake->markOf(m_lastMark)) {
+        m_stockTake->refresh();
+        m_stockTake->remove(m_lastMark);
+        return {Answer::Done, "Not counted after all. " + m_stockTake->summary()};
+    }
+    if (m_visit.deeds.isEmpty())
+        return {Answer::Attention, "This visit has nothing to undo."};
+    const Deed deed = m_visit.deeds.last();
+    try {
+        make([&] {
+            if (deed.isLoan())
+                Lending::undoLoan(deed.toolId, deed.loan);
+            if (deed.isReturn())
+                Lending::undoReturn(deed.returned);
+            if (deed.isMove()) {
+                requireAt(deed.movedTo, deed.toolId);
+                moveTo(deed.movedFrom, deed.toolId, "its place").move();
+            }
+        });
+    } catch (const Refusal &refusal) {
+        m_visit.deeds.removeLast(); // it will not be possible later either; the one before may be
+        throw Refusal(deed.tool + " was not undone. " + QString::fromUtf8(refusal.what()));
+    }
+    m_visit.deeds.removeLast();
+    note(deed, true);
+    const QString key = QString::number(deed.toolId);
+    if (auto mark = m_stockTake ? m_stockTake->markOf(key) : std::nullopt) {
+        mark->result = deed.isMove() ? StockTake::Elsewhere : StockTake::Out;
+        m_stockTake->put(key, *mark);
+        refreshCount();
+    }
+    return {Answer::Done, "Undone: " + deed.tool + '.'};
+}
+
+// ---- stock-take
+
+Answer Desk::count()
+{
+    if (std::exchange(m_isShowingResult, false))
+        return {Answer::Done, "Count on: " + m_stockTake->summary() + '.'};
+    m_awaitsLocation = true;
+    Answer answer{Answer::Attention, "Scan the location to count."};
+    const Places places;
+    for (const qint32 location : StockTake::unfinished())
+        if (places.contains(location) && !(m_stockTake && m_stockTake->location() == location))
+            answer.choices.append(
+                {{Code::Location, location}, places.path(location), "not finished", ItemIcon::folder});
+    if (!answer.choices.isEmpty())
+        answer.words += " Or go on with one that is not finished.";
+    return answer;
+}
+
+Answer Desk::countLocation(qint64 location)
+{
+    if (location != qint32(location))
+        throw Refusal("There is no location of so high a number.");
+    if (m_stockTake && (!m_awaitsLocation || m_stockTake->location() == location)) {
+        m_awaitsLocation = false;
+        m_stockTake->goTo(qint32(location));
+        return {Answer::Done, "Here is " + m_stockTake->hereName() + ". " + m_stockTake->summary()};
+    }
+    StockTake begun = StockTake::at(qint32(location));
+    if (!m_visit.isEmpty())
+        endVisit();
+    m_stockTake = std::move(begun);
+    m_awaitsLocation = false;
+    m_direction = Either;
+    m_lastMark.clear();
+    return {Answer::Done, m_stockTake->name() + ": " + m_stockTake->summary() + '.'};
+}
+
+Answer Desk::countTool(const Code &code)
+{
+    const std::optional<ToolAtHand> tool = code.kind == Code::Tool ? ToolAtHand::find(code.number) : std::nullopt;
+    m_stockTake->refresh();
+    return counted(code, tool, m_stockTake->look(code, tool));
+}
+
+Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, StockTake::Result result)
+{
+    const QString key = code.kind == Code::Tool ? QString::number(code.number) : code.text;
+    const QString name = tool ? tool->name() : code.label();
+    if (result == StockTake::Already)
+        return {Answer::Attention, name + " is counted already.", {}, Answer::SoundAlready};
+    StockTake::Mark mark{.result = result};
+    if (tool) {
+        mark.description = tool->description;
+        mark.partNumber = tool->partNumber;
+    } else {
+        mark.description = code.label();
+    }
+    Answer answer;
+    Offer offer = Offer::None;
+    switch (result) {
+    case StockTake::Elsewhere:
+        mark.note = Places().path(tool->location);
+        answer = {Answer::Attention,
+                  name + " belongs to " + mark.note + ". Store it here, or leave it.",
+                  {},
+                  Answer::SoundElsewhere};
+        offer = Offer::StoreHere;
+        break;
+    case StockTake::Out:
+        mark.note = tool->holder();
+        answer = {Answer::Attention,
+                  name + " is out on loan to " + mark.note + ". Take it back, or leave it.",
+                  {},
+                  Answer::SoundOut};
+        offer = Offer::TakeBack;
+        break;
+    case StockTake::Scrapped:
+        answer = {Answer::Refused, ToolAtHand::whyNot(code.number), {}, Answer::SoundScrapped};
+        break;
+    case StockTake::Unknown:
+        answer = {Answer::Refused, name + " is unknown. Put it aside; it is noted.", {}, Answer::SoundUnknown};
+        break;
+    default:
+        answer = {Answer::Done, name + (result == StockTake::Ticked ? " is ticked." : " is right here.")};
+    }
+    m_stockTake->put(key, mark);
+    m_lastMark = key;
+    m_offer = offer;
+    m_offered = tool.value_or(ToolAtHand());
+    answer.words += ' ' + m_stockTake->summary();
+    return answer;
+}
+
+QList<Answer> Desk::accept()
+{
+    if (m_offer == Offer::None || !m_stockTake)
+        return {};
+    return enter({Code::Text, 0, m_offered.name()}, [this](Scan &) { return doOffered(); });
+}
+
+QList<Answer> Desk::leave()
+{
+    if (std::exchange(m_offer, Offer::None) == Offer::None)
+        return {};
+    return {{Answer::Done, m_offered.name() + " stays as it is. " + m_stockTake->summary()}};
+}
+
+// What the question named is done, or nothing: the loan and the place that were shown.
+Answer Desk::doOffered()
+{
+    const ToolAtHand tool = m_offered;
+    const QString key = QString::number(tool.id);
+    StockTake::Mark mark = m_stockTake->markOf(key).value_or(StockTake::Mark());
+    const Places places;
+    const qint32 here = m_stockTake->here();
+    if (m_offer == Offer::TakeBack) {
+        change(tool, Intent::TakeBack, tool.loan.id);
+        const bool isElsewhere = !places.within(here).contains(tool.location);
+        mark.result = isElsewhere ? StockTake::Elsewhere : StockTake::TakenBack;
+        mark.note = isElsewhere ? places.path(tool.location) : mark.note;
+        m_offer = isElsewhere ? Offer::StoreHere : Offer::None;
+        m_stockTake->put(key, mark);
+        refreshCount();
+        const QString words = tool.name() + " is back, from " + tool.holder() + '.';
+        if (!isElsewhere)
+            return {Answer::Done, words};
+        return {Answer::Attention,
+                words + " It belongs to " + mark.note + ". Store it here, or leave it.",
+                {},
+                Answer::SoundElsewhere};
+    }
+    make([&] {
+        requireAt(tool.location, tool.id);
+        moveTo(here, tool.id, places.name(here)).move();
+    });
+    const Deed deed{.toolId = tool.id,
+                    .tool = tool.name(),
+                    .partNumber = tool.partNumber,
+                    .lentTo = {{}, places.name(here)},
+                    .movedFrom = tool.location,
+                    .movedTo = here};
+    m_visit.deeds.append(deed);
+    note(deed);
+    m_offer = Offer::None;
+    mark.result = StockTake::Stored;
+    m_stockTake->put(key, mark);
+    refreshCount();
+    return {Answer::Done, tool.name() + " belongs to " + places.path(here) + " from now on."};
+}
+
+// After a deed, which must not be tried again because of what is only shown: the next scan reads it.
+void Desk::refreshCount()
+{
+    try {
+        m_stockTake->refresh();
+    } catch (const EngineError &) {
+    }
+}
+
+QList<Answer> Desk::tick(qint64 tool)
+{
+    return enter({Code::Text, 0, 'T' + QString::number(tool)}, [this, tool](Scan &) {
+        const Code code{Code::Tool, tool};
+        const std::optional<ToolAtHand> found = ToolAtHand::find(tool);
+        m_stockTake->refresh();
+        const StockTake::Result result = m_stockTake->look(code, found);
+        return counted(code, found, result == StockTake::Right ? StockTake::Ticked : result);
+    });
+}

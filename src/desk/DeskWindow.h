@@ -1,0 +1,69 @@
+#pragma once
+
+#include "desk/Desk.h"
+#include "desk/DeskList.h"
+#include "ui_DeskWindow.h"
+
+#include <QTimer>
+
+class QToolButton;
+class ReportControl;
+class StockTakeReport;
+
+/// The window of the counter: one field that always has the keyboard, who and what for, the answer, and a list. Nothing
+/// in it waits for an answer: whoever holds a scanner presses no OK.
+class DeskWindow : public QWidget
+{
+    Q_OBJECT
+public:
+    DeskWindow();
+    ~DeskWindow() override;
+
+    /// Is called with each sound that the desk makes, unless it is muted.
+    std::function<void(Answer::Sound)> player;
+
+    Ui::DeskWindow ui;
+
+protected:
+    bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    struct Button;
+    enum class Page { Deeds, Choices, Missing, Result };
+
+    void addButton(const Button &button, QWidget *panel);
+    void addButtons();
+    void take(const QList<Answer> &answers);
+    void say(const Answer &answer);
+    void showState();
+    void showChoices(const QList<Answer::Choice> &choices);
+    void showPage(Page page);
+    void steer(int key);
+    void chooseCurrent();
+    void tick(int row);
+    void dismiss();
+    void toggleSound();
+    void primary();
+    void secondary();
+    void printSheet();
+    void printResult();
+    void writeResult(const char *ending);
+    /// Runs a report on paper or, where there is no printer, in a preview, and says so.
+    void print(ReportControl &report, const QString &what);
+    void closePreviews();
+    QToolButton *button(const char *name) const;
+    void setCaption(const char *name, const char *caption);
+
+    Desk m_desk;
+    DeskList m_deeds;
+    DeskList m_lines; ///< what is shown instead of the deeds
+    QList<Answer::Choice> m_choices;
+    Page m_page = Page::Deeds;
+    QTimer m_retry;
+    QTimer m_rest;
+    bool m_isMuted = false;
+    ReportControl *m_sheet = nullptr;
+    std::unique_ptr<StockTakeReport> m_result;
+};

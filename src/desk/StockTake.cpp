@@ -1,0 +1,248 @@
+#include "desk/StockTake.h"
+
+#include "db/Literals.h"
+#include "db/Session.h"
+#include "desk/Places.h"
+#include "platform/system/Clock.h"
+#include "platform/system/ProgramFolder.h"
+#include "platform/text/Format.h"
+#include "platform/text/TextCompare.h"
+#include "transactions/AtomicChange.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLockFile>
+#include <QSaveFile>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace {
+
+constexpr auto fileName = "stocktake-%1.json";
+
+/// How results stand in the file.
+struct Name {
+    StockTake::Result result;
+    const char *name;
+};
+constexpr Name names[] = {
+    {StockTake::Right, "right"},       {StockTake::Elsewhere, "elsewhere"},  {StockTake::Out, "out"},
+    {StockTake::Scrapped, "scrapped"}, {StockTake::Unknown, "unknown"},      {StockTake::Ticked, "ticked"},
+    {StockTake::Stored, "stored"},     {StockTake::TakenBack, "taken back"},
+};
+
+// Beside the database, so that whoever comes to that crib next finds it; in a crib folder that only the administrator
+// writes to, as with a connection file for all users, in the user's own.
+QString folder()
+{
+    const QString crib = ProgramFolder::path();
+    if (QFileInfo(crib).isWritable())
+        return crib;
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    QDir().mkpath(own);
+    return own;
+}
+
+}
+
+StockTake::StockTake() = default;
+StockTake::StockTake(StockTake &&) noexcept = default;
+StockTake &StockTake::operator=(StockTake &&) noexcept = default;
+StockTake::~StockTake() = default;
+
+QList<qint32> StockTake::unfinished()
+{
+    QList<qint32> locations;
+    for (const QString &file : QDir(folder()).entryList({QString(fileName).arg('*')}, QDir::Files, QDir::Time))
+        locations.append(file.section('-', 1).section('.', 0, 0).toInt());
+    return locations;
+}
+
+StockTake StockTake::at(qint32 location)
+{
+    const Places places;
+    const QString number = QString::number(location);
+    refuseUnless(places.contains(location), "There is no location L" + number + '.');
+    StockTake count;
+    count.m_location = location;
+    count.m_name = places.name(location);
+    count.m_file = QDir(folder()).filePath(QString(fileName).arg(number));
+    count.m_begun = Format::generalDate(Clock::now());
+    count.m_lock = std::make_unique<QLockFile>(count.m_file + ".lock");
+    count.m_lock->setStaleLockTime(0); // a count may take days; only a desk that is gone has given it up
+    if (!count.m_lock->tryLock(0)) {
+        const bool isTaken = count.m_lock->error() == QLockFile::LockFailedError;
+        throw Refusal((isTaken ? "Another desk is counting " + count.m_name + "; finish it there. ("
+                               : "The count cannot be kept, nothing may be written there. (")
+                      + QDir::toNativeSeparators(count.m_file) + ')');
+    }
+    count.m_here = location;
+    if (QFile::exists(count.m_file))
+        count.load(count.m_file);
+    count.m_here = places.within(location).contains(count.m_here) ? count.m_here : location;
+    count.save();
+    count.refresh();
+    return count;
+}
+
+void StockTake::load(const QString &path)
+{
+    QFile file(path);
+    const bool isOpen = file.open(QIODevice::ReadOnly);
+    const QJsonObject all = QJsonDocument::fromJson(file.readAll()).object();
+    if (!isOpen || all["version"].toInt() != 1 || !all["seen"].isObject())
+        throw Refusal("What is kept of the count of " + m_name
+                      + " cannot be read; have a look at it or delete it: " + QDir::toNativeSeparators(path));
+    m_begun = all["begun"].toString();
+    m_here = all["here"].toInt(m_location);
+    const QJsonObject seen = all["seen"].toObject();
+    for (auto it = seen.begin(); it != seen.end(); ++it) {
+        const QJsonObject mark = it->toObject();
+        const auto result = std::ranges::find_if(
+            names, [&](const Name &row) { return mark["result"].toString() == QLatin1String(row.name); });
+        if (result != std::end(names))
+            m_marks.insert(it.key(),
+                           {result->result, mark["at"].toString(), mark["description"].toString(),
+                            mark["part"].toString(), mark["note"].toString()});
+    }
+}
+
+void StockTake::save() const
+{
+    QJsonObject seen;
+    for (auto it = m_marks.begin(); it != m_marks.end(); ++it)
+        seen[it.key()] = QJsonObject{{"result", std::ranges::find(names, it->result, &Name::result)->name},
+                                     {"at", it->at},
+                                     {"description", it->description},
+                                     {"part", it->partNumber},
+                                     {"note", it->note}};
+    const QJsonObject all{{"version", 1},   {"location", m_location}, {"name", m_name},
+                          {"here", m_here}, {"begun", m_begun},       {"seen", seen}};
+    QSaveFile file(m_file);
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(all).toJson(QJsonDocument::Compact)) < 0
+        || !file.commit())
+        throw Refusal("This could not be kept and does not count: " + file.errorString());
+}
+
+void StockTake::goTo(qint32 location)
+{
+    const Places places;
+    refuseUnless(places.contains(location), "There is no location L" + QString::number(location) + '.');
+    refuseUnless(places.within(m_location).contains(location),
+                 places.path(location) + " is not in " + m_name + ". To count it, scan COUNT first.");
+    m_here = location;
+    save();
+    refresh();
+}
+
+StockTake::Result StockTake::look(const Code &code, const std::optional<ToolAtHand> &tool) const
+{
+    if (m_marks.contains(code.kind == Code::Tool ? QString::number(code.number) : code.text))
+        return Already;
+    if (!tool)
+        return code.kind == Code::Tool && ToolAtHand::isScrapped(code.number) ? Scrapped : Unknown;
+    if (tool->isOut)
+        return Out;
+    return m_within.contains(tool->location) ? Right : Elsewhere;
+}
+
+void StockTake::put(const QString &key, Mark mark)
+{
+    const QMap<QString, Mark> before = m_marks;
+    mark.at = Format::generalDate(Clock::now());
+    m_marks.insert(key, mark);
+    try {
+        save();
+    } catch (...) {
+        m_marks = before;
+        throw;
+    }
+    findMissing();
+}
+
+void StockTake::remove(const QString &key)
+{
+    m_marks.remove(key);
+    save();
+    findMissing();
+}
+
+std::optional<StockTake::Mark> StockTake::markOf(const QString &key) const
+{
+    const auto found = m_marks.find(key);
+    return found == m_marks.end() ? std::nullopt : std::optional(*found);
+}
+
+void StockTake::refresh()
+{
+    const Places places;
+    const QList<qint32> within = places.within(m_here);
+    m_within = {within.begin(), within.end()};
+    m_hereName = places.path(m_here, m_location);
+    m_tools.clear();
+    Recordset rows = openRecordset("Select ID,Description,PartNumber,Location from Tools where Location in ("
+                                   + joined(places.within(m_location)) + ") and Out=0 order by Description");
+    for (; !rows.atEnd(); rows.moveNext())
+        m_tools.append({rows.field(0).toInteger(), rows.field(1).toText(), rows.field(2).toText(),
+                        places.path(qint32(rows.field(3).toInteger()), m_location)});
+    // Whoever looks for them goes from place to place.
+    std::ranges::stable_sort(m_tools, {}, &Tool::place);
+    findMissing();
+}
+
+void StockTake::findMissing()
+{
+    m_missing.clear();
+    std::ranges::copy_if(m_tools, std::back_inserter(m_missing),
+                         [this](const Tool &tool) { return !m_marks.contains(QString::number(tool.id)); });
+}
+
+int StockTake::number(Result result) const { return int(std::ranges::count(m_marks, result, &Mark::result)); }
+
+QString StockTake::summary() const
+{
+    QString text = QString("%1 of %2").arg(counted()).arg(expected());
+    for (const auto &[result, word] :
+         {std::pair(Elsewhere, "elsewhere"), {Out, "out"}, {Scrapped, "scrapped"}, {Unknown, "unknown"}})
+        if (const int found = number(result))
+            text += QString(", %1 %2").arg(found).arg(word);
+    return text;
+}
+
+QList<StockTake::Line> StockTake::result() const
+{
+    QList<Line> lines;
+    for (const Tool &tool : m_missing)
+        lines.append({1, "Missing", 'T' + QString::number(tool.id), tool.description, tool.partNumber, tool.place});
+    struct Heading {
+        Result result;
+        const char *text;
+    };
+    constexpr Heading headings[] = {
+        {Elsewhere, "Here, but belongs elsewhere"}, {Out, "Here, but out on loan"},
+        {Scrapped, "Here, but scrapped"},           {Unknown, "Unknown"},
+        {Stored, "Stored here during the count"},   {TakenBack, "Taken back during the count"}};
+    int order = 1;
+    for (const Heading &heading : headings) {
+        ++order;
+        for (auto it = m_marks.begin(); it != m_marks.end(); ++it)
+            if (it->result == heading.result)
+                lines.append({order, heading.text, it->result == Unknown ? QString() : 'T' + it.key(), it->description,
+                              it->partNumber, it->note});
+    }
+    // The missing ones stay as they are found, from place to place.
+    const auto seen = std::ranges::find_if(lines, [](const Line &line) { return line.order > 1; });
+    std::stable_sort(seen, lines.end(), [](const Line &a, const Line &b) {
+        return a.order != b.order ? a.order < b.order : compareText(a.description, b.description) < 0;
+    });
+    return lines;
+}
+
+void StockTake::finish()
+{
+    QFile::remove(m_file);
+    m_lock.reset();
+}
