@@ -54,6 +54,7 @@ VIAddVersionKey "LegalCopyright" ""
 !macroend
 !macro refuseWhileRunning
   !insertmacro refuseIfRunning vorlane.exe
+  !insertmacro refuseIfRunning vorlane-desk.exe
   !insertmacro refuseIfRunning vorlane-start.exe
   !insertmacro refuseIfRunning vorlane-admin.exe
 !macroend
@@ -69,6 +70,7 @@ Section
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateDirectory "${MENU}"
   CreateShortcut "${MENU}\${NAME}.lnk" "$INSTDIR\vorlane-start.exe"
+  CreateShortcut "${MENU}\Vorlane Desk.lnk" "$INSTDIR\vorlane-start.exe" "--desk"
   CreateShortcut "${MENU}\Choose another crib.lnk" "$INSTDIR\vorlane-start.exe" "--choose"
   WriteRegStr HKCU "${KEY}" "DisplayName" "${NAME}"
   WriteRegStr HKCU "${KEY}" "DisplayVersion" "${VERSION}"
@@ -89,6 +91,7 @@ Section "un.all"
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
   Delete "${MENU}\${NAME}.lnk"
+  Delete "${MENU}\Vorlane Desk.lnk"
   Delete "${MENU}\Choose another crib.lnk"
   RMDir "${MENU}"
   DeleteRegKey HKCU "${KEY}"

@@ -35,6 +35,7 @@ constexpr int retryEvery = 100;
 constexpr int lookForRestEvery = 5000;
 constexpr auto muteSetting = "desk/muted";
 constexpr auto placeSetting = "desk/place";
+constexpr int smallWidth = 560, smallHeight = 300;
 constexpr auto keyProperty = "key"; ///< of a button
 
 /// Background and text of an answer, legible beside a light and a dark palette alike; the icon says it without colour.
@@ -176,7 +177,8 @@ QToolButton *DeskWindow::button(const char *name) const { return findChild<QTool
 void DeskWindow::setCaption(const char *name, const char *caption)
 {
     QToolButton *const named = button(name);
-    named->setText(named->property(keyProperty).toString() + ' ' + caption);
+    named->setText(isSmall() ? QString(caption) : named->property(keyProperty).toString() + ' ' + caption);
+    named->setToolTip(named->property(keyProperty).toString());
     named->setAccessibleName(caption);
 }
 
@@ -458,10 +460,20 @@ bool DeskWindow::event(QEvent *event)
     return QWidget::event(event);
 }
 
-// Read from a step away, where there is room.
+bool DeskWindow::isSmall() const { return width() < smallWidth; }
+
+// Read from a step away, where there is room; on a small screen all of it is in sight.
 void DeskWindow::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
+    const int gap = isSmall() ? 3 : style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing);
+    ui.windowLayout->setSpacing(gap);
+    ui.windowLayout->setContentsMargins(gap, gap, gap, gap);
+    ui.answerLayout->setContentsMargins(2 * gap, gap, 2 * gap, gap);
+    ui.commandLayout->setSpacing(gap);
+    ui.offerLayout->setSpacing(gap);
+    ui.lstLines->setHeaderHidden(height() < smallHeight);
+    showState();
     const double base = font().pointSizeF();
     const double room = std::min(width() / 640.0, height() / 400.0);
     const auto enlarge = [&](QWidget *widget, double factor) {

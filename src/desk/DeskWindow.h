@@ -53,6 +53,7 @@ private:
     /// Runs a report on paper or, where there is no printer, in a preview, and says so.
     void print(ReportControl &report, const QString &what);
     void closePreviews();
+    bool isSmall() const;
     QToolButton *button(const char *name) const;
     void setCaption(const char *name, const char *caption);
 

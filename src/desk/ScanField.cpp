@@ -13,6 +13,12 @@ ScanField::ScanField(QWidget *parent) : QLineEdit(parent)
 {
     setMaxLength(longestText);
     setContextMenuPolicy(Qt::NoContextMenu);
+    // Not every desktop's dark palette has a colour for it.
+    QPalette hinted = palette();
+    QColor hint = hinted.color(QPalette::Text);
+    hint.setAlpha(140);
+    hinted.setColor(QPalette::PlaceholderText, hint);
+    setPalette(hinted);
     setInputMethodHints(Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/gui/WrappingPanel.h"
 
+#include <QEvent>
 #include <QGridLayout>
 
 #include <numeric>
@@ -28,7 +29,15 @@ QSize WrappingPanel::minimumSizeHint() const
     return {qMin(widthOf(atLeast), QWidget::minimumSizeHint().width()), QWidget::minimumSizeHint().height()};
 }
 
-void WrappingPanel::resizeEvent(QResizeEvent *)
+bool WrappingPanel::event(QEvent *event)
+{
+    const bool isHandled = QWidget::event(event);
+    if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest)
+        wrap();
+    return isHandled;
+}
+
+void WrappingPanel::wrap()
 {
     if (m_most == 0)
         m_most = grid()->columnCount();

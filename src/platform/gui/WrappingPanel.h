@@ -13,12 +13,13 @@ public:
     QSize minimumSizeHint() const override;
 
 protected:
-    void resizeEvent(QResizeEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     QGridLayout *grid() const;
     QList<QWidget *> controls() const;
     int widthOf(int columns) const;
+    void wrap();
 
     int m_most = 0; ///< columns, as the form has them
 };

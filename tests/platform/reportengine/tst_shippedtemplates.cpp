@@ -54,8 +54,9 @@ private slots:
         for (int row = 0; row < listed.recordCount(); ++row)
             names.append(listed.at(row, 0).toText());
         // Printed by name
-        names += {"ToolsJunkByJob.rpt", "ToolsJunkByEmployee.rpt", "LocationLabels.rpt",   "JobLabels.rpt",
-                  "OwnJobLabels.rpt",   "OperationCodes.rpt",      "ScrapReasonCodes.rpt", "CommandCodes.rpt",    "StockTake.rpt"};
+        names +=
+            {"ToolsJunkByJob.rpt", "ToolsJunkByEmployee.rpt", "LocationLabels.rpt", "JobLabels.rpt", "OwnJobLabels.rpt",
+             "OperationCodes.rpt", "ScrapReasonCodes.rpt",    "CommandCodes.rpt",   "StockTake.rpt"};
         names.removeDuplicates();
         names.sort();
         QCOMPARE(names, QDir(PROGRAM_DATA "/templates").entryList({"*.rpt"}));
