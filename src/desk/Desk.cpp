@@ -509,7 +509,7 @@ Answer Desk::undo()
     if (m_visit.deeds.isEmpty() && m_stockTake && m_stockTake->markOf(m_lastMark)) {
         m_stockTake->refresh();
         m_stockTake->remove(m_lastMark);
-        return {Answer::Done, "Not counted after all. " + m_stockTake->summary()};
+        return {Answer::Done, "Not counted after all."};
     }
     if (m_visit.deeds.isEmpty())
         return {Answer::Attention, "This visit has nothing to undo."};
@@ -565,7 +565,7 @@ Answer Desk::countLocation(qint64 location)
     if (m_stockTake && (!m_awaitsLocation || m_stockTake->location() == location)) {
         m_awaitsLocation = false;
         m_stockTake->goTo(qint32(location));
-        return {Answer::Done, "Here is " + m_stockTake->hereName() + ". " + m_stockTake->summary()};
+        return {Answer::Done, "Here is " + m_stockTake->hereName() + '.'};
     }
     StockTake begun = StockTake::at(qint32(location));
     if (!m_visit.isEmpty())
@@ -629,7 +629,6 @@ Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, St
     m_lastMark = key;
     m_offer = offer;
     m_offered = tool.value_or(ToolAtHand());
-    answer.words += ' ' + m_stockTake->summary();
     return answer;
 }
 
@@ -644,7 +643,7 @@ QList<Answer> Desk::leave()
 {
     if (std::exchange(m_offer, Offer::None) == Offer::None)
         return {};
-    return {{Answer::Done, m_offered.name() + " stays as it is. " + m_stockTake->summary()}};
+    return {{Answer::Done, m_offered.name() + " stays as it is."}};
 }
 
 // What the question named is done, or nothing: the loan and the place that were shown.

@@ -231,6 +231,8 @@ void DeskWindow::showState()
     ui.lblWho->setText(who.isEmpty() ? QString("Nobody") : who);
     constexpr const char *directions[] = {"Out and In", "Out only", "In only"};
     ui.lblDirection->setText(directions[m_desk.direction()]);
+    for (const char *name : {"cmdOut", "cmdIn", "cmdUndo", "cmdDone", "cmdCount"})
+        setCaption(name, button(name)->accessibleName().toLatin1());
     button("cmdOut")->setDown(m_desk.direction() == Desk::OutOnly);
     button("cmdIn")->setDown(m_desk.direction() == Desk::InOnly);
     setCaption("cmdSheet", m_desk.isShowingResult() ? "Print" : "Sheet");
@@ -292,6 +294,8 @@ void DeskWindow::showPage(Page page)
     for (int column = 0; column < model->columnCount(); ++column)
         header->setSectionResizeMode(column,
                                      column == stretched ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+    for (const int column : {3, 5}) // part number, what for
+        header->setSectionHidden(column, page == Page::Deeds && isSmall());
     if (page == Page::Choices)
         ui.lstLines->setCurrentIndex(model->index(0, 0));
     else if (isSame)

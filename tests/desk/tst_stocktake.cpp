@@ -44,30 +44,34 @@ private slots:
 
     void results_data()
     {
-        row("right", QStringList{"T1"}, "T1 Torque wrench is right here. 1 of 3");
-        row("right, below the location", QStringList{"t2"}, "T2 Torque wrench, long is right here. 1 of 3");
-        row("belongs elsewhere", QStringList{"T3"},
-            "T3 Gauge belongs to Cabinet B. Store it here, or leave it. 0 of 3, 1 elsewhere");
+        row("right", QStringList{"T1"}, "T1 Torque wrench is right here.", "1 of 3");
+        row("right, below the location", QStringList{"t2"}, "T2 Torque wrench, long is right here.", "1 of 3");
+        row("belongs elsewhere", QStringList{"T3"}, "T3 Gauge belongs to Cabinet B. Store it here, or leave it.",
+            "0 of 3, 1 elsewhere");
         row("elsewhere within the count is not missing", QStringList{"L3", "T1"},
-            "T1 Torque wrench belongs to Cabinet A. Store it here, or leave it. 1 of 3, 1 elsewhere");
-        row("out", QStringList{"T4"}, "T4 Drill is out on loan to BAKER TOM. Take it back, or leave it. 0 of 3, 1 out");
+            "T1 Torque wrench belongs to Cabinet A. Store it here, or leave it.", "1 of 3, 1 elsewhere");
+        row("out", QStringList{"T4"}, "T4 Drill is out on loan to BAKER TOM. Take it back, or leave it.",
+            "0 of 3, 1 out");
         row("scrapped", QStringList{"T6"},
-            "T6 File was scrapped on 2026-02-01. Restore it in the tool explorer, or put it away. 0 of 3, 1 scrapped");
-        row("unknown tool", QStringList{"T77"}, "T77 is unknown. Put it aside; it is noted. 0 of 3, 1 unknown");
-        row("unknown text", QStringList{"4006381333931X"},
-            "4006381333931X is unknown. Put it aside; it is noted. 0 of 3, 1 unknown");
-        row("by its part number", QStringList{"TA-6"}, "T5 Tap is right here. 1 of 3");
-        row("twice", QStringList{"T1", "T1"}, "T1 Torque wrench is counted already.");
-        row("not counted after all", QStringList{"T1", "T2", "UNDO"}, "Not counted after all. 1 of 3");
-        row("no lending in between", QStringList{"E21"}, "Cabinet A is being counted. Scan DONE first.");
-        row("a location outside", QStringList{"L2"}, "Cabinet B is not in Cabinet A. To count it, scan COUNT first.");
+            "T6 File was scrapped on 2026-02-01. Restore it in the tool explorer, or put it away.",
+            "0 of 3, 1 scrapped");
+        row("unknown tool", QStringList{"T77"}, "T77 is unknown. Put it aside; it is noted.", "0 of 3, 1 unknown");
+        row("unknown text", QStringList{"4006381333931X"}, "4006381333931X is unknown. Put it aside; it is noted.",
+            "0 of 3, 1 unknown");
+        row("by its part number", QStringList{"TA-6"}, "T5 Tap is right here.", "1 of 3");
+        row("twice", QStringList{"T1", "T1"}, "T1 Torque wrench is counted already.", "1 of 3");
+        row("not counted after all", QStringList{"T1", "T2", "UNDO"}, "Not counted after all.", "1 of 3");
+        row("no lending in between", QStringList{"E21"}, "Cabinet A is being counted. Scan DONE first.", "0 of 3");
+        row("a location outside", QStringList{"L2"}, "Cabinet B is not in Cabinet A. To count it, scan COUNT first.",
+            "0 of 3");
         row("the result", QStringList{"T1", "DONE"},
-            "Cabinet A: 1 of 3. Print it; DONE again finishes it, COUNT counts on.");
+            "Cabinet A: 1 of 3. Print it; DONE again finishes it, COUNT counts on.", "1 of 3");
     }
     void results()
     {
-        const auto [scanned, said] = fetched<QStringList, QString>();
+        const auto [scanned, said, summary] = fetched<QStringList, QString, QString>();
         QCOMPARE(scan(scanned), said);
+        QCOMPARE(desk->stockTake()->summary(), summary);
         QCOMPARE(crib->rows("Select Out,Location from Tools order by ID"),
                  QStringList({"0|1", "0|3", "0|2", "-1|1", "0|1"})); // seeing changes nothing
     }
@@ -87,7 +91,8 @@ private slots:
         QCOMPARE(desk->stockTake()->summary(), "1 of 4, 1 elsewhere");
         QVERIFY(desk->accept().isEmpty()); // offered once
         scan({"T5"});
-        QCOMPARE(words(desk->tick(1)), "T1 Torque wrench is ticked. 3 of 4, 1 elsewhere");
+        QCOMPARE(words(desk->tick(1)), "T1 Torque wrench is ticked.");
+        QCOMPARE(desk->stockTake()->summary(), "3 of 4, 1 elsewhere");
     }
 
     // What somebody else did between the question and the answer holds.
