@@ -234,15 +234,19 @@ Answer Desk::tool(Scan &scan)
 
 std::optional<Answer> Desk::objection(const ToolAtHand &tool, const Scan &scan) const
 {
-    // Since it was scanned. What is stored for later was stored before, by a machine whose clock is ahead.
+    // By others since it was scanned. What is stored for later was stored before, by a machine whose clock is ahead.
     const QString scanned = Format::generalDate(scan.when), soon = Format::generalDate(Clock::now().addSecs(1));
-    if (tool.isOut && m_direction != OutOnly && tool.loan.dateOut >= scanned && tool.loan.dateOut <= soon)
+    const auto isMeanwhile = [&](const QString &moment) {
+        return moment >= scanned && moment <= soon && moment != m_ownMoments.value(tool.id);
+    };
+    if (tool.isOut && m_direction != OutOnly && isMeanwhile(tool.loan.dateOut))
         throw Refusal(tool.name() + " was checked out meanwhile, by " + tool.holder() + '.');
-    if (!tool.isOut && scan.hasWaited && m_direction != OutOnly
-        && !openRecordset("Select ID from CheckOutIn where Tool_Id=" + QString::number(tool.id)
-                          + " and Active=0 and DateIn>=#" + scanned + "# and DateIn<=#" + soon + "#")
-                .isEmpty())
-        throw Refusal(tool.name() + " was checked in meanwhile.");
+    if (!tool.isOut && scan.hasWaited && m_direction != OutOnly) {
+        Recordset returns = openRecordset("Select DateIn from CheckOutIn where Tool_Id=" + QString::number(tool.id)
+                                          + " and Active=0 and DateIn>=#" + scanned + "#");
+        for (; !returns.atEnd(); returns.moveNext())
+            refuseUnless(!isMeanwhile(returns.field(0).toText()), tool.name() + " was checked in meanwhile.");
+    }
     if (!tool.isOut && m_direction == InOnly)
         return Answer{Answer::Attention, tool.name() + " is in the crib already."};
     if (tool.isOut && m_direction == OutOnly && !m_visit.employee.isEmpty()
@@ -272,6 +276,7 @@ void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
                                                : LoanChoices::chargeText(tool.loan.lineItemTypeId, tool.loan.jobOrOH)};
     if (intent != Intent::TakeBack)
         deed.lentTo = {m_visit.person, m_visit.charge->text};
+    QString moment; // of the loan
     make([&] {
         if (intent != Intent::Lend)
             deed.returned = Lending::takeBack(tool.id, loanShown);
@@ -281,8 +286,11 @@ void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
                        .jobOrOH = m_visit.charge->jobOrOH,
                        .lineItemTypeId = m_visit.charge->lineItemTypeId,
                        .employee = m_visit.employee});
-        deed.loan = Lending::openLoan(tool.id).id;
+        const Lending::OpenLoan made = Lending::openLoan(tool.id);
+        deed.loan = made.id;
+        moment = made.dateOut;
     });
+    m_ownMoments[tool.id] = moment.isEmpty() ? deed.returned.dateIn : moment;
     m_visit.deeds.append(deed);
     note(deed);
 }

@@ -5,6 +5,8 @@
 #include "desk/StockTake.h"
 #include "desk/ToolAtHand.h"
 
+#include <QHash>
+
 #include <functional>
 #include <optional>
 #include <utility>
@@ -117,6 +119,7 @@ private:
     Code m_lastCode;
     QDateTime m_lastCodeAt;
     QList<DeedLine> m_lines;
+    QHash<qint16, QString> m_ownMoments; ///< by tool, of the last loan or return that this desk stored
 
     std::optional<StockTake> m_stockTake;
     bool m_awaitsLocation = false; ///< COUNT was scanned
