@@ -249,13 +249,14 @@ void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &
 {
     // The counter tells how much is done, as rows mostly come in its order. Where they come in another, the progress
     // waits instead of going back.
-    const auto extent = [this](const char *what) {
-        const QString select = QStringLiteral("SELECT %1 FROM [%2]").arg(QString(what).arg(m_key), m_template.table);
+    const auto extent = [this](const QString &what) {
+        const QString select = QStringLiteral("SELECT %1 FROM [%2]").arg(what, m_template.table);
         return m_database.openRecordset(select).at(0, 0).toNumber();
     };
     // One at a time, the ends are found without reading the table.
-    const double first = m_key.isEmpty() ? 0 : extent("Min([%1])");
-    const double last = m_key.isEmpty() ? extent("Count(*)") - 1 : extent("Max([%1])");
+    const double first = m_key.isEmpty() ? 0 : extent(QStringLiteral("Min([%1])").arg(m_key));
+    const double last =
+        m_key.isEmpty() ? extent(QStringLiteral("Count(*)")) - 1 : extent(QStringLiteral("Max([%1])").arg(m_key));
     double read = 0;
     const QStringList conditions{inSql(m_template.where, m_template.fields), inSql(m_selection, m_template.fields)};
     reader.read(statement(conditions), [&](const std::vector<Value> &record) {
