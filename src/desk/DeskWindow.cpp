@@ -15,10 +15,12 @@
 #include "reports/ReportErrorTexts.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPrinterInfo>
 #include <QScrollBar>
 #include <QShortcut>
@@ -366,8 +368,28 @@ void DeskWindow::dismiss()
 // A sheet that is looked at is not in the way of the next scan.
 void DeskWindow::closePreviews()
 {
+    qApp->removeEventFilter(this);
     for (PreviewWindow *preview : findChildren<PreviewWindow *>())
         preview->close();
+}
+
+// What is scanned while a sheet is looked at, and is not typed into a box there, belongs into the field.
+bool DeskWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *widget = qobject_cast<QWidget *>(watched);
+    if (event->type() != QEvent::KeyPress || !widget || !qobject_cast<PreviewWindow *>(widget->window())
+        || qobject_cast<QLineEdit *>(QApplication::focusWidget()))
+        return QWidget::eventFilter(watched, event);
+    const auto *key = static_cast<QKeyEvent *>(event);
+    const bool isCode = !key->text().isEmpty() && key->text()[0].isLetterOrNumber()
+        && (key->modifiers() == Qt::NoModifier || key->modifiers() == Qt::ShiftModifier);
+    if (!isCode && key->key() != Qt::Key_Escape)
+        return QWidget::eventFilter(watched, event);
+    closePreviews();
+    activateWindow();
+    ui.txtScan->setFocus();
+    QApplication::sendEvent(ui.txtScan, event);
+    return true;
 }
 
 void DeskWindow::toggleSound()
@@ -432,7 +454,8 @@ void DeskWindow::print(ReportControl &report, const QString &what)
         say({Answer::Done, what + " is printed."});
     else
         say({Answer::Attention, what + " is shown: there is no printer."});
-    activateWindow(); // the field keeps the keyboard
+    if (report.preview())
+        qApp->installEventFilter(this);
 }
 
 void DeskWindow::writeResult(const char *ending)
