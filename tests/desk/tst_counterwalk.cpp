@@ -23,12 +23,12 @@ void openCrib(const QString &path)
     for (bool open = false; !open;) {
         try {
             Session::open(path);
+            dontWaitForDisk(Session::database()); // processes die here, not the machine
+            dontWaitForOthers(Session::database());
             open = true;
         } catch (const EngineError &) { // the others leave no gap
         }
     }
-    dontWaitForDisk(Session::database()); // processes die here, not the machine
-    dontWaitForOthers(Session::database());
 }
 
 /// Each scan and deed has a moment of its own, by which it is found again in the crib. Those of all workers go on at
@@ -121,7 +121,7 @@ private slots:
             for (int worker = 0; worker < workers; ++worker) {
                 m_processes[worker].waitForReadyRead(50);
                 listen(worker);
-                QVERIFY2(m_processes[worker].state() == QProcess::Running, "a desk ended");
+                QVERIFY2(m_processes[worker].state() == QProcess::Running, m_processes[worker].readAllStandardError());
             }
             if (turn % 5 == 0) {
                 const int worker = int(random() % workers);
