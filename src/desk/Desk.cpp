@@ -121,9 +121,9 @@ QList<Answer> Desk::goOn()
         } catch (const EngineError &error) {
             Scan &scan = m_queue.first();
             if (error.number() != EngineError::lockedFile) {
-                const bool isGone = !ProgramFolder::fileExists(Session::database().path());
-                const QString why =
-                    isGone ? "The crib's database is gone: " + Session::database().path() : error.text();
+                const QString path = ProgramFolder::toNative(Session::database().path());
+                const bool isGone = !ProgramFolder::fileExists(path);
+                const QString why = isGone ? "The crib's database is gone: " + path : error.text();
                 answers.append({Answer::Refused, scan.code.label() + " was not done. " + why});
             } else if (scan.when.secsTo(Clock::now()) >= longestWaitSeconds) {
                 return answers + giveUp();
@@ -136,6 +136,9 @@ QList<Answer> Desk::goOn()
         } catch (const std::runtime_error &refusal) {
             answers.append({Answer::Refused, QString::fromUtf8(refusal.what())});
         }
+        // Whoever was refused scans again at once.
+        if (!answers.isEmpty() && answers.last().tone == Answer::Refused)
+            m_lastCode = {};
         m_queue.removeFirst();
     }
     return answers;
@@ -143,6 +146,7 @@ QList<Answer> Desk::goOn()
 
 QList<Answer> Desk::giveUp()
 {
+    m_lastCode = {};
     QStringList labels;
     for (const Scan &scan : std::exchange(m_queue, {}))
         labels.append(scan.code.label());

@@ -106,7 +106,7 @@ private slots:
             "Refused: \"O'[Hara\" is no code, no part number, no description and no name.", nothing, "0|0|0");
         row("who has left", QStringList{"E30"}, "Refused: Young Zoe is no active employee any more.", nothing, "0|0|0");
         row("shipped job", QStringList{"J900"}, "Refused: There is no open job 900.", nothing, "0|0|0");
-        row("unknown tool", QStringList{"T77"},
+        row("unknown tool, scanned again at once", QStringList{"T77", "T77"},
             "Refused: There is no tool T77. Look at its label, or at the tool explorer.", nothing, "0|0|0");
     }
     void scans()
