@@ -127,6 +127,9 @@ private slots:
             QStringList{"Update Tools set Out=-1 where ID=1",
                         "INSERT INTO CheckOutIn (Tool_Id,Employee,Active) VALUES(1,'17',-1)"},
             "UNDO", "Refused: T1 Torque wrench was not undone. The tool was checked out meanwhile, by MILLER ANNA.");
+        row("undoing a return of another time", QStringList{"E21", "J1250", "T1", "DONE", "(60)", "T1"},
+            QStringList{"Update CheckOutIn set DateIn=#2026-03-05 08:00:00#"}, "UNDO",
+            "Refused: T1 Torque wrench was not undone. Its loan was changed meanwhile.");
         row("a tool that waits was lent", QStringList{"T1", "E21"},
             QStringList{"Update Tools set Out=-1 where ID=1",
                         "INSERT INTO CheckOutIn (Tool_Id,Employee,Active) VALUES(1,'17',-1)"},
