@@ -108,7 +108,15 @@ private slots:
                 headings + "x,Wrenches,Cabinet A,,,32767\nx,Wrenches,Cabinet A,,,1");
         refused("Faults: 2\n  line 3, Number: \"17\" is there already\n  line 4, Number: \"2.5\" is no whole number",
                 "employees", "Number\n19\n17\n2.5");
-        refused("\n  ... and 10 more", "reasons", "Reason\n" + QByteArray("broken\n").repeated(60));
+        QByteArray reasons = "Reason\n", numbers = "Number\n";
+        for (int i = 0; i < 60; ++i)
+            numbers += "no " + QByteArray::number(i) + '\n';
+        refused("line 51, Number: \"no 49\" is no whole number of 32 bits\n  ... and 10 more", "employees", numbers);
+        for (int i = 0; i < 60; ++i)
+            reasons += "broken\nworn " + QByteArray::number(i / 2 % 26) + "\n";
+        refused("Faults: 94\n  line 2, Description: \"broken\" is there already (and in 59 more lines)\n  line 5, "
+                "Description: \"worn 0\" is",
+                "reasons", reasons);
         refused("Faults: 2\n  line 3, Description: there is a type \"New\\Deep\" already\n  line 5, Description: ",
                 "types", "Description\nNew/Deep\nNEW\\deep\nNew\nnew");
     }
