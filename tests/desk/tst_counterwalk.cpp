@@ -216,6 +216,10 @@ int main(int argc, char *argv[])
         const int worker = arguments.value(3).toInt(), step = arguments.value(4).toInt();
         return worker == workers - 1 ? workAsExplorer(worker, step) : workAsDesk(worker, step);
     }
+    // A long walk is longer than a test may be otherwise.
+    const int seconds = qEnvironmentVariableIntValue("VORLANE_WALK_SECONDS");
+    if (seconds > 0)
+        qputenv("QTEST_FUNCTION_TIMEOUT", QByteArray::number((seconds + 300) * 1000));
     TestCounterWalk test;
     return QTest::qExec(&test, argc, argv);
 }
