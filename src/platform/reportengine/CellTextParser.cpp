@@ -43,7 +43,7 @@ TextPiece CellTextParser::piece(QStringView inner)
     const qsizetype bracket = what.indexOf('(');
     TextPiece piece;
     if (bracket < 0)
-        piece = {TextPiece::FieldValue, {}, m_template.fieldCalled(what, m_line)};
+        piece = {TextPiece::FieldValue, {}, m_template.fieldCalled(what, m_line, true)};
     else if (what.endsWith(')'))
         piece = aggregate(what.first(bracket).trimmed(), what.sliced(bracket + 1).chopped(1).trimmed());
     else
@@ -91,7 +91,7 @@ TextPiece CellTextParser::aggregate(QStringView function, QStringView argument)
             continue;
         Aggregate aggregate{meaning, -1, m_level, m_line};
         if (meaning != Aggregate::Count || !argument.isEmpty())
-            aggregate.field = m_template.fieldCalled(argument, m_line);
+            aggregate.field = m_template.fieldCalled(argument, m_line, meaning != Aggregate::Count);
         const qsizetype found = m_template.aggregates.indexOf(aggregate);
         if (found < 0)
             m_template.aggregates.append(aggregate);

@@ -3,6 +3,9 @@
 #include "platform/reportengine/OutputFile.h"
 #include "platform/text/Csv.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace {
 
 constexpr int rowsBetweenReports = 1024;
@@ -17,9 +20,13 @@ QByteArray exported(const Value &value)
 
 void writeCsv(QFileDevice &file, const GroupedRecords &records, const FieldList &fields, const Progress &progress)
 {
+    // Who opens the file looks for texts, dates and prices; numbers that only hold tables together go last.
+    std::vector<int> columns(fields.count());
+    std::iota(columns.begin(), columns.end(), 0);
+    std::stable_partition(columns.begin(), columns.end(), [&](int number) { return fields.at(number).isData; });
     QByteArrayList headings;
-    for (const Field &field : fields)
-        headings.append(csvField(field.name()).toUtf8());
+    for (const int number : columns)
+        headings.append(csvField(fields.at(number).name()).toUtf8());
     file.write(byteOrderMark + headings.join(',') + "\r\n");
     for (int row = 0; row < records.count(); ++row) {
         if (row % rowsBetweenReports == 0) {
@@ -27,7 +34,7 @@ void writeCsv(QFileDevice &file, const GroupedRecords &records, const FieldList 
             progress(double(row) / records.count());
         }
         QByteArrayList cells;
-        for (int number = 0; number < fields.count(); ++number)
+        for (const int number : columns)
             cells.append(exported(records.record(row)[number]));
         file.write(cells.join(',') + "\r\n");
     }

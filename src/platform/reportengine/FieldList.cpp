@@ -19,15 +19,18 @@ Field Field::fromName(QStringView name)
     return field;
 }
 
-int FieldList::add(QStringView name, int line)
+int FieldList::add(QStringView name, int line, bool isData)
 {
     Field field = Field::fromName(name);
     if (field.table.isEmpty())
         return -1;
     const int known = find(field.table, field.column);
-    if (known >= 0)
+    if (known >= 0) {
+        m_fields[known].isData |= isData;
         return known;
+    }
     field.line = line;
+    field.isData = isData;
     m_numbers.insert(field.name().toCaseFolded(), count());
     m_fields.append(field);
     return count() - 1;

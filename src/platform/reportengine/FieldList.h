@@ -13,6 +13,8 @@ struct Field {
     QString column;
     /// Where the template mentions it first; 0 for a field that only the caller's formula names.
     int line = 0;
+    /// The template prints it, adds it up or sorts by it; other fields only hold records together.
+    bool isData = false;
     /// Known once the database's schema has been read.
     FieldKind kind = FieldKind::Text;
 
@@ -27,7 +29,7 @@ class FieldList
 public:
     /// The number of the field called `name`, "Table.Column" in any case; a new one is added at the end, as mentioned
     /// in the template's `line`. -1 for a name of any other form.
-    int add(QStringView name, int line);
+    int add(QStringView name, int line, bool isData = false);
     /// The number of that column, -1 where the report has none of it.
     int find(const QString &table, const QString &column) const;
     int count() const { return int(m_fields.size()); }

@@ -15,9 +15,9 @@ double Template::detailWidth() const
     return labels.across == 0 ? width : (width - (labels.across - 1) * labels.gap) / labels.across;
 }
 
-int Template::fieldCalled(QStringView name, int line)
+int Template::fieldCalled(QStringView name, int line, bool isData)
 {
-    const int number = fields.add(name, line);
+    const int number = fields.add(name, line, isData);
     if (number < 0)
         throw templateError(fileName, line, QStringLiteral("{%1} names no column of a table").arg(name));
     return number;

@@ -149,7 +149,7 @@ struct Template {
     QHash<QString, int> parameters; ///< their names with the lines that mention them first
     /// The number of the field that the template mentions in `line` as `name`, "Table.Column".
     /// @throws ReportError 20525 for a name of any other form.
-    int fieldCalled(QStringView name, int line);
+    int fieldCalled(QStringView name, int line, bool isData = false);
     /// @throws ReportError 20553 for a parameter that is not among `known`.
     void requireParameters(const QHash<QString, QString> &known) const;
 };

@@ -145,7 +145,9 @@ void TemplateReader::readSort()
     const QString order = has("order") ? text("order") : QStringLiteral("ascending");
     if (order != QStringLiteral("ascending") && order != QStringLiteral("descending"))
         fail(ResultCode::invalidSortDirection, QStringLiteral("unknown order \"%1\"").arg(order));
-    m_template.sorting.append({fieldReference("by"), order == QStringLiteral("descending")});
+    const int field = fieldReference("by");
+    m_template.fields.at(field).isData = true;
+    m_template.sorting.append({field, order == QStringLiteral("descending")});
     readEmpty();
 }
 

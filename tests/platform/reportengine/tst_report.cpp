@@ -121,7 +121,8 @@ private slots:
                      " (2, '\u00c4xte\ntwo', '@x', NULL, 0, NULL), (3, '', '-12', NULL, 0, "
                      + number + ')');
         m_crib->addTemplate("Loans.rpt",
-                            simpleTemplate("<from table=\"CheckOutIn\"/><sort by=\"{CheckOutIn.Tool_Id}\"/>",
+                            simpleTemplate("<from table=\"CheckOutIn\"/><join table=\"Tools\" on=\"Tools.ID = "
+                                           "CheckOutIn.Tool_Id\"/><sort by=\"{CheckOutIn.Tool_Id}\"/>",
                                            "{CheckOutIn.CheckOutDesc}{CheckOutIn.CheckOutPartNo}{CheckOutIn.DateOut:"
                                            "short date}{CheckOutIn.Active:yes/no}{CheckOutIn.JobOrOH:currency}"));
         QCOMPARE(m_report->open("Loans.rpt", {}), 0);
@@ -130,11 +131,11 @@ private slots:
         QCOMPARE(contentOf(csv),
                  QByteArray("\xEF\xBB\xBF"
                             "CheckOutIn.Tool_Id,CheckOutIn.CheckOutDesc,CheckOutIn.CheckOutPartNo,CheckOutIn.DateOut,"
-                            "CheckOutIn.Active,CheckOutIn.JobOrOH\r\n"
-                            "1,\"Bit, \"\"long\"\"\",'=1+1,2024-02-03 04:05:06,-1,-7\r\n"
-                            "2,\"Äxte\ntwo\",'@x,,0,\r\n"
+                            "CheckOutIn.Active,CheckOutIn.JobOrOH,Tools.ID\r\n"
+                            "1,\"Bit, \"\"long\"\"\",'=1+1,2024-02-03 04:05:06,-1,-7,\r\n"
+                            "2,\"Äxte\ntwo\",'@x,,0,,\r\n"
                             "3,,'-12,,0,"
-                            + number + "\r\n"));
+                            + number + ",\r\n"));
     }
 
     void refusesTargets()
