@@ -65,9 +65,10 @@ private slots:
             const QString shown = text.section(begin, 1).section("</pre>", 0, 0);
             return QTextDocumentFragment::fromHtml("<pre>" + shown + "</pre>").toPlainText();
         };
-        for (const char *name : {"DearTools", "BinLabels"})
-            writeFile(path(name + QString(".rpt")), example(name).toUtf8());
-        QCOMPARE(AdminRun({"report", path("crib.mdb"), "BinLabels.rpt", "", path("bins.pdf")}).errors, "");
+        for (const QString name : {"DearTools", "BinLabels", "ScrapReasonsChart"}) {
+            writeFile(path(name + ".rpt"), example(name).toUtf8());
+            QCOMPARE(AdminRun({"report", path("crib.mdb"), name + ".rpt", "", path(name + ".pdf")}).errors, "");
+        }
         const AdminRun run({"report", path("crib.mdb"), "DearTools.rpt", "", path("dear.pdf")});
         QCOMPARE(run.errors, "");
         const QString dear = "SELECT ID FROM Tools WHERE PricePer >= 500";

@@ -10,6 +10,14 @@ namespace {
 constexpr double cellPadding = 2 * TextMeasure::twipsPerPoint; ///< left and right of a cell's text
 constexpr double ruleHeight = 4 * TextMeasure::twipsPerPoint;
 constexpr double barcodeGap = 2 * TextMeasure::twipsPerPoint; ///< below the bars
+// Parts of a chart: at most so much of the width is for texts, the rest is for bars.
+constexpr double widestLabel = 0.4;
+constexpr double widestValue = 0.2;
+constexpr double chartGap = 4 * TextMeasure::twipsPerPoint; ///< between texts and bars
+constexpr double axisWidth = 0.5 * TextMeasure::twipsPerPoint;
+// Bars are to be told from white and from black, on paper without colours too.
+constexpr QRgb barColor = qRgb(0x5b, 0x84, 0xb1);
+constexpr QRgb axisColor = qRgb(0x60, 0x60, 0x60);
 
 bool dependsOnPage(const Cell &cell)
 {
@@ -31,6 +39,7 @@ QString printable(QString text, bool keepsLineEnds)
 BandComposer::BandComposer(const Template &report, const GroupedRecords &records,
                            const QHash<QString, QString> &parameters, const QDateTime &now)
     : m_records(records),
+      m_charts(report.charts),
       m_parameters(parameters),
       m_now(now),
       m_measure(report.font),
@@ -98,6 +107,8 @@ void BandComposer::compose(const Band &band, const BandContext &context, int fir
         const int end = std::min(strip + strips, first + count);
         if (begin < end && line.isRule)
             elements.append(ruleElement(context, top));
+        else if (begin < end && line.chart >= 0)
+            composeChart(line, context, begin - strip, end - strip, top, elements);
         else if (begin < end && holds(line.when, context))
             for (const PrintedCell &printed : printedCells(line, context, false))
                 for (int i = begin - strip; i < std::min<int>(end - strip, printed.lines.size()); ++i)
@@ -148,6 +159,8 @@ QList<BandComposer::PrintedCell> BandComposer::printedCells(const BandLine &line
 
 int BandComposer::stripCount(const BandLine &line, const BandContext &context)
 {
+    if (line.chart >= 0)
+        return chartBarCount(m_charts[line.chart], m_records, context.row);
     int count = 1;
     for (const PrintedCell &printed : printedCells(line, context, true))
         count = std::max(count, int(printed.lines.size()));
@@ -220,6 +233,71 @@ PageElement BandComposer::ruleElement(const BandContext &context, double top) co
     element.kind = PageElement::Rule;
     element.rect = QRectF(left(context), top + ruleHeight / 2, width(context), 0);
     return element;
+}
+
+void BandComposer::composeChart(const BandLine &line, const BandContext &context, int first, int end, double top,
+                                QList<PageElement> &elements)
+{
+    const Chart &chart = m_charts[line.chart];
+    const std::vector<ChartBar> bars = chartBars(chart, m_records, context.row);
+    double labelWidth = 0, valueWidth = 0, lowest = 0, highest = 0;
+    QStringList labels, values;
+    for (const ChartBar &bar : bars) {
+        labels.append(printable(labelOf(line, bar), false));
+        values.append(chart.value.format.apply(bar.value));
+        labelWidth = std::max(labelWidth, m_measure.width(labels.last(), line.size, false));
+        valueWidth = std::max(valueWidth, m_measure.width(values.last(), line.size, false));
+        if (bar.row < 0)
+            continue;
+        lowest = std::min(lowest, bar.value.toNumber());
+        highest = std::max(highest, bar.value.toNumber());
+    }
+    const double textLeft = left(context) + cellPadding;
+    const double textRight = left(context) + width(context) - cellPadding;
+    labelWidth = std::ceil(std::min(labelWidth, (textRight - textLeft) * widestLabel));
+    valueWidth = std::ceil(std::min(valueWidth, (textRight - textLeft) * widestValue));
+    const double barLeft = textLeft + labelWidth + chartGap;
+    const double barRight = textRight - valueWidth - chartGap;
+    const double scale = highest > lowest ? (barRight - barLeft) / (highest - lowest) : 0;
+    const double zero = barLeft - lowest * scale;
+    const double height = m_measure.lineHeight(line.size);
+
+    const auto addText = [&](const QString &text, double left, double width, Qt::Alignment alignment) {
+        PageElement element;
+        element.size = line.size;
+        element.alignment = alignment;
+        element.rect = QRectF(left, top, width, height);
+        element.text = m_measure.elided(text, width, line.size, false, Qt::ElideMiddle);
+        element.cellText = element.text;
+        elements.append(element);
+    };
+    const auto addBar = [&](const QRectF &rect, QRgb color) {
+        PageElement element;
+        element.kind = PageElement::Bar;
+        element.rect = rect;
+        element.color = color;
+        elements.append(element);
+    };
+    for (int i = first; i < end; ++i, top += height) {
+        addText(labels[i], textLeft, labelWidth, Qt::AlignRight);
+        addBar(QRectF(zero - axisWidth / 2, top, axisWidth, height), axisColor);
+        addText(values[i], textRight - valueWidth, valueWidth, Qt::AlignRight);
+        const double length = bars[i].value.toNumber() * scale;
+        // Beside all the others together the largest would look small.
+        if (bars[i].row >= 0)
+            addBar(QRectF(zero, top + height * 0.15, length, height * 0.7).normalized(), barColor);
+    }
+}
+
+QString BandComposer::labelOf(const BandLine &line, const ChartBar &bar) const
+{
+    const BandContext context{.row = bar.row};
+    if (bar.row < 0)
+        return QStringLiteral("%1 others").arg(bar.groups);
+    for (const Cell &label : line.cells)
+        if (holds(label.when, context))
+            return expanded(label.text, context);
+    return {};
 }
 
 PageElement BandComposer::cellElement(const Cell &cell, const BandLine &line, const BandContext &context,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/reportengine/ChartBars.h"
 #include "platform/reportengine/GroupedRecords.h"
 #include "platform/reportengine/Page.h"
 #include "platform/reportengine/TextMeasure.h"
@@ -64,10 +65,15 @@ private:
     QString expanded(const QList<TextPiece> &text, const BandContext &context) const;
     QString expanded(const TextPiece &piece, const BandContext &context) const;
     PageElement ruleElement(const BandContext &context, double top) const;
+    /// The bars `first` to `end` of a chart, the first of them at `top`.
+    void composeChart(const BandLine &line, const BandContext &context, int first, int end, double top,
+                      QList<PageElement> &elements);
+    QString labelOf(const BandLine &line, const ChartBar &bar) const;
     PageElement cellElement(const Cell &cell, const BandLine &line, const BandContext &context, const QString &text,
                             double top);
 
     const GroupedRecords &m_records;
+    const QList<Chart> &m_charts;
     QHash<QString, QString> m_parameters;
     QDateTime m_now;
     TextMeasure m_measure;

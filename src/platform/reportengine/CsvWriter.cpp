@@ -23,7 +23,9 @@ void writeCsv(QFileDevice &file, const GroupedRecords &records, const FieldList 
     // Who opens the file looks for texts, dates and prices; numbers that only hold tables together go last.
     std::vector<int> columns(fields.count());
     std::iota(columns.begin(), columns.end(), 0);
-    std::stable_partition(columns.begin(), columns.end(), [&](int number) { return fields.at(number).isData; });
+    std::stable_partition(columns.begin(), columns.end(), [&](int number) {
+        return fields.at(number).isData || fields.at(number).kind != FieldKind::Number;
+    });
     QByteArrayList headings;
     for (const int number : columns)
         headings.append(csvField(fields.at(number).name()).toUtf8());

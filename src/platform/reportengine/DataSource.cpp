@@ -1,10 +1,13 @@
 #include "platform/reportengine/DataSource.h"
 
 #include "platform/engine/RowReader.h"
+#include "platform/reportengine/FolderPaths.h"
 #include "platform/reportengine/FormulaInSql.h"
 #include "platform/text/Format.h"
+#include "platform/text/TextCompare.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -31,7 +34,11 @@ FieldKind kindOf(dialect::ValueKind kind)
 struct TableColumns {
     QHash<QString, FieldKind> kinds; ///< by folded name; none when there is no such table
     QString counter;
+
+    bool isTree() const { return !counter.isEmpty() && kinds.contains("parent") && kinds.contains("description"); }
 };
+
+constexpr QLatin1StringView pathColumn("Path");
 
 TableColumns columnsOf(const Database &database, const QString &name)
 {
@@ -91,8 +98,14 @@ void DataSource::learnKinds()
 
     for (int number = 0; number < m_template.fields.count(); ++number) {
         Field &field = m_template.fields.at(number);
-        const QHash<QString, FieldKind> columns = tables.value(field.table.toCaseFolded()).kinds;
+        const TableColumns table = tables.value(field.table.toCaseFolded());
+        const QHash<QString, FieldKind> &columns = table.kinds;
         const auto column = columns.constFind(field.column.toCaseFolded());
+        field.isPath = column == columns.constEnd() && field.column.compare(pathColumn, Qt::CaseInsensitive) == 0
+            && table.isTree();
+        field.isInStatement = !field.isPath;
+        if (field.isPath)
+            continue;
         if (column == columns.constEnd()) {
             const QString what = QStringLiteral("{%1} is no column of the report's tables").arg(field.name());
             throw field.line > 0 ? templateError(m_template.fileName, field.line, what, ResultCode::invalidFieldName)
@@ -100,7 +113,21 @@ void DataSource::learnKinds()
         }
         field.kind = *column;
     }
+    // Which partner is the last one is known when all of them have been read; conditions over it, and over tables that
+    // may be joined to it, wait until then.
+    QSet<QString> late;
+    for (const Join &join : std::as_const(m_template.joins)) {
+        if (join.lastBy >= 0)
+            m_lastBy.push_back(join.lastBy);
+        if (!m_lastBy.empty())
+            late.insert(join.table.toCaseFolded());
+    }
+    for (int number = 0; number < m_template.fields.count(); ++number)
+        if (late.contains(m_template.fields.at(number).table.toCaseFolded()))
+            m_template.fields.at(number).isInStatement = false;
 }
+
+QString DataSource::counterOf(const QString &table) const { return columnsOf(m_database, table).counter; }
 
 void DataSource::checkJoins() const
 {
@@ -108,12 +135,19 @@ void DataSource::checkJoins() const
     for (const Join &join : std::as_const(m_template.joins)) {
         const QString joined = join.table.toCaseFolded();
         for (const auto &[left, right] : join.equalFields) {
+            if (m_template.fields.at(left).isPath || m_template.fields.at(right).isPath)
+                throw templateError(m_template.fileName, join.line, QStringLiteral("a path joins no tables"));
             const QString one = m_template.fields.at(left).table.toCaseFolded();
             const QString other = m_template.fields.at(right).table.toCaseFolded();
             if (!(one == joined && earlier.contains(other)) && !(other == joined && earlier.contains(one)))
                 throw templateError(m_template.fileName, join.line,
                                     QStringLiteral("%1 is not joined to a table before it").arg(join.table));
         }
+        if (join.lastBy >= 0
+            && (m_key.isEmpty() || m_template.fields.at(join.lastBy).table.toCaseFolded() != joined
+                || m_template.fields.at(join.lastBy).isPath))
+            throw templateError(m_template.fileName, join.line,
+                                QStringLiteral("%1 has no last row by that column").arg(join.table));
         earlier.append(joined);
     }
 }
@@ -140,6 +174,11 @@ void DataSource::checkFormats()
                                             QStringLiteral("the format does not suit the field"));
                 }
     });
+    for (const Chart &chart : std::as_const(m_template.charts)) {
+        const FieldKind kind = kindOf(chart.value);
+        if ((kind != FieldKind::Number && kind != FieldKind::YesNo) || !chart.value.format.suits(kind))
+            throw templateError(m_template.fileName, chart.line, QStringLiteral("the chart's value is no number"));
+    }
 }
 
 void DataSource::checkGroups() const
@@ -187,7 +226,7 @@ QString DataSource::statement(const QStringList &conditions) const
 {
     const auto quoted = [this](int number) {
         const Field &field = m_template.fields.at(number);
-        return QStringLiteral("[%1].[%2]").arg(field.table, field.column);
+        return QStringLiteral("[%1].[%2]").arg(field.table, field.isPath ? counterOf(field.table) : field.column);
     };
     QStringList columns;
     for (int number = 0; number < m_template.fields.count(); ++number)
@@ -217,22 +256,26 @@ QString DataSource::statement(const QStringList &conditions) const
 
 GroupedRecords DataSource::read(const Progress &progress) const
 {
-    std::vector<Value> values;
+    Reading reading;
     if (m_template.table.isEmpty())
-        return GroupedRecords(m_template, std::move(values));
+        return GroupedRecords(m_template, std::move(reading.values));
     double done = 0;
     progress(done);
     RowReader reader(m_database, [&] { progress(done); });
+    for (int number = 0; number < m_template.fields.count(); ++number)
+        if (const Field &field = m_template.fields.at(number); field.isPath)
+            reading.paths.emplace_back(number, folderPaths(reader, field.table, counterOf(field.table)));
     const int key = m_template.fields.find(m_template.table, m_key);
     if (const auto keys = m_key.isEmpty() ? std::nullopt : m_selection.numbersOf(key))
-        readListed(values, *keys, reader, done);
+        readListed(reading, *keys, reader, done);
     else
-        readAll(values, reader, done);
-    return GroupedRecords(m_template, std::move(values));
+        readAll(reading, reader, done);
+    if (!reading.pending.empty())
+        addMatching(reading, std::move(reading.pending));
+    return GroupedRecords(m_template, std::move(reading.values));
 }
 
-void DataSource::readListed(std::vector<Value> &values, const std::vector<double> &keys, RowReader &reader,
-                            double &done) const
+void DataSource::readListed(Reading &reading, const std::vector<double> &keys, RowReader &reader, double &done) const
 {
     for (size_t first = 0; first < keys.size(); first += keysOfStatement) {
         done = double(first) / double(keys.size());
@@ -241,11 +284,11 @@ void DataSource::readListed(std::vector<Value> &values, const std::vector<double
             numbers.append(Format::plainNumber(keys[i]));
         reader.read(statement({QStringLiteral("[%1].[%2] IN (%3)").arg(m_template.table, m_key, numbers.join(',')),
                                inSql(m_template.where, m_template.fields)}),
-                    [&](const std::vector<Value> &record) { addMatching(values, record); });
+                    [&](const std::vector<Value> &record) { add(reading, record); });
     }
 }
 
-void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &done) const
+void DataSource::readAll(Reading &reading, RowReader &reader, double &done) const
 {
     // The counter tells how much is done, as rows mostly come in its order. Where they come in another, the progress
     // waits instead of going back.
@@ -262,17 +305,52 @@ void DataSource::readAll(std::vector<Value> &values, RowReader &reader, double &
     reader.read(statement(conditions), [&](const std::vector<Value> &record) {
         const double place = m_key.isEmpty() ? ++read : record.back().toNumber();
         done = std::clamp((place - first) / (last - first + 1), done, 1.0);
-        addMatching(values, record);
+        add(reading, record);
     });
 }
 
-void DataSource::addMatching(std::vector<Value> &values, const std::vector<Value> &record) const
+void DataSource::add(Reading &reading, const std::vector<Value> &record) const
 {
-    if (!m_template.where.matches(record.data()) || !m_selection.matches(record.data()))
+    if (m_lastBy.empty()) {
+        addMatching(reading, record);
+    } else if (reading.pending.empty() || reading.pending.back() != record.back()) {
+        if (!reading.pending.empty())
+            addMatching(reading, std::move(reading.pending));
+        reading.pending = record;
+    } else if (isLater(record, reading.pending)) {
+        reading.pending = record;
+    }
+}
+
+bool DataSource::isLater(const std::vector<Value> &record, const std::vector<Value> &than) const
+{
+    for (const int field : m_lastBy) {
+        const FieldKind kind = m_template.fields.at(field).kind;
+        const Value &a = record[field], &b = than[field];
+        const int order = kind == FieldKind::Text || kind == FieldKind::DateTime
+            ? compareText(a.toText(), b.toText())
+            : int(a.toNumber() > b.toNumber()) - int(a.toNumber() < b.toNumber());
+        if (order != 0)
+            return order > 0;
+    }
+    return false;
+}
+
+void DataSource::addMatching(Reading &reading, const std::vector<Value> &record) const
+{
+    std::vector<Value> withPaths;
+    if (!reading.paths.empty())
+        withPaths = record;
+    for (const auto &[field, paths] : reading.paths)
+        if (!record[field].isNull())
+            withPaths[field] = paths.value(record[field].toInteger());
+    const std::vector<Value> &whole = reading.paths.empty() ? record : withPaths;
+    if (!m_template.where.matches(whole.data()) || !m_selection.matches(whole.data()))
         return;
+    std::vector<Value> &values = reading.values;
     const size_t width = size_t(m_template.fields.count());
     if (values.size() == GroupedRecords::maxCount * width)
         throw ReportError(ResultCode::outOfMemory,
                           QStringLiteral("more than %1 records").arg(GroupedRecords::maxCount));
-    values.insert(values.end(), record.begin(), record.begin() + qsizetype(width));
+    values.insert(values.end(), whole.begin(), whole.begin() + qsizetype(width));
 }

@@ -28,15 +28,26 @@ private:
     void checkAggregates() const;
     void bindFormulas();
     FieldKind kindOf(const TextPiece &piece) const;
+    QString counterOf(const QString &table) const;
     /// Those of `conditions` that are not empty hold for its rows.
     QString statement(const QStringList &conditions) const;
-    void readListed(std::vector<Value> &values, const std::vector<double> &keys, RowReader &reader, double &done) const;
-    void readAll(std::vector<Value> &values, RowReader &reader, double &done) const;
+    /// What has been read.
+    struct Reading {
+        std::vector<Value> values;
+        std::vector<Value> pending; ///< a record whose row of the template's table may have a later partner
+        std::vector<std::pair<int, QHash<qint64, QString>>> paths; ///< by the folders' numbers, with their field
+    };
+    void readListed(Reading &reading, const std::vector<double> &keys, RowReader &reader, double &done) const;
+    void readAll(Reading &reading, RowReader &reader, double &done) const;
+    /// Of the records of one row, which come one after the other, adds the last by `m_lastBy`, or all.
+    void add(Reading &reading, const std::vector<Value> &record) const;
+    bool isLater(const std::vector<Value> &record, const std::vector<Value> &than) const;
     /// Adds the record's values if both formulas let it through. @throws ReportError 20500 when there are too many.
-    void addMatching(std::vector<Value> &values, const std::vector<Value> &record) const;
+    void addMatching(Reading &reading, const std::vector<Value> &record) const;
 
     Database &m_database;
     Template &m_template;
     Formula &m_selection;
+    std::vector<int> m_lastBy; ///< fields of joined tables
     QString m_key; ///< the template's table's counter; empty where it has none
 };

@@ -13,6 +13,7 @@ constexpr std::pair<QLatin1StringView, FieldFormat> formats[] = {
     {QLatin1StringView("short date"), {FieldFormat::ShortDate}},
     {QLatin1StringView("general date"), {FieldFormat::GeneralDate}},
     {QLatin1StringView("month"), {FieldFormat::Month}},
+    {QLatin1StringView("year"), {FieldFormat::Year}},
     {QLatin1StringView("currency"), {FieldFormat::Currency}},
     {QLatin1StringView("number 0"), {FieldFormat::Decimals, 0}},
     {QLatin1StringView("number 1"), {FieldFormat::Decimals, 1}},
@@ -52,6 +53,7 @@ bool FieldFormat::suits(FieldKind fieldKind) const
     case ShortDate:
     case GeneralDate:
     case Month:
+    case Year:
         return fieldKind == FieldKind::DateTime;
     case Currency:
     case Decimals:
@@ -76,6 +78,8 @@ QString FieldFormat::apply(const Value &value) const
         return Format::shortDate(value.toText());
     case Month:
         return month(value.toText());
+    case Year:
+        return value.toText().left(4);
     case Currency:
         return Format::currency(value.toNumber());
     case Decimals:

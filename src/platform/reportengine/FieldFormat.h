@@ -7,7 +7,7 @@
 
 /// How a template prints a value: {Table.Column:short date}.
 struct FieldFormat {
-    enum Kind { Plain, ShortDate, GeneralDate, Month, Currency, Decimals, YesNo, Upper };
+    enum Kind { Plain, ShortDate, GeneralDate, Month, Year, Currency, Decimals, YesNo, Upper };
     Kind kind = Plain;
     int decimals = 0;
 

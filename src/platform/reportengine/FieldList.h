@@ -17,6 +17,10 @@ struct Field {
     bool isData = false;
     /// Known once the database's schema has been read.
     FieldKind kind = FieldKind::Text;
+    /// The path of a folder, which no column has.
+    bool isPath = false;
+    /// Whether a statement may pick records by it.
+    bool isInStatement = true;
 
     QString name() const { return table + '.' + column; }
     /// @returns a field without a table when `name` is not of the form "Table.Column".

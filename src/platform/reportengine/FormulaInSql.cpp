@@ -79,7 +79,7 @@ private:
         for (const FormulaConstant &constant : condition.constants)
             literals.append(literal(constant));
         const Field &field = m_fields.at(condition.field);
-        return literals.contains(QString())
+        return literals.contains(QString()) || !field.isInStatement
             ? QString()
             : QStringLiteral("[%1].[%2]").arg(field.table, field.column) + sign + literals.join(between) + end;
     }

@@ -86,15 +86,19 @@ GroupedRecords::GroupedRecords(const Template &report, std::vector<Value> values
     arrange(report);
     for (const Aggregate &aggregate : report.aggregates) {
         const FieldKind kind = aggregate.field < 0 ? FieldKind::Number : report.fields.at(aggregate.field).kind;
-        std::vector<Value> numbers;
-        if (aggregate.level < 0)
-            numbers.push_back(computed(aggregate, {0, count() - 1}, kind));
-        else
-            for (const Run &run : m_runs[aggregate.level])
-                numbers.push_back(computed(aggregate, run, kind));
-        m_aggregateLevels.push_back(aggregate.level);
-        m_aggregates.push_back(std::move(numbers));
+        const int number = int(m_aggregates.size());
+        m_aggregates.push_back({aggregate, kind, {}});
+        const Run whole{0, count() - 1};
+        for (const Run &run : aggregate.level < 0 ? std::span(&whole, 1) : std::span(m_runs[aggregate.level]))
+            m_aggregates.back().values.push_back(over(number, std::span(&run, 1)));
     }
+}
+
+std::span<const GroupedRecords::Run> GroupedRecords::groupsIn(int level, int row) const
+{
+    const Run outer = level == 0 ? Run{0, count() - 1} : run(level - 1, row);
+    const int first = m_runOfRow[level][outer.first], last = m_runOfRow[level][outer.last];
+    return std::span(m_runs[level]).subspan(first, last - first + 1);
 }
 
 int GroupedRecords::firstOpening(int row) const
@@ -115,8 +119,8 @@ int GroupedRecords::firstClosing(int row) const
 
 const Value &GroupedRecords::aggregate(int number, int row) const
 {
-    const int level = m_aggregateLevels[number];
-    return m_aggregates[number][level < 0 ? 0 : m_runOfRow[level][row]];
+    const int level = m_aggregates[number].aggregate.level;
+    return m_aggregates[number].values[level < 0 ? 0 : m_runOfRow[level][row]];
 }
 
 /// Empty values come first, as they do where a statement sorts.
@@ -186,28 +190,34 @@ void GroupedRecords::findRuns(const std::vector<Ranks> &groupRanks)
     }
 }
 
-Value GroupedRecords::computed(const Aggregate &aggregate, const Run &run, FieldKind kind) const
+Value GroupedRecords::over(int number, std::span<const Run> groups) const
 {
-    if (aggregate.field < 0)
-        return run.last - run.first + 1;
-    const auto precedes = [kind](const Value &a, const Value &b) {
-        return isNumeric(kind) ? a.toNumber() < b.toNumber() : compareText(a.toText(), b.toText()) < 0;
+    const auto &[aggregate, kind, values] = m_aggregates[number];
+    const bool numeric = isNumeric(kind);
+    int rows = 0;
+    const auto precedes = [numeric](const Value &a, const Value &b) {
+        return numeric ? a.toNumber() < b.toNumber() : compareText(a.toText(), b.toText()) < 0;
     };
     int present = 0;
     Sum sum;
     const Value *smallest = nullptr;
     const Value *largest = nullptr;
-    for (int row = run.first; row <= run.last; ++row) {
-        const Value &value = record(row)[aggregate.field];
-        if (value.isNull() || (value.isText() && value.toText().isEmpty()))
-            continue;
-        ++present;
-        sum.add(value.toNumber());
-        if (!smallest || precedes(value, *smallest))
-            smallest = &value;
-        if (!largest || precedes(*largest, value))
-            largest = &value;
+    for (const Run &run : groups) {
+        rows += run.last - run.first + 1;
+        for (int row = run.first; aggregate.field >= 0 && row <= run.last; ++row) {
+            const Value &value = record(row)[aggregate.field];
+            if (value.isNull() || (value.isText() && value.toText().isEmpty()))
+                continue;
+            ++present;
+            sum.add(value.toNumber());
+            if (!smallest || precedes(value, *smallest))
+                smallest = &value;
+            if (!largest || precedes(*largest, value))
+                largest = &value;
+        }
     }
+    if (aggregate.field < 0)
+        return rows;
     if (aggregate.function == Aggregate::Count)
         return present;
     if (present == 0)

@@ -2,6 +2,7 @@
 
 #include "platform/reportengine/Template.h"
 
+#include <span>
 #include <vector>
 
 /// The records that a report prints, in the order in which it prints them, with their groups and the numbers over
@@ -27,12 +28,16 @@ public:
     const Value *record(int row) const { return m_values.data() + size_t(m_order[row]) * m_width; }
     /// The rows of the group that `row` is in; level 0 is the outermost group.
     const Run &run(int level, int row) const { return m_runs[level][m_runOfRow[level][row]]; }
+    /// The groups of a level that are in the same group of the level above it, or in the report, as `row`.
+    std::span<const Run> groupsIn(int level, int row) const;
     /// The outermost group that begins with `row`; the number of levels when none does.
     int firstOpening(int row) const;
     /// The outermost group that ends with `row`; the number of levels when none does.
     int firstClosing(int row) const;
     /// Aggregate `number` of the template for the group that `row` is in.
     const Value &aggregate(int number, int row) const;
+    /// The same for the records of several groups together.
+    Value over(int number, std::span<const Run> groups) const;
 
 private:
     using Ranks = std::vector<int>;
@@ -40,13 +45,16 @@ private:
     Ranks ranks(int field, FieldKind kind, Group::Period period = Group::EachValue) const;
     void arrange(const Template &report);
     void findRuns(const std::vector<Ranks> &groupRanks);
-    Value computed(const Aggregate &aggregate, const Run &run, FieldKind kind) const;
 
     size_t m_width = 0;
     std::vector<Value> m_values;
     std::vector<int> m_order; ///< position among the values of each row
     std::vector<std::vector<Run>> m_runs; ///< by level
     std::vector<std::vector<int>> m_runOfRow; ///< by level, the number of each row's run
-    std::vector<int> m_aggregateLevels;
-    std::vector<std::vector<Value>> m_aggregates; ///< by number and run
+    struct Numbers {
+        Aggregate aggregate;
+        FieldKind kind;
+        std::vector<Value> values; ///< by run
+    };
+    std::vector<Numbers> m_aggregates;
 };

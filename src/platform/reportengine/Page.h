@@ -11,7 +11,7 @@ struct Band;
 
 /// Something that a page shows, in twips from the page's upper left corner.
 struct PageElement {
-    enum Kind { Text, BarCode, Rule, Shade };
+    enum Kind { Text, BarCode, Rule, Shade, Bar };
     Kind kind = Text;
     QRectF rect;
     QString text; ///< one line, short enough for `rect`

@@ -46,6 +46,7 @@ void paintElements(QPainter &painter, const QList<PageElement> &elements, TextMe
             painter.drawLine(element.rect.topLeft(), element.rect.topRight());
             break;
         case PageElement::Shade:
+        case PageElement::Bar:
             painter.fillRect(element.rect, element.color);
             break;
         }

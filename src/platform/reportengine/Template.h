@@ -64,10 +64,20 @@ struct Cell {
     QList<TextPiece> text;
 };
 
-/// A line of cells, or a rule over the page's width. Where cells share a column, the first whose condition holds is
-/// printed.
+/// Bars that lie below each other, one for each group of a level.
+struct Chart {
+    int level = 0; ///< of the groups; those of the band's own group, or of the report, are shown
+    TextPiece value; ///< a number over each of the groups
+    int most = 20; ///< bars
+    bool largestFirst = false; ///< else in the order of the groups
+    int line = 0; ///< of the template
+};
+
+/// A line of cells, a chart, or a rule over the page's width. Where cells share a column, the first whose condition
+/// holds is printed; it is the same with those that name a chart's bars.
 struct BandLine {
     bool isRule = false;
+    int chart = -1; ///< its number in the template
     double size = 0; ///< points
     Formula when;
     QList<Cell> cells;
@@ -107,6 +117,7 @@ struct SortField {
 struct Join {
     QString table;
     bool keepsUnmatched = true; ///< rows without a partner stay
+    int lastBy = -1; ///< of a row's partners only the one with the greatest value in this field counts; -1: all do
     QList<std::pair<int, int>> equalFields;
     int line = 0; ///< of the template
 };
@@ -146,6 +157,7 @@ struct Template {
 
     FieldList fields;
     QList<Aggregate> aggregates;
+    QList<Chart> charts;
     QHash<QString, int> parameters; ///< their names with the lines that mention them first
     /// The number of the field that the template mentions in `line` as `name`, "Table.Column".
     /// @throws ReportError 20525 for a name of any other form.

@@ -61,11 +61,11 @@ void TemplateReader::readReport()
         readChildren({
             {"data", "", [this] { readData(); }},
             {"columns", "", [this] { readColumns(); }},
-            {"reportheader", "when", [this] { readBand(m_template.reportHeader, -1); }},
+            {"reportheader", "when", [this] { readBand(m_template.reportHeader, -1, true); }},
             {"pageheader", "when", [this] { readBand(m_template.pageHeader, -1); }},
             {"group", "by per sort keep repeat newpage", [this] { readGroup(); }, true},
             {"detail", "when shade across height gap", [this] { readDetail(); }},
-            {"reportfooter", "when", [this] { readBand(m_template.reportFooter, -1); }},
+            {"reportfooter", "when", [this] { readBand(m_template.reportFooter, -1, true); }},
             {"pagefooter", "when", [this] { readBand(m_template.pageFooter, -1); }},
             {"nodata", "when", [this] { readBand(m_template.noData, -1); }},
         });
@@ -113,7 +113,7 @@ void TemplateReader::readData()
     };
     readChildren({
         {"from", "table", from},
-        {"join", "table on kind", [this] { readJoin(); }, true},
+        {"join", "table on kind last", [this] { readJoin(); }, true},
         {"where", "", [this] { m_template.where = formula(readText()); }},
         {"sort", "by order", [this] { readSort(); }, true},
     });
@@ -136,6 +136,8 @@ void TemplateReader::readJoin()
             fail(QStringLiteral("on=\"%1\" is not \"Table.Column = Table.Column\"").arg(on));
         join.equalFields.append({m_template.fieldCalled(sides[0], m_line), m_template.fieldCalled(sides[1], m_line)});
     }
+    if (has("last"))
+        join.lastBy = fieldReference("last");
     m_template.joins.append(join);
     readEmpty();
 }
@@ -188,8 +190,8 @@ void TemplateReader::readGroup()
     const int level = int(m_template.groups.size());
     m_template.groups.append(group);
     readChildren({
-        {"header", "when", [&] { readBand(m_template.groups.last().header, level); }},
-        {"footer", "when", [&] { readBand(m_template.groups.last().footer, level); }},
+        {"header", "when", [&] { readBand(m_template.groups.last().header, level, true); }},
+        {"footer", "when", [&] { readBand(m_template.groups.last().footer, level, true); }},
     });
 }
 
@@ -213,13 +215,16 @@ void TemplateReader::readDetail()
     readBand(m_template.detail, -1);
 }
 
-void TemplateReader::readBand(Band &band, int level)
+void TemplateReader::readBand(Band &band, int level, bool mayHaveCharts)
 {
     band.when = formula(text("when"));
-    readChildren({
+    QList<Element> elements{
         {"line", "size bold when", [&] { readLine(band, level); }, true},
         {"rule", "", [&] { readRule(band); }, true},
-    });
+    };
+    if (mayHaveCharts)
+        elements.append({"chart", "value most order size when", [&] { readChart(band, level); }, true});
+    readChildren(elements);
 }
 
 void TemplateReader::readLine(Band &band, int level)
@@ -238,6 +243,37 @@ void TemplateReader::readLine(Band &band, int level)
         readCell(line.cells.last(), level);
     };
     readChildren({{"cell", "in from to align bold when barcode", cell, true}});
+    band.lines.append(line);
+}
+
+void TemplateReader::readChart(Band &band, int level)
+{
+    if (band.lines.size() == maxLines)
+        fail(QStringLiteral("more than %1 lines").arg(maxLines));
+    Chart chart;
+    chart.level = level + 1;
+    chart.line = m_line;
+    chart.most = int(number("most", 2, 100, chart.most));
+    chart.largestFirst = choice("order", {{"groups", false}, {"largest", true}}, false);
+    const QList<TextPiece> value = CellTextParser(m_template, chart.level, m_line).parse(requiredText("value"));
+    if (value.size() != 1 || value.first().kind != TextPiece::AggregateValue)
+        fail(QStringLiteral("value=\"%1\" is no {count()} or {sum(Table.Column)}").arg(text("value")));
+    chart.value = value.first();
+    BandLine line;
+    line.chart = int(m_template.charts.size());
+    line.size = number("size", 5, 24, m_template.size);
+    line.when = formula(text("when"));
+    m_template.charts.append(chart);
+    const auto label = [&] {
+        if (line.cells.size() == maxCells)
+            fail(QStringLiteral("more than %1 labels").arg(maxCells));
+        line.cells.append(Cell());
+        line.cells.last().when = formula(text("when"));
+        readCellText(line.cells.last(), chart.level);
+    };
+    readChildren({{"label", "when", label, true}});
+    if (line.cells.isEmpty())
+        fail(QStringLiteral("<label> is missing"));
     band.lines.append(line);
 }
 
@@ -265,8 +301,12 @@ void TemplateReader::readCell(Cell &cell, int level)
     cell.isBarcode = choice("barcode", {{"code128", true}}, false);
     cell.maxLines = cell.isBarcode ? 1 : column.maxLines;
     cell.when = formula(text("when"));
-    cell.line = m_line;
+    readCellText(cell, level);
+}
 
+void TemplateReader::readCellText(Cell &cell, int level)
+{
+    cell.line = m_line;
     static const QRegularExpression lineBreak(QStringLiteral("\\s*\\n\\s*"));
     const int line = m_line;
     const QString content = readText().replace(lineBreak, QStringLiteral(" "));
@@ -447,12 +487,21 @@ void TemplateReader::checkComplete() const
         fail(QStringLiteral("<from> is missing"));
     if (m_template.columns.isEmpty())
         fail(QStringLiteral("<column> is missing"));
-    if (m_template.detail.lines.isEmpty())
+    if (m_template.detail.lines.isEmpty() && m_template.groups.isEmpty())
         fail(QStringLiteral("<detail> is missing or has no line"));
     if (!m_template.table.isEmpty() && m_template.fields.count() == 0)
         fail(QStringLiteral("the template mentions no field"));
     if (m_template.detailWidth() < narrowestDetail)
         fail(QStringLiteral("margins and gaps leave no width"));
+    checkCharts();
+}
+
+void TemplateReader::checkCharts() const
+{
+    for (const Chart &chart : m_template.charts)
+        if (chart.level >= m_template.groups.size())
+            throw templateError(m_template.fileName, chart.line,
+                                QStringLiteral("there is no group below the chart's own"));
 }
 
 void TemplateReader::fail(const QString &what) const { fail(ResultCode::cannotLoadReport, what); }

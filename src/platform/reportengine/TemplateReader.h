@@ -45,10 +45,13 @@ private:
     void readColumns();
     void readGroup();
     void readDetail();
-    void readBand(Band &band, int level);
+    /// Of the group `level`, or of the report.
+    void readBand(Band &band, int level, bool mayHaveCharts = false);
     void readLine(Band &band, int level);
     void readRule(Band &band);
+    void readChart(Band &band, int level);
     void readCell(Cell &cell, int level);
+    void readCellText(Cell &cell, int level);
 
     void readChildren(const QList<Element> &elements);
     void readEmpty() { readChildren({}); }
@@ -70,6 +73,7 @@ private:
     Formula formula(const QString &text);
     int gridColumn(const QString &name) const;
     void checkComplete() const;
+    void checkCharts() const;
     [[noreturn]] void fail(const QString &what) const;
     [[noreturn]] void fail(int code, const QString &what) const;
 

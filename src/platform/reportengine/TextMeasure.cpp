@@ -55,9 +55,9 @@ double TextMeasure::width(const QString &text, double size, bool bold)
     return face(size, bold).metrics.horizontalAdvance(text);
 }
 
-QString TextMeasure::elided(const QString &text, double width, double size, bool bold)
+QString TextMeasure::elided(const QString &text, double width, double size, bool bold, Qt::TextElideMode mode)
 {
-    return face(size, bold).metrics.elidedText(text.left(maxLineCharacters), Qt::ElideRight, width);
+    return face(size, bold).metrics.elidedText(text.left(maxLineCharacters), mode, width);
 }
 
 QStringList TextMeasure::wrapped(const QString &text, double width, double size, bool bold)

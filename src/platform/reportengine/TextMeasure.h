@@ -25,7 +25,7 @@ public:
     double lineHeight(double size) { return face(size, false).lineHeight; }
     double width(const QString &text, double size, bool bold);
     /// `text` on one line, cut with an ellipsis where it is wider than `width`.
-    QString elided(const QString &text, double width, double size, bool bold);
+    QString elided(const QString &text, double width, double size, bool bold, Qt::TextElideMode mode = Qt::ElideRight);
     /// The lines of `text`, none wider than `width`; at least one.
     QStringList wrapped(const QString &text, double width, double size, bool bold);
 

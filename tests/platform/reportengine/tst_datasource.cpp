@@ -79,6 +79,44 @@ private slots:
         }
     }
 
+    void lastPartnersAndPaths_data()
+    {
+        row("all", "", "1 2025-05-05 00:00:00 Hall\\Cabinet, 2  Hall\\Cabinet, 3 2024-03-03 00:00:00 Hall");
+        row("not since a date", "{CheckOutIn.DateOut} < date(2025,1,1)", "3 2024-03-03 00:00:00 Hall");
+        row("listed", "{Tools.ID} = 1 or {Tools.ID} = 3",
+            "1 2025-05-05 00:00:00 Hall\\Cabinet, 3 2024-03-03 00:00:00 Hall");
+        row("by path", "{Locations.Path} = 'hall\\cabinet' and {Employee.LastName} = 'Zorn'",
+            "1 2025-05-05 00:00:00 Hall\\Cabinet");
+    }
+
+    void lastPartnersAndPaths()
+    {
+        const auto [formula, expected] = fetched<QString, QString>();
+        ReportCrib crib;
+        crib.fill(
+            "INSERT INTO Types (ID, Description) VALUES (1, 'Drills'); INSERT INTO Locations (ID, Description, "
+            "Parent) VALUES (1, 'Hall', 0), (2, 'Cabinet', 1); INSERT INTO Tools (ID, Description, Type, Location)"
+            " VALUES (1, 'a', 1, 2), (2, 'b', 1, 2), (3, 'c', 1, 1); INSERT INTO Employee (EmpID, LastName) "
+            "VALUES (1, 'adams'), (2, 'Zorn'); INSERT INTO CheckOutIn (Tool_Id, DateOut, Employee, Active) VALUES "
+            "(1, '2024-01-01 00:00:00', '1', 0), (1, '2025-05-05 00:00:00', '2', 0), (1, '2023-01-01 00:00:00', "
+            "'1', 0), (3, '2024-03-03 00:00:00', '2', 0)");
+        const Read read(
+            crib,
+            simpleTemplate("<from table=\"Tools\"/><join table=\"Locations\" on=\"Tools.Location = "
+                           "Locations.ID\"/><join table=\"CheckOutIn\" on=\"CheckOutIn.Tool_Id = Tools.ID\" "
+                           "last=\"{CheckOutIn.DateOut}\"/><join table=\"Employee\" on=\"CheckOutIn.Employee = "
+                           "Employee.EmpID\"/>",
+                           "{Tools.ID}{Locations.Path}{Employee.LastName}"),
+            formula);
+        const QStringList tools = read.texts(read.report.fields.find("Tools", "ID")),
+                          dates = read.texts(read.report.fields.find("CheckOutIn", "DateOut")),
+                          paths = read.texts(read.report.fields.find("Locations", "Path"));
+        QStringList shown;
+        for (int i = 0; i < tools.size(); ++i)
+            shown.append(tools[i] + ' ' + dates[i] + ' ' + paths[i]);
+        QCOMPARE(shown.join(", "), expected);
+    }
+
     void refusesByCode_data()
     {
         const QByteArray from = "<from table=\"Tools\"/>";
@@ -97,6 +135,15 @@ private slots:
             "", ResultCode::cannotLoadReport, "not joined");
         row("column of the template", simpleTemplate(from, "\n{Tools.Colour}"), "", ResultCode::invalidFieldName,
             "line 1: {Tools.Colour}");
+        row("last by a column of another table",
+            simpleTemplate(from + "<join table=\"Types\" on=\"Tools.Type = Types.ID\" last=\"{Tools.ID}\"/>", id), "",
+            ResultCode::cannotLoadReport, "last");
+        row("chart of dates",
+            simpleTemplate(
+                "<from table=\"Scrap\"/>", "{Scrap.ID}",
+                "<reportheader><chart value=\"{max(Scrap.ScrapDate)}\"><label>x</label></chart></reportheader>"
+                "<group by=\"{Scrap.Job}\"/>"),
+            "", ResultCode::cannotLoadReport, "no number");
         row("kind in a condition", simpleTemplate(from, id, "<nodata when=\"{Tools.ID} = 'x'\"/>"), "",
             ResultCode::cannotLoadReport, "line 1: {Tools.ID}");
         row("sum over texts", simpleTemplate(from, "{sum(Tools.Description)}"), "", ResultCode::invalidSummaryField,

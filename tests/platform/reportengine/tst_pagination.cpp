@@ -321,6 +321,48 @@ private slots:
         QCOMPARE(laidOut.texts(1).count("Page 2"), 1);
     }
 
+    void chartShowsTheLargestAndTheOthers_data()
+    {
+        row("in the groups' order", QByteArray("most=\"4\""), "a 10, Long -5, d 20, 3 others 3.");
+        row("the largest first", QByteArray("most=\"4\" order=\"largest\""), "d 20, a 10, Long -5, 3 others 3.");
+        row("on two pages", QByteArray("size=\"24\" most=\"20\""),
+            "a 10, Long -5, c 1, d 20, e 2, f 0, g 0, h 0, i 0, j 0, k 0. l 0, m 0.");
+    }
+
+    void chartShowsTheLargestAndTheOthers()
+    {
+        const auto [attributes, bars] = fetched<QByteArray, QString>();
+        const QString label = QString("Long label ").repeated(30);
+        std::vector<Row> rows{{10, "a", "", ""}, {-2, "b", label, ""}, {-3, "b", label, ""},      {1, "c", "", ""},
+                              {20, "d", "", ""}, {2, "e", "", ""},     {TestValue(), "f", "", ""}};
+        for (QChar name = 'g'; attributes.contains("20") && name <= 'm'; name = QChar(name.unicode() + 1))
+            rows.push_back({0, QString(name), "", ""});
+        LaidOut laidOut(page("<reportheader><chart value=\"{sum(T.N):number 0}\" " + attributes
+                             + "><label when=\"{T.A} = 'b'\">{T.B}</label><label>{T.A}</label></chart></reportheader>"
+                               "<group by=\"{T.A}\"/>"),
+                        rows);
+        laidOut.complete();
+        QString shown;
+        std::map<double, double> ends; // of bars beside the axis, by their numbers
+        for (int number = 0; number < laidOut.layout->pageCount(); ++number) {
+            const QList<PageElement> elements = laidOut.layout->elements(number);
+            for (int i = 0; i < elements.size(); i += 4) {
+                const double value = elements[i + 2].text.toDouble();
+                shown += elements[i].text.section(' ', 0, elements[i].text.endsWith("others") ? 1 : 0)
+                    + QStringLiteral(" %1, ").arg(value);
+                if (i + 3 == elements.size())
+                    break; // the others have a number only
+                const QRectF bar = elements[i + 3].rect;
+                QVERIFY(elements[i].rect.right() < bar.left() && bar.right() < elements[i + 2].rect.left());
+                ends[value] = (value < 0 ? bar.left() : bar.right()) - elements[i + 1].rect.center().x();
+            }
+            shown.replace(shown.size() - 2, 2, ". ");
+        }
+        QCOMPARE(shown.trimmed(), bars);
+        for (const auto &[value, end] : ends)
+            QCOMPARE(qRound(end), qRound(ends[20] * value / 20));
+    }
+
     void tooManyPages()
     {
         std::vector<Row> rows;

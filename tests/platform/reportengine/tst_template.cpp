@@ -70,6 +70,12 @@ private slots:
         row("bad condition of a band", with("<nodata when=\"{Tools.ID} like 'x'\"/>"), 4, "comparison");
         row("bad fixed formula", head + "<data><from table=\"Tools\"/>\n<where>{Tools.ID} =</where></data>" + tail, 3,
             "value");
+        row("a chart where groups are not known", with("<nodata><chart value=\"{count()}\"/></nodata>"), 4, "<chart>");
+        const auto withChart = [](const QByteArray &value) {
+            return with("<reportheader><chart value=\"" + value + "\"><label>a</label></chart></reportheader>");
+        };
+        row("a chart without groups", withChart("{count()}"), 4, "no group");
+        row("a chart of no number", withChart("{Tools.ID}"), 4, "value=");
         // Limits
         const auto lines = [](int count) { return QByteArray("<rule/>").repeated(count); };
         row("as many lines as allowed", with("<nodata>" + lines(200) + "</nodata>"), 0, "", ResultCode::ok);
