@@ -1,6 +1,7 @@
 #include "admin/Admin.h"
 #include "admin/StandardStreams.h"
 #include "platform/engine/EngineError.h"
+#include "platform/reportengine/UsualPaper.h"
 
 #include <QFile>
 #include <QGuiApplication>
@@ -28,6 +29,7 @@ int main(int argc, char *argv[])
     // On standard error stands what a command says, and only that.
     QLoggingCategory::setFilterRules("*.warning=false");
     const auto application = makeApplication(argc, argv);
+    UsualPaper::ask(UsualPaper::ofLocale);
     const StandardStreams streams;
     QFile standardOutput, standardError;
     standardOutput.open(stdout, QIODevice::WriteOnly);

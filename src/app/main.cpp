@@ -3,6 +3,8 @@
 #include "platform/gui/HelpKey.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/ScreenFit.h"
+#include "platform/reportcontrol/Printing.h"
+#include "platform/reportengine/UsualPaper.h"
 #include "platform/system/UserSettings.h"
 
 #include <QApplication>
@@ -15,6 +17,7 @@ int main(int argc, char *argv[])
     QApplication::setDesktopFileName("vorlane");
     QApplication::setWindowIcon(Icons::icon("vorlane"));
     UserSettings::setFile(UserSettings::usualFile());
+    UsualPaper::ask(paperOfPrinter);
     const HelpKey helpKey(helpPages());
     const ScreenFit screenFit;
     return ModMain::Main();

@@ -1,6 +1,7 @@
 #include "platform/reportcontrol/Printing.h"
 
 #include "platform/reportengine/Report.h"
+#include "platform/reportengine/UsualPaper.h"
 
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -12,6 +13,14 @@ void setUpPages(QPrinter &printer, const Report &report)
     printer.setPageSize(report.pageLayout().pageSize());
     printer.setPageOrientation(report.pageLayout().orientation());
     printer.setDocName(report.title());
+}
+
+QPageSize paperOfPrinter()
+{
+    // Once: a printer that is far away takes its time to answer.
+    static const QPageSize::PageSizeId printers = QPrinterInfo::defaultPrinter().defaultPageSize().id();
+    const bool isUsual = printers == QPageSize::Letter || printers == QPageSize::A4;
+    return isUsual ? QPageSize(printers) : UsualPaper::ofLocale();
 }
 
 int printPages(QPrinter &printer, Report &report, int currentPage)

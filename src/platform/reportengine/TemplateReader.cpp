@@ -1,6 +1,7 @@
 #include "platform/reportengine/TemplateReader.h"
 
 #include "platform/reportengine/CellTextParser.h"
+#include "platform/reportengine/UsualPaper.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -78,14 +79,18 @@ void TemplateReader::readReport()
 void TemplateReader::readPage()
 {
     const bool isOwnSize = has("width") || has("height");
-    m_template.paper = isOwnSize ? ownPaper()
-                                 : QPageSize(QPageSize::PageSizeId(choice("paper",
-                                                                          {{"Letter", QPageSize::Letter},
-                                                                           {"Legal", QPageSize::Legal},
-                                                                           {"A3", QPageSize::A3},
-                                                                           {"A4", QPageSize::A4},
-                                                                           {"A5", QPageSize::A5}},
-                                                                          QPageSize::Letter)));
+    if (isOwnSize)
+        m_template.paper = ownPaper();
+    else if (!has("paper"))
+        m_template.paper = UsualPaper::size();
+    else
+        m_template.paper = QPageSize(QPageSize::PageSizeId(choice("paper",
+                                                                  {{"Letter", QPageSize::Letter},
+                                                                   {"Legal", QPageSize::Legal},
+                                                                   {"A3", QPageSize::A3},
+                                                                   {"A4", QPageSize::A4},
+                                                                   {"A5", QPageSize::A5}},
+                                                                  QPageSize::Letter)));
     m_template.landscape = choice("orientation", {{"portrait", false}, {"landscape", true}}, false);
     // Label printers print close to the edge; others leave it white.
     m_template.margin = length("margin", isOwnSize ? 0 : 18, 144, m_template.margin);

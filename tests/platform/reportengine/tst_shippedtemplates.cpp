@@ -142,21 +142,19 @@ private slots:
 
     void figuresAreThoseOfStatements_data()
     {
-        const QString price = "COUNT(*) || ' $' || CAST(SUM(PricePer) AS INTEGER) || '.00 '";
+        const QString price = "COUNT(*) || ' $' || CAST(SUM([PricePer]) AS INTEGER) || '.00 '";
         row("ScrapCostByJob",
-            "'Job ' || JobOrOH || ' ' || " + price
-                + " FROM Scrap WHERE LineItemTypeId = 4 GROUP BY "
-                  "JobOrOH");
+            "'Job ' || [JobOrOH] || ' ' || " + price + " FROM [Scrap] WHERE [LineItemTypeId] = 4 GROUP BY [JobOrOH]");
         row("ScrapCostByMonth",
-            "'March ' || SUBSTR(CAST(ScrapDate AS TEXT), 1, 4) || ' ' || " + price
-                + " FROM Scrap GROUP BY SUBSTR(CAST(ScrapDate AS TEXT), 1, 4)");
+            "'March ' || SUBSTR(CAST([ScrapDate] AS TEXT), 1, 4) || ' ' || " + price
+                + " FROM [Scrap] GROUP BY SUBSTR(CAST([ScrapDate] AS TEXT), 1, 4)");
         row("StockValue",
-            "CASE Location WHEN 1 THEN 'Cabinet 1 ' ELSE 'Cabinet 1\\Drawer ' END || " + price
-                + " FROM Tools GROUP BY Location");
+            "CASE [Location] WHEN 1 THEN 'Cabinet 1 ' ELSE 'Cabinet 1\\Drawer ' END || " + price
+                + " FROM [Tools] GROUP BY [Location]");
         row("LoansByEmployee",
-            QString("CASE Employee WHEN '7' THEN 'ZORN ADA (7) ' ELSE 'ADAMS (8) ' END || COUNT(*) || ' "
-                    "' || COUNT(DateIn) || ' ' FROM CheckOutIn GROUP BY Employee"));
-        row("LastLent", QString("'Tools: ' || COUNT(*) || ' $' FROM Tools GROUP BY ID % 3 = 0"));
+            QString("CASE [Employee] WHEN '7' THEN 'ZORN ADA (7) ' ELSE 'ADAMS (8) ' END || COUNT(*) || ' "
+                    "' || COUNT([DateIn]) || ' ' FROM [CheckOutIn] GROUP BY [Employee]"));
+        row("LastLent", QString("'Tools: ' || COUNT(*) || ' $' FROM [Tools] GROUP BY [ID] % 3 = 0"));
     }
 
     void figuresAreThoseOfStatements()
@@ -189,7 +187,8 @@ private slots:
                         .arg(year)
                         .arg(i % 7 ? day : "NULL"));
         }
-        crib.fill("DELETE FROM Reports; INSERT INTO Reports (Module, FileName, Name) SELECT '', '', " + lines);
+        crib.execute("DELETE FROM Reports");
+        crib.fill("INSERT INTO Reports (Module, FileName, Name) SELECT '', '', " + lines);
         QVERIFY(QFile::copy(PROGRAM_DATA "/templates/" + name + ".rpt", crib.folder.filePath(name + ".rpt")));
         Report report(crib.database.get());
         QCOMPARE(report.open(name + ".rpt", {}), 0);

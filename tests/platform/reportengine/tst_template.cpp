@@ -1,3 +1,4 @@
+#include "platform/reportengine/UsualPaper.h"
 #include "tests/platform/reportengine/ReportCrib.h"
 
 namespace {
@@ -27,6 +28,20 @@ class TestTemplate : public QObject
     Q_OBJECT
 
 private slots:
+    void usualPaper()
+    {
+        for (const auto &[locale, paper] : {std::pair("de_AT", QPageSize::A4),
+                                            {"fr_CA", QPageSize::Letter},
+                                            {"en_GB", QPageSize::A4},
+                                            {"C", QPageSize::Letter}})
+            QCOMPARE(UsualPaper::in(QLocale(locale).territory()).id(), paper);
+        const auto paperOf = [](QByteArray content) { return TemplateReader::read(content, "Test.rpt").paper.id(); };
+        QCOMPARE(paperOf(with("")), QPageSize::Letter);
+        UsualPaper::ask([] { return QPageSize(QPageSize::A4); });
+        QCOMPARE(paperOf(with("")), QPageSize::A4);
+        QCOMPARE(paperOf(with("").replace("version", "paper=\"Letter\" version")), QPageSize::Letter);
+    }
+
     void refusesWithTheLine_data()
     {
         const auto row = [](const char *name, const QByteArray &content, int line, const QString &words,
