@@ -7,6 +7,7 @@
 /// One change that the desk made, as much as is needed to take it back exactly. A tool that goes from one person to
 /// another is one deed.
 struct Deed {
+    QDateTime when = {};
     qint16 toolId = 0;
     QString tool = {}; ///< "T12 Torque wrench"
     QString partNumber = {};

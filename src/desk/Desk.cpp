@@ -21,17 +21,23 @@ constexpr qsizetype mostWaiting = 200; // scans
 constexpr int mostFound = 100;
 
 // A scanner that is held still reads a code again; whoever means it twice takes longer.
-int milliSecondsOfOneReading(Code::Kind kind)
+constexpr int milliSecondsOfOneTool = 3000;
+constexpr int milliSecondsOfOneCommand = 1000;
+
+bool isWithin(int milliSeconds, const QDateTime &before, const QDateTime &now)
 {
-    switch (kind) {
-    case Code::Tool:
-        return 3000;
-    case Code::Undo:
-    case Code::Done:
-        return 1000;
-    default:
-        return 0;
-    }
+    const qint64 passed = before.isValid() ? before.msecsTo(now) : -1;
+    return passed >= 0 && passed < milliSeconds;
+}
+
+bool isSame(const Code &one, const Code &other) { return one.kind == other.kind && one.number == other.number; }
+
+// What a visit left behind is said before the answer to the scan that ended it.
+Answer after(const Answer &ended, Answer answer)
+{
+    if (ended.tone == Answer::Attention)
+        answer = {std::max(answer.tone, Answer::Attention), ended.words + ' ' + answer.words};
+    return answer;
 }
 
 QString tools(qsizetype number) { return number == 1 ? QString("1 tool") : QString("%1 tools").arg(number); }
@@ -101,12 +107,11 @@ QList<Answer> Desk::enter(const Code &code, std::function<Answer(Scan &)> work)
 
 bool Desk::isReadTwice(const Code &code, const QDateTime &now)
 {
-    const auto isSame = [&](const Code &other) { return other.kind == code.kind && other.number == code.number; };
     const bool isTool = code.kind == Code::Tool && !m_stockTake; // a count has an answer of its own
-    const bool waits = isTool && std::ranges::any_of(m_queue, isSame, &Scan::code);
-    const qint64 passed = m_lastCodeAt.isValid() ? m_lastCodeAt.msecsTo(now) : -1;
-    const bool isAgain = (isTool || code.isCommand()) && isSame(m_lastCode) && passed >= 0
-        && passed < milliSecondsOfOneReading(code.kind);
+    const bool waits =
+        isTool && std::ranges::any_of(m_queue, [&](const Scan &scan) { return isSame(scan.code, code); });
+    const bool isAgain = (code.kind == Code::Undo || code.kind == Code::Done) && isSame(m_lastCode, code)
+        && isWithin(milliSecondsOfOneCommand, m_lastCodeAt, now);
     m_lastCode = code;
     m_lastCodeAt = now;
     return waits || isAgain;
@@ -137,7 +142,7 @@ QList<Answer> Desk::goOn()
             answers.append({Answer::Refused, QString::fromUtf8(refusal.what())});
         }
         // Whoever was refused scans again at once.
-        if (!answers.isEmpty() && answers.last().tone == Answer::Refused)
+        if (answers.last().tone == Answer::Refused && isSame(m_queue.first().code, m_lastCode))
             m_lastCode = {};
         m_queue.removeFirst();
     }
@@ -161,8 +166,7 @@ QList<Answer> Desk::endVisitAtRest()
     if (!isOver)
         return {};
     m_direction = Either;
-    const bool isLost = !m_visit.tools.isEmpty();
-    return {{isLost ? Answer::Attention : Answer::Done, endVisit()}};
+    return {endVisit()};
 }
 
 Answer Desk::answerTo(Scan &scan)
@@ -256,6 +260,9 @@ std::optional<Answer> Desk::objection(const ToolAtHand &tool, const Scan &scan) 
     if (tool.isOut && m_direction == OutOnly && !m_visit.employee.isEmpty()
         && tool.loan.employeeNumber == m_visit.employee)
         return Answer{Answer::Attention, tool.name() + " is out already: " + tool.loan.employee + " has it."};
+    const auto last = std::ranges::find(m_visit.deeds.rbegin(), m_visit.deeds.rend(), tool.id, &Deed::toolId);
+    if (last != m_visit.deeds.rend() && isWithin(milliSecondsOfOneTool, last->when, Clock::now()))
+        return Answer{Answer::Attention, tool.name() + " was read twice, and counts once."};
     const auto isThis = [&](const ToolAtHand &other) { return other.id == tool.id; };
     if (std::ranges::any_of(m_visit.tools, isThis))
         return Answer{Answer::Attention, tool.name() + " waits already."};
@@ -273,7 +280,7 @@ Desk::Intent Desk::intentFor(const ToolAtHand &tool) const
 
 void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
 {
-    Deed deed{.toolId = tool.id, .tool = tool.name(), .partNumber = tool.partNumber};
+    Deed deed{.when = Clock::now(), .toolId = tool.id, .tool = tool.name(), .partNumber = tool.partNumber};
     if (intent != Intent::Lend)
         deed.returnedFrom = {tool.holder(),
                              tool.loan.id == 0 ? QString()
@@ -357,15 +364,15 @@ Answer Desk::employee(qint64 number)
                                       : known.text(u"LastName") + ' ' + known.text(u"FirstName")
                               + " is no active employee any more.");
     }
-    QString words;
+    Answer ended;
     if (const QString bound = found.text(u"empid"); bound != m_visit.employee) {
         if (!m_visit.employee.isEmpty())
-            endVisit();
+            ended = endVisit();
         m_visit.employee = bound;
         m_visit.person = found.text(u"Name");
     }
-    words = m_visit.person + (m_visit.charge ? ", " + m_visit.charge->text : QString(": scan a job or an operation"));
-    return lendWaiting(words + '.');
+    const QString charged = m_visit.charge ? ", " + m_visit.charge->text : QString(": scan a job or an operation");
+    return after(ended, lendWaiting(m_visit.person + charged + '.'));
 }
 
 Answer Desk::charge(const Code &code)
@@ -456,7 +463,7 @@ Answer Desk::setDirection(Direction direction)
 
 // ---- ends
 
-QString Desk::endVisit()
+Answer Desk::endVisit()
 {
     const Visit ended = std::exchange(m_visit, {});
     qsizetype out = 0, back = 0;
@@ -475,7 +482,7 @@ QString Desk::endVisit()
         (ended.person.isEmpty() ? QString("Done") : ended.person) + QString(": %1 out, %2 back.").arg(out).arg(back);
     if (!ended.tools.isEmpty())
         words += " Not lent, nobody was named or nothing charged: " + tools(ended.tools.size()) + '.';
-    return words;
+    return {ended.tools.isEmpty() ? Answer::Done : Answer::Attention, words};
 }
 
 Answer Desk::done()
@@ -499,8 +506,7 @@ Answer Desk::done()
     m_direction = Either;
     if (m_visit.isEmpty())
         return {Answer::Done, "Ready."};
-    const bool isLost = !m_visit.tools.isEmpty();
-    return {isLost ? Answer::Attention : Answer::Done, endVisit()};
+    return endVisit();
 }
 
 QList<qint64> Desk::loansForSheet() const
@@ -580,13 +586,12 @@ Answer Desk::countLocation(qint64 location)
         return {Answer::Done, "Here is " + m_stockTake->hereName() + '.'};
     }
     StockTake begun = StockTake::at(qint32(location));
-    if (!m_visit.isEmpty())
-        endVisit();
+    const Answer ended = m_visit.isEmpty() ? Answer() : endVisit();
     m_stockTake = std::move(begun);
     m_awaitsLocation = false;
     m_direction = Either;
     m_lastMark.clear();
-    return {Answer::Done, m_stockTake->name() + ": " + m_stockTake->summary() + '.'};
+    return after(ended, {Answer::Done, m_stockTake->name() + ": " + m_stockTake->summary() + '.'});
 }
 
 Answer Desk::countTool(const Code &code)
@@ -648,7 +653,8 @@ QList<Answer> Desk::accept()
 {
     if (m_offer == Offer::None || !m_stockTake)
         return {};
-    return enter({Code::Text, 0, m_offered.name()}, [this](Scan &) { return doOffered(); });
+    const Question question{std::exchange(m_offer, Offer::None), m_offered, m_stockTake->here()};
+    return enter({Code::Text, 0, m_offered.name()}, [this, question](Scan &) { return doOffered(question); });
 }
 
 QList<Answer> Desk::leave()
@@ -659,19 +665,20 @@ QList<Answer> Desk::leave()
 }
 
 // What the question named is done, or nothing: the loan and the place that were shown.
-Answer Desk::doOffered()
+Answer Desk::doOffered(const Question &question)
 {
-    const ToolAtHand tool = m_offered;
+    requireCount();
+    const auto [offer, tool, here] = question;
     const QString key = QString::number(tool.id);
     StockTake::Mark mark = m_stockTake->markOf(key).value_or(StockTake::Mark());
     const Places places;
-    const qint32 here = m_stockTake->here();
-    if (m_offer == Offer::TakeBack) {
+    if (offer == Offer::TakeBack) {
         change(tool, Intent::TakeBack, tool.loan.id);
         const bool isElsewhere = !places.within(here).contains(tool.location);
         mark.result = isElsewhere ? StockTake::Elsewhere : StockTake::TakenBack;
         mark.note = isElsewhere ? places.path(tool.location) : mark.note;
         m_offer = isElsewhere ? Offer::StoreHere : Offer::None;
+        m_offered = tool;
         m_stockTake->put(key, mark);
         refreshCount();
         const QString words = tool.name() + " is back, from " + tool.holder() + '.';
@@ -686,7 +693,8 @@ Answer Desk::doOffered()
         requireAt(tool.location, tool.id);
         moveTo(here, tool.id, places.name(here)).move();
     });
-    const Deed deed{.toolId = tool.id,
+    const Deed deed{.when = Clock::now(),
+                    .toolId = tool.id,
                     .tool = tool.name(),
                     .partNumber = tool.partNumber,
                     .lentTo = {{}, places.name(here)},
@@ -694,7 +702,6 @@ Answer Desk::doOffered()
                     .movedTo = here};
     m_visit.deeds.append(deed);
     note(deed);
-    m_offer = Offer::None;
     mark.result = StockTake::Stored;
     m_stockTake->put(key, mark);
     refreshCount();
@@ -710,9 +717,13 @@ void Desk::refreshCount()
     }
 }
 
+// What was ticked or answered while the crib was held may come after the count's end.
+void Desk::requireCount() const { refuseUnless(m_stockTake.has_value(), "The count was finished meanwhile."); }
+
 QList<Answer> Desk::tick(qint64 tool)
 {
     return enter({Code::Text, 0, 'T' + QString::number(tool)}, [this, tool](Scan &) {
+        requireCount();
         const Code code{Code::Tool, tool};
         const std::optional<ToolAtHand> found = ToolAtHand::find(tool);
         m_stockTake->refresh();

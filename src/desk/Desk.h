@@ -80,6 +80,13 @@ private:
         qint64 loanShown = 0;
     };
 
+    /// What was offered when the key was pressed; the answer may have to wait for the crib.
+    struct Question {
+        Offer offer = Offer::None;
+        ToolAtHand tool = {};
+        qint32 here = 0;
+    };
+
     QList<Answer> enter(const Code &code, std::function<Answer(Scan &)> work);
     bool isReadTwice(const Code &code, const QDateTime &now);
     Answer answerTo(Scan &scan);
@@ -104,9 +111,11 @@ private:
     Answer countTool(const Code &code);
     /// The answer to what a scan in a count turned out to be.
     Answer counted(const Code &code, const std::optional<ToolAtHand> &tool, StockTake::Result result);
-    Answer doOffered();
+    Answer doOffered(const Question &question);
+    void requireCount() const;
     void refreshCount();
-    QString endVisit();
+    /// Attention where tools stay behind.
+    Answer endVisit();
 
     bool isComplete() const { return !m_visit.employee.isEmpty() && m_visit.charge; }
     void note(const Deed &deed, bool isUndone = false);

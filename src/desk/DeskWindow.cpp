@@ -170,7 +170,9 @@ void DeskWindow::addButton(const Button &row, QWidget *panel)
         ui.txtScan->setFocus();
     };
     onUserAction(button, &QToolButton::clicked, action);
-    onUserAction(new QShortcut(QKeySequence(row.key), this), &QShortcut::activated, action);
+    auto *shortcut = new QShortcut(QKeySequence(row.key), this);
+    shortcut->setAutoRepeat(false); // a key that is held down is one answer, and one sheet
+    onUserAction(shortcut, &QShortcut::activated, action);
     setCaption(row.name, row.caption);
 }
 

@@ -95,6 +95,22 @@ private slots:
         QCOMPARE(desk->stockTake()->summary(), "3 of 4, 1 elsewhere");
     }
 
+    // A key answers what was shown when it was pressed, once.
+    void offersWhileTheCribIsHeld()
+    {
+        const auto other = Workspace::first().openDatabase(crib->path());
+        dontWaitForOthers(Session::database());
+        scan({"T4"});
+        holdAll(*other);
+        desk->accept();
+        QVERIFY(desk->accept().isEmpty() && desk->leave().isEmpty());
+        scan({"T3"});
+        other->executeNative("ROLLBACK");
+        desk->goOn();
+        QCOMPARE(crib->rows("Select Out,Location from Tools where ID in (3,4) order by ID"),
+                 QStringList({"0|2", "0|1"}));
+    }
+
     // What somebody else did between the question and the answer holds.
     void offerThatIsNoMore()
     {
