@@ -116,7 +116,8 @@ BoundGrid::BoundGrid(QWidget *parent) : QTableView(parent)
 
 BoundGrid::~BoundGrid()
 {
-    // The view lets go of the model before it is gone.
+    // The view lets go of the model before it is gone; the window that would hear of the selection may be gone already.
+    blockSignals(true);
     setModel(nullptr);
 }
 
