@@ -24,6 +24,22 @@ struct Answer {
         SoundUnknown,
         SoundAlready
     };
+    /// How much it matters to have heard this one of several: from done over waiting and attention to refused.
+    static int gravity(Sound sound)
+    {
+        switch (sound) {
+        case SoundDone:
+            return 0;
+        case SoundWaiting:
+            return 1;
+        case SoundRefused:
+        case SoundScrapped:
+        case SoundUnknown:
+            return 3;
+        default:
+            return 2;
+        }
+    }
     /// One of several things that were found; its code is scanned when it is chosen.
     struct Choice {
         Code code;

@@ -3,10 +3,8 @@
 #include "common/ItemId.h"
 #include "db/Session.h"
 #include "desk/StockTakeReport.h"
-#include "platform/engine/EngineError.h"
 #include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
-#include "platform/gui/UserAction.h"
 #include "platform/reportcontrol/PreviewWindow.h"
 #include "platform/reportcontrol/ReportControl.h"
 #include "platform/reportengine/ResultCode.h"
@@ -108,17 +106,17 @@ DeskWindow::DeskWindow() : m_sheet(new ReportControl(Session::database(), this))
 
     connect(ui.txtScan, &ScanField::scanned, this, [this](const QString &text) {
         closePreviews();
-        runUserAction([&] { take(m_desk.scan(text)); });
+        act([&] { take(m_desk.scan(text)); });
     });
-    onUserAction(ui.txtScan, &ScanField::steered, this, &DeskWindow::steer);
-    onUserAction(ui.txtScan, &ScanField::dismissed, this, &DeskWindow::dismiss);
-    onUserAction(&m_lines, &DeskList::ticked, this, &DeskWindow::tick);
+    connect(ui.txtScan, &ScanField::steered, this, [this](int key) { act([&] { steer(key); }); });
+    connect(ui.txtScan, &ScanField::dismissed, this, [this] { act([this] { dismiss(); }); });
+    connect(&m_lines, &DeskList::ticked, this, [this](int row) { act([&] { tick(row); }); });
     connect(ui.lstLines, &QTreeView::clicked, this, [this] {
         if (m_page == Page::Choices)
-            runUserAction([this] { chooseCurrent(); });
+            act([this] { chooseCurrent(); });
     });
-    connect(&m_retry, &QTimer::timeout, this, [this] { runUserAction([this] { take(m_desk.goOn()); }); });
-    connect(&m_rest, &QTimer::timeout, this, [this] { runUserAction([this] { take(m_desk.endVisitAtRest()); }); });
+    connect(&m_retry, &QTimer::timeout, this, [this] { act([this] { take(m_desk.goOn()); }); });
+    connect(&m_rest, &QTimer::timeout, this, [this] { act([this] { take(m_desk.endVisitAtRest()); }); });
     m_rest.start(lookForRestEvery);
     resize(1000, 640);
     restoreGeometry(UserSettings::value(placeSetting));
@@ -162,17 +160,19 @@ void DeskWindow::addButton(const Button &row, QWidget *panel)
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     auto *layout = static_cast<QGridLayout *>(panel->layout());
     layout->addWidget(button, 0, layout->count());
-    const std::function<void()> action = [this, row] {
-        if (row.handler)
-            (this->*row.handler)();
-        else
-            take(m_desk.take({row.command}));
+    const auto press = [this, row] {
+        act([&] {
+            if (row.handler)
+                (this->*row.handler)();
+            else
+                take(m_desk.take({row.command}));
+        });
         ui.txtScan->setFocus();
     };
-    onUserAction(button, &QToolButton::clicked, action);
+    connect(button, &QToolButton::clicked, this, press);
     auto *shortcut = new QShortcut(QKeySequence(row.key), this);
     shortcut->setAutoRepeat(false); // a key that is held down is one answer, and one sheet
-    onUserAction(shortcut, &QShortcut::activated, action);
+    connect(shortcut, &QShortcut::activated, this, press);
     setCaption(row.name, row.caption);
 }
 
@@ -188,21 +188,48 @@ void DeskWindow::setCaption(const char *name, const char *caption)
 
 // ---- answers
 
+void DeskWindow::act(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const std::exception &error) {
+        say({Answer::Refused, "That was not done. " + QString::fromUtf8(error.what())});
+    }
+}
+
 void DeskWindow::take(const QList<Answer> &answers)
 {
-    for (const DeedLine &line : m_desk.takeLines())
+    const QList<DeedLine> lines = m_desk.takeLines();
+    for (const DeedLine &line : lines)
         m_deeds.prepend(iconRow(
             line.icon,
             {line.when.toString("hh:mm:ss"), line.what, line.tool, line.partNumber, line.side.who, line.side.charge}));
-    for (const Answer &answer : answers)
-        say(answer);
     if (!answers.isEmpty())
-        showChoices(answers.last().choices);
+        sayWorst(answers);
     if (m_desk.isWaiting() && !m_retry.isActive())
         m_retry.start(retryEvery);
     else if (!m_desk.isWaiting())
         m_retry.stop();
-    showState();
+    if (!answers.isEmpty() || !lines.isEmpty())
+        showState();
+}
+
+// Many answers come at once when a crib that was held is free again. Nobody sees all of them: what did not go well
+// stays in the list.
+void DeskWindow::sayWorst(const QList<Answer> &answers)
+{
+    const auto gravity = [](const Answer &answer) { return Answer::gravity(answer.sound); };
+    const Answer &worst = *std::max_element(answers.rbegin(), answers.rend(),
+                                            [&](const Answer &a, const Answer &b) { return gravity(a) < gravity(b); });
+    for (const Answer &answer : answers) {
+        const Look &look = looks[answer.tone];
+        if (answer.tone == Answer::Refused || (answer.tone == Answer::Attention && &answer != &worst))
+            m_deeds.prepend({Icons::icon(look.icon),
+                             look.meaning,
+                             {Clock::now().toString("hh:mm:ss"), look.meaning, answer.words, {}, {}, {}}});
+    }
+    say(worst);
+    showChoices(worst.choices);
 }
 
 void DeskWindow::say(const Answer &answer)
@@ -256,16 +283,17 @@ void DeskWindow::showState()
 void DeskWindow::showChoices(const QList<Answer::Choice> &choices)
 {
     m_choices = choices;
-    if (choices.isEmpty()) {
+    if (!choices.isEmpty())
+        showPage(Page::Choices);
+    else if (m_page == Page::Choices)
         m_page = Page::Deeds; // or what showState() finds
-        return;
-    }
-    showPage(Page::Choices);
 }
 
 void DeskWindow::showPage(Page page)
 {
     const int scrolledTo = ui.lstLines->verticalScrollBar()->value();
+    const int current = ui.lstLines->currentIndex().row();
+    const qint64 currentId = page == Page::Missing && page == m_page && current >= 0 ? m_lines.row(current).id : 0;
     const bool isSame = page == m_page;
     m_page = page;
     QList<DeskList::Row> rows;
@@ -302,7 +330,15 @@ void DeskWindow::showPage(Page page)
         header->setSectionHidden(column, page == Page::Deeds && isSmall());
     if (page == Page::Choices)
         ui.lstLines->setCurrentIndex(model->index(0, 0));
-    else if (isSame)
+    else if (isSame && page != Page::Deeds) {
+        // Who goes through the list stays at a line while others come and go; at its place, when it is the one that
+        // goes.
+        const auto same = std::ranges::find(rows, currentId, &DeskList::Row::id);
+        const int row =
+            currentId != 0 && same != rows.end() ? int(same - rows.begin()) : qMin(current, model->rowCount() - 1);
+        ui.lstLines->setCurrentIndex(model->index(row, 0));
+    }
+    if (isSame)
         ui.lstLines->verticalScrollBar()->setValue(scrolledTo);
 }
 
@@ -348,12 +384,7 @@ void DeskWindow::chooseCurrent()
     take(m_desk.take(code));
 }
 
-void DeskWindow::tick(int row)
-{
-    take(m_desk.tick(m_lines.row(row).id));
-    const QAbstractItemModel *const model = ui.lstLines->model();
-    ui.lstLines->setCurrentIndex(model->index(qMin(row, model->rowCount() - 1), 0));
-}
+void DeskWindow::tick(int row) { take(m_desk.tick(m_lines.row(row).id)); }
 
 void DeskWindow::dismiss()
 {

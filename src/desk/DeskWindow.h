@@ -6,6 +6,8 @@
 
 #include <QTimer>
 
+#include <functional>
+
 class QToolButton;
 class ReportControl;
 class StockTakeReport;
@@ -36,7 +38,10 @@ private:
 
     void addButton(const Button &button, QWidget *panel);
     void addButtons();
+    /// Runs what the attendant does. What goes wrong is said, in no box.
+    void act(const std::function<void()> &action);
     void take(const QList<Answer> &answers);
+    void sayWorst(const QList<Answer> &answers);
     void say(const Answer &answer);
     void showState();
     void showChoices(const QList<Answer::Choice> &choices);

@@ -43,6 +43,7 @@ std::vector<Tone> tonesOf(Answer::Sound sound)
 }
 
 constexpr int samplesPerSecond = 22050;
+constexpr int mostToWait = 50; // milliseconds, for a player that is stopped
 
 QByteArray samples(const std::vector<Tone> &tones)
 {
@@ -80,9 +81,15 @@ void Sounds::play(Answer::Sound sound)
         QApplication::beep();
         return;
     }
-    // Sounds of scans in a row may not queue up behind one that hangs.
-    if (m_process.state() == QProcess::NotRunning)
+    // Sounds of scans in a row may not queue up behind one that hangs; but none hides a worse one.
+    if (m_process.state() != QProcess::NotRunning && Answer::gravity(sound) > Answer::gravity(m_playing)) {
+        m_process.kill();
+        m_process.waitForFinished(mostToWait);
+    }
+    if (m_process.state() == QProcess::NotRunning) {
+        m_playing = sound;
         m_process.start(m_player, {file});
+    }
 }
 
 QString Sounds::fileOf(Answer::Sound sound)

@@ -20,4 +20,5 @@ private:
     QTemporaryDir m_folder;
     QString m_player;
     QProcess m_process;
+    Answer::Sound m_playing = Answer::SoundDone;
 };
