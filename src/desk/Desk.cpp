@@ -70,6 +70,27 @@ void requireAt(qint32 location, qint16 tool)
     refuseUnless(!row.isEmpty() && row.field(0).toInteger() == location, "The tool was moved or deleted meanwhile.");
 }
 
+// Asked where the connection broke at the deed's end.
+bool isStored(const Deed &deed, const QString &employee, const QString &dateOut)
+{
+    if (deed.isLoan()) {
+        const Lending::OpenLoan loan = Lending::openLoan(deed.toolId);
+        return loan.id == deed.loan && loan.employeeNumber == employee && loan.dateOut == dateOut;
+    }
+    if (deed.returned.loans.isEmpty()) {
+        const std::optional<ToolAtHand> tool = ToolAtHand::find(deed.toolId);
+        return deed.isReturn() && tool && !tool->isOut;
+    }
+    const Recordset ended = openRecordset("Select ID from CheckOutIn where ID in (" + joined(deed.returned.loans)
+                                          + ") and Active=0 and DateIn=#" + deed.returned.dateIn + "#");
+    return ended.recordCount() == deed.returned.loans.size();
+}
+
+QString alreadyOut(const ToolAtHand &tool)
+{
+    return tool.name() + " is out already: " + tool.loan.employee + " has it.";
+}
+
 // The words that people type; "*" and "?" are wildcards for them, too.
 QString pattern(QString text) { return quoted(text.replace('[', "[[]").replace('#', "[#]")).chopped(1); }
 
@@ -128,8 +149,9 @@ QList<Answer> Desk::goOn()
             if (error.number() != EngineError::lockedFile) {
                 const QString path = ProgramFolder::toNative(Session::database().path());
                 const bool isGone = !ProgramFolder::fileExists(path);
+                const bool isLost = error.number() == EngineError::connectionFailed; // its words tell what was stored
                 const QString why = isGone ? "The crib's database is gone: " + path : error.text();
-                answers.append({Answer::Refused, scan.code.label() + " was not done. " + why});
+                answers.append({Answer::Refused, scan.code.label() + (isLost ? ": " : " was not done. ") + why});
             } else if (scan.when.secsTo(Clock::now()) >= longestWaitSeconds) {
                 return answers + giveUp();
             } else {
@@ -155,8 +177,10 @@ QList<Answer> Desk::giveUp()
     QStringList labels;
     for (const Scan &scan : std::exchange(m_queue, {}))
         labels.append(scan.code.label());
+    const QStringList lent = std::exchange(m_row, {}).lent;
+    const QString out = lent.isEmpty() ? QString() : "Out: " + lent.join(", ") + ". ";
     return {{Answer::Refused,
-             "Somebody else holds the crib for too long. Not done, scan again: " + labels.join(", ") + '.'}};
+             out + "Somebody else holds the crib for too long. Not done, scan again: " + labels.join(", ") + '.'}};
 }
 
 QList<Answer> Desk::endVisitAtRest()
@@ -247,7 +271,7 @@ std::optional<Answer> Desk::objection(const ToolAtHand &tool, const Scan &scan) 
     const auto isMeanwhile = [&](const QString &moment) {
         return moment >= scanned && moment <= soon && moment != m_ownMoments.value(tool.id);
     };
-    if (tool.isOut && m_direction != OutOnly && isMeanwhile(tool.loan.dateOut))
+    if (tool.isOut && isMeanwhile(tool.loan.dateOut))
         throw Refusal(tool.name() + " was checked out meanwhile, by " + tool.holder() + '.');
     if (!tool.isOut && scan.hasWaited && m_direction != OutOnly) {
         Recordset returns = openRecordset("Select DateIn from CheckOutIn where Tool_Id=" + QString::number(tool.id)
@@ -257,16 +281,20 @@ std::optional<Answer> Desk::objection(const ToolAtHand &tool, const Scan &scan) 
     }
     if (!tool.isOut && m_direction == InOnly)
         return Answer{Answer::Attention, tool.name() + " is in the crib already."};
-    if (tool.isOut && m_direction == OutOnly && !m_visit.employee.isEmpty()
-        && tool.loan.employeeNumber == m_visit.employee)
-        return Answer{Answer::Attention, tool.name() + " is out already: " + tool.loan.employee + " has it."};
+    if (m_direction == OutOnly && hasAlready(tool))
+        return Answer{Answer::Attention, alreadyOut(tool)};
     const auto last = std::ranges::find(m_visit.deeds.rbegin(), m_visit.deeds.rend(), tool.id, &Deed::toolId);
     if (last != m_visit.deeds.rend() && isWithin(milliSecondsOfOneTool, last->when, Clock::now()))
         return Answer{Answer::Attention, tool.name() + " was read twice, and counts once."};
     const auto isThis = [&](const ToolAtHand &other) { return other.id == tool.id; };
-    if (std::ranges::any_of(m_visit.tools, isThis))
+    if (!isComplete() && std::ranges::any_of(m_visit.tools, isThis))
         return Answer{Answer::Attention, tool.name() + " waits already."};
     return {};
+}
+
+bool Desk::hasAlready(const ToolAtHand &tool) const
+{
+    return tool.isOut && !m_visit.employee.isEmpty() && tool.loan.employeeNumber == m_visit.employee;
 }
 
 Desk::Intent Desk::intentFor(const ToolAtHand &tool) const
@@ -288,7 +316,7 @@ void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
     if (intent != Intent::TakeBack)
         deed.lentTo = {m_visit.person, m_visit.charge->text};
     QString moment; // of the loan
-    make([&] {
+    const auto steps = [&] {
         if (intent != Intent::Lend)
             deed.returned = Lending::takeBack(tool.id, loanShown);
         if (intent == Intent::TakeBack)
@@ -300,7 +328,21 @@ void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
         const Lending::OpenLoan made = Lending::openLoan(tool.id);
         deed.loan = made.id;
         moment = made.dateOut;
-    });
+    };
+    try {
+        make(steps);
+    } catch (const EngineError &error) {
+        if (error.number() != EngineError::connectionFailed)
+            throw;
+        bool isDone = false;
+        try {
+            isDone = isStored(deed, m_visit.employee, moment);
+        } catch (const EngineError &) {
+            throw Refusal(deed.tool + ": " + error.text());
+        }
+        refuseUnless(isDone, deed.tool + " was not done: the connection to the crib was lost. Scan it again.");
+    }
+    m_visit.tools.removeIf([&](const ToolAtHand &waiting) { return waiting.id == deed.toolId; });
     m_ownMoments[tool.id] = moment.isEmpty() ? deed.returned.dateIn : moment;
     m_visit.deeds.append(deed);
     note(deed);
@@ -330,7 +372,7 @@ Answer Desk::lendWaiting(QString words)
 {
     if (m_visit.tools.isEmpty() || !isComplete())
         return {m_visit.tools.isEmpty() ? Answer::Done : Answer::Attention, words};
-    QStringList lent, refusals;
+    auto &[lent, refusals] = m_row;
     while (!m_visit.tools.isEmpty()) {
         const ToolAtHand shown = m_visit.tools.first();
         try {
@@ -339,17 +381,26 @@ Answer Desk::lendWaiting(QString words)
                 throw Refusal(ToolAtHand::whyNot(shown.id));
             if (tool->isOut && shown.loan.id != tool->loan.id)
                 throw Refusal(shown.name() + " was checked out meanwhile, by " + tool->holder() + '.');
+            refuseUnless(!hasAlready(*tool), alreadyOut(*tool));
             change(*tool, tool->isOut ? Intent::HandOver : Intent::Lend, tool->loan.id);
             lent.append(shown.name());
         } catch (const Refusal &refusal) {
             refusals.append(QString::fromUtf8(refusal.what()));
+            m_visit.tools.removeFirst();
+        } catch (const EngineError &error) {
+            if (error.number() == EngineError::lockedFile)
+                throw;
+            refusals.append(shown.name() + " was not lent. " + error.text()
+                            + " What waits goes out when it, or the badge, is scanned again.");
+            break;
         }
-        m_visit.tools.removeFirst();
     }
     const QString out = lent.size() == 1 ? lent[0] + " is out: " : tools(lent.size()) + " are out: ";
     words =
         (lent.isEmpty() ? QString() : out + m_visit.person + ", " + m_visit.charge->text + ". ") + refusals.join(' ');
-    return {refusals.isEmpty() ? Answer::Done : Answer::Refused, words.trimmed()};
+    const bool isWhole = refusals.isEmpty();
+    m_row = {};
+    return {isWhole ? Answer::Done : Answer::Refused, words.trimmed()};
 }
 
 // ---- who and what for
@@ -456,9 +507,13 @@ Answer Desk::search(Scan &scan)
 Answer Desk::setDirection(Direction direction)
 {
     m_direction = direction;
-    return {Answer::Done,
-            direction == OutOnly ? QString("Out: every tool goes out, until DONE.")
-                                 : QString("In: every tool comes back, until DONE.")};
+    if (direction == OutOnly)
+        return {Answer::Done, "Out: every tool goes out, until DONE."};
+    const QString words = "In: every tool comes back, until DONE.";
+    const qsizetype left = std::exchange(m_visit.tools, {}).size();
+    if (left == 0)
+        return {Answer::Done, words};
+    return {Answer::Attention, words + " Not lent, and waiting no more: " + tools(left) + '.'};
 }
 
 // ---- ends

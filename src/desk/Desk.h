@@ -94,6 +94,8 @@ private:
 
     Answer tool(Scan &scan);
     std::optional<Answer> objection(const ToolAtHand &tool, const Scan &scan) const;
+    /// Whether the person of this visit has it.
+    bool hasAlready(const ToolAtHand &tool) const;
     Intent intentFor(const ToolAtHand &tool) const;
     /// Takes the tool back if it is out, lends it unless it only comes back: one deed.
     void change(const ToolAtHand &tool, Intent intent, qint64 loanShown);
@@ -122,6 +124,11 @@ private:
 
     Visit m_visit;
     QList<qint64> m_lastLoans; ///< of the visit before
+    /// What became of the tools that waited, told when the scan that they waited for is done.
+    struct Row {
+        QStringList lent = {}, refusals = {};
+    };
+    Row m_row;
     Direction m_direction = Either;
     QList<Scan> m_queue;
     QDateTime m_lastTouch;

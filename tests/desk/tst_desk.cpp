@@ -80,6 +80,11 @@ private slots:
             QStringList{"1|17|1250|4|2026-03-04 13:05:00|2026-03-04 13:06:00|0|Torque wrench|TW-40",
                         "1|21|1250|4|2026-03-04 13:06:00||-1|Torque wrench|TW-40"},
             "-1|0|0");
+        row("waiting for the one who has it",
+            QStringList{"E21", "J1250", "T1", "DONE", "(60)", "OUT", "T1", "E21", "J1250"},
+            "Refused: T1 Torque wrench is out already: BAKER TOM has it.", QStringList{open}, "-1|0|0");
+        row("direction in sends no waiting tool out", QStringList{"T1", "IN", "E21", "J1250"},
+            "Done: BAKER TOM, Job 1250.", nothing, "0|0|0");
         row("a hand-over is undone as one",
             QStringList{"E17", "J1250", "T1", "(60)", "E21", "J1250", "OUT", "T1", "UNDO"},
             "Done: Undone: T1 Torque wrench.", QStringList{"1|17|1250|4|2026-03-04 13:05:00||-1|Torque wrench|TW-40"},
@@ -145,6 +150,11 @@ private slots:
                 "Update Tools set Out=-1 where ID=1",
                 "INSERT INTO CheckOutIn (Tool_Id,Employee,Active,DateOut) VALUES(1,'17',-1,'2026-03-04 13:05:00')"},
             "T1", "Refused: T1 Torque wrench was checked out meanwhile, by MILLER ANNA.");
+        row("the same with the direction out", QStringList{"E21", "J1250", "OUT"},
+            QStringList{
+                "Update Tools set Out=-1 where ID=1",
+                "INSERT INTO CheckOutIn (Tool_Id,Employee,Active,DateOut) VALUES(1,'17',-1,'2026-03-04 13:05:00')"},
+            "T1", "Refused: T1 Torque wrench was checked out meanwhile, by MILLER ANNA.");
         row("scrapped", QStringList{"E21", "J1250"},
             QStringList{
                 "Delete from Tools where ID=1",
@@ -188,6 +198,22 @@ private slots:
         other->executeNative("ROLLBACK");
         QVERIFY(desk->goOn().isEmpty());
         QCOMPARE(loansNow().size(), 2);
+    }
+
+    // Its job is known, but it could not go out then.
+    void waitsNoMoreInACompleteVisit()
+    {
+        scan({"T1", "E21"});
+        const auto other = Workspace::first().openDatabase(crib->path());
+        dontWaitForOthers(Session::database());
+        other->executeNative(other->isRemote() ? "BEGIN; LOCK TABLE [CheckOutIn] IN EXCLUSIVE MODE"
+                                               : "BEGIN IMMEDIATE");
+        scan({"J1250", "(60)"});
+        QCOMPARE(inWords(desk->goOn()),
+                 "Refused: Somebody else holds the crib for too long. Not done, scan again: J1250.");
+        other->executeNative("ROLLBACK");
+        QCOMPARE(scan({"T1"}), "Done: T1 Torque wrench is out: BAKER TOM, Job 1250.");
+        QVERIFY(desk->toolsWaiting().isEmpty());
     }
 
     void sheetOfTheVisit()
