@@ -553,9 +553,7 @@ Answer Desk::done()
         if (!std::exchange(m_isShowingResult, true))
             return {Answer::Attention, words + " Print it; DONE again finishes it, COUNT counts on."};
         m_stockTake->finish();
-        m_stockTake.reset();
-        m_isShowingResult = false;
-        m_visit = {};
+        leaveCount();
         return {Answer::Done, words + " The count is finished."};
     }
     m_direction = Either;
@@ -660,8 +658,12 @@ Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, St
 {
     const QString key = code.kind == Code::Tool ? QString::number(code.number) : code.text;
     const QString name = tool ? tool->name() : code.label();
-    if (result == StockTake::Already)
-        return {Answer::Attention, name + " is counted already.", {}, Answer::SoundAlready};
+    if (result == StockTake::Already) {
+        const StockTake::Result before = m_stockTake->markOf(key)->result;
+        const bool isOpen = tool && (before == StockTake::Elsewhere || before == StockTake::Out);
+        return isOpen ? countedBefore(*tool)
+                      : Answer{Answer::Attention, name + " is counted already.", {}, Answer::SoundAlready};
+    }
     StockTake::Mark mark{.result = result};
     if (tool) {
         mark.description = tool->description;
@@ -702,6 +704,24 @@ Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, St
     m_offer = offer;
     m_offered = tool.value_or(ToolAtHand());
     return answer;
+}
+
+// Left as it was, it is offered again: as it is by then.
+Answer Desk::countedBefore(const ToolAtHand &tool)
+{
+    m_offered = tool;
+    QString words = tool.name() + " is counted already";
+    const Places places;
+    if (tool.isOut) {
+        m_offer = Offer::TakeBack;
+        words += ", out on loan to " + tool.holder() + ". Take it back, or leave it.";
+    } else if (!places.within(m_stockTake->here()).contains(tool.location)) {
+        m_offer = Offer::StoreHere;
+        words += ", and belongs to " + places.path(tool.location) + ". Store it here, or leave it.";
+    } else {
+        words += '.';
+    }
+    return {Answer::Attention, words, {}, Answer::SoundAlready};
 }
 
 QList<Answer> Desk::accept()
@@ -763,6 +783,13 @@ Answer Desk::doOffered(const Question &question)
     return {Answer::Done, tool.name() + " belongs to " + places.path(here) + " from now on."};
 }
 
+void Desk::leaveCount()
+{
+    m_stockTake.reset();
+    m_isShowingResult = false;
+    m_visit = {};
+}
+
 // After a deed, which must not be tried again because of what is only shown: the next scan reads it.
 void Desk::refreshCount()
 {
@@ -782,7 +809,23 @@ QList<Answer> Desk::tick(qint64 tool)
         const Code code{Code::Tool, tool};
         const std::optional<ToolAtHand> found = ToolAtHand::find(tool);
         m_stockTake->refresh();
-        const StockTake::Result result = m_stockTake->look(code, found);
-        return counted(code, found, result == StockTake::Right ? StockTake::Ticked : result);
+        StockTake::Result result = m_stockTake->look(code, found);
+        // Without a label nobody says where it lies: what is listed is ticked, in whichever drawer it belongs.
+        if (result == StockTake::Right
+            || (result == StockTake::Elsewhere && Places().within(m_stockTake->location()).contains(found->location)))
+            result = StockTake::Ticked;
+        return counted(code, found, result);
+    });
+}
+
+QList<Answer> Desk::putAside()
+{
+    if (!m_isShowingResult)
+        return {};
+    return enter({Code::Text, 0, "Put aside"}, [this](Scan &) {
+        requireCount();
+        const QString words = m_stockTake->name() + ": " + m_stockTake->summary();
+        leaveCount();
+        return Answer{Answer::Done, words + ". The count is put aside; COUNT goes on with it."};
     });
 }

@@ -51,6 +51,8 @@ public:
     /// Does what is offered; leave() does not.
     QList<Answer> accept();
     QList<Answer> leave();
+    /// At the result: ends the count for today. What was seen is kept, and any desk may go on with it.
+    QList<Answer> putAside();
     /// Counts a tool by hand, whose label is gone.
     QList<Answer> tick(qint64 tool);
 
@@ -113,9 +115,11 @@ private:
     Answer countTool(const Code &code);
     /// The answer to what a scan in a count turned out to be.
     Answer counted(const Code &code, const std::optional<ToolAtHand> &tool, StockTake::Result result);
+    Answer countedBefore(const ToolAtHand &tool);
     Answer doOffered(const Question &question);
     void requireCount() const;
     void refreshCount();
+    void leaveCount();
     /// Attention where tools stay behind.
     Answer endVisit();
 

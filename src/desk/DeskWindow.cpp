@@ -144,6 +144,7 @@ void DeskWindow::addButtons()
     static constexpr Button offers[] = {
         {"cmdStore", "Store Here", Qt::Key_F9, &DeskWindow::primary},
         {"cmdLeave", "Leave", Qt::Key_F10, &DeskWindow::secondary},
+        {"cmdAside", "Put Aside", Qt::Key_F11, &DeskWindow::putAside},
     };
     for (const Button &button : commands)
         addButton(button, ui.pnlCommands);
@@ -276,6 +277,8 @@ void DeskWindow::showState()
                    : m_desk.offer() == Desk::Offer::TakeBack ? "Take Back"
                                                              : "Store Here");
     setCaption("cmdLeave", m_desk.isShowingResult() ? "CSV" : "Leave");
+    button("cmdAside")->setVisible(m_desk.isShowingResult());
+    setCaption("cmdAside", "Put Aside");
     if (m_page != Page::Choices)
         showPage(!count ? Page::Deeds : m_desk.isShowingResult() ? Page::Result : Page::Missing);
 }
@@ -447,6 +450,8 @@ void DeskWindow::secondary()
     else
         take(m_desk.leave());
 }
+
+void DeskWindow::putAside() { take(m_desk.putAside()); }
 
 void DeskWindow::printSheet()
 {

@@ -53,6 +53,7 @@ private:
     void toggleSound();
     void primary();
     void secondary();
+    void putAside();
     void printSheet();
     void printResult();
     void writeResult(const char *ending);

@@ -18,6 +18,7 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -74,10 +75,16 @@ StockTake StockTake::at(qint32 location)
     count.m_lock = std::make_unique<QLockFile>(count.m_file + ".lock");
     count.m_lock->setStaleLockTime(0); // a count may take days; only a desk that is gone has given it up
     if (!count.m_lock->tryLock(0)) {
-        const bool isTaken = count.m_lock->error() == QLockFile::LockFailedError;
-        throw Refusal((isTaken ? "Another desk is counting " + count.m_name + "; finish it there. ("
-                               : "The count cannot be kept, nothing may be written there. (")
-                      + QDir::toNativeSeparators(count.m_file) + ')');
+        if (count.m_lock->error() != QLockFile::LockFailedError)
+            throw Refusal("The count cannot be kept, nothing may be written there. ("
+                          + QDir::toNativeSeparators(count.m_file) + ')');
+        // Whether a desk of another computer still lives is not to be known from here.
+        qint64 process = 0;
+        QString computer, program;
+        count.m_lock->getLockInfo(&process, &computer, &program);
+        throw Refusal("Another desk is counting " + count.m_name + (computer.isEmpty() ? "" : " on " + computer)
+                      + "; finish it or put it aside there. If that desk is gone, delete "
+                      + QDir::toNativeSeparators(count.m_file) + ".lock");
     }
     count.m_here = location;
     if (QFile::exists(count.m_file))
@@ -127,14 +134,25 @@ void StockTake::save() const
         throw Refusal("This could not be kept and does not count: " + file.errorString());
 }
 
+// What could not be kept does not count.
+void StockTake::saveOr(const std::function<void()> &restore)
+{
+    try {
+        save();
+    } catch (...) {
+        restore();
+        throw;
+    }
+}
+
 void StockTake::goTo(qint32 location)
 {
     const Places places;
     refuseUnless(places.contains(location), "There is no location L" + QString::number(location) + '.');
     refuseUnless(places.within(m_location).contains(location),
                  places.path(location) + " is not in " + m_name + ". To count it, scan COUNT first.");
-    m_here = location;
-    save();
+    const qint32 before = std::exchange(m_here, location);
+    saveOr([&] { m_here = before; });
     refresh();
 }
 
@@ -154,19 +172,15 @@ void StockTake::put(const QString &key, Mark mark)
     const QMap<QString, Mark> before = m_marks;
     mark.at = Format::generalDate(Clock::now());
     m_marks.insert(key, mark);
-    try {
-        save();
-    } catch (...) {
-        m_marks = before;
-        throw;
-    }
+    saveOr([&] { m_marks = before; });
     findMissing();
 }
 
 void StockTake::remove(const QString &key)
 {
+    const QMap<QString, Mark> before = m_marks;
     m_marks.remove(key);
-    save();
+    saveOr([&] { m_marks = before; });
     findMissing();
 }
 
@@ -243,6 +257,9 @@ QList<StockTake::Line> StockTake::result() const
 
 void StockTake::finish()
 {
-    QFile::remove(m_file);
+    QFile file(m_file);
+    refuseUnless(file.remove() || !file.exists(),
+                 m_name + " was not finished: " + QDir::toNativeSeparators(m_file) + " cannot be deleted. "
+                     + file.errorString());
     m_lock.reset();
 }

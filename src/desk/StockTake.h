@@ -7,6 +7,7 @@
 #include <QMap>
 #include <QSet>
 
+#include <functional>
 #include <memory>
 
 class QLockFile;
@@ -87,13 +88,14 @@ public:
     };
     QList<Line> result() const;
 
-    /// Forgets what was kept.
+    /// Forgets what was kept. @throws Refusal where its file cannot be deleted: the count goes on.
     void finish();
 
 private:
     StockTake();
     void load(const QString &file);
     void save() const;
+    void saveOr(const std::function<void()> &restore);
     void findMissing();
 
     qint32 m_location = 0;

@@ -60,6 +60,9 @@ private slots:
             "0 of 3, 1 unknown");
         row("by its part number", QStringList{"TA-6"}, "T5 Tap is right here.", "1 of 3");
         row("twice", QStringList{"T1", "T1"}, "T1 Torque wrench is counted already.", "1 of 3");
+        row("twice, and left in between", QStringList{"T3", "T1", "T3"},
+            "T3 Gauge is counted already, and belongs to Cabinet B. Store it here, or leave it.",
+            "1 of 3, 1 elsewhere");
         row("not counted after all", QStringList{"T1", "T2", "UNDO"}, "Not counted after all.", "1 of 3");
         row("no lending in between", QStringList{"E21"}, "Cabinet A is being counted. Scan DONE first.", "0 of 3");
         row("a location outside", QStringList{"L2"}, "Cabinet B is not in Cabinet A. To count it, scan COUNT first.",
@@ -90,7 +93,7 @@ private slots:
         QCOMPARE(crib->rows("Select Out from Tools where ID=4"), QStringList("0"));
         QCOMPARE(desk->stockTake()->summary(), "1 of 4, 1 elsewhere");
         QVERIFY(desk->accept().isEmpty()); // offered once
-        scan({"T5"});
+        scan({"T5", "L3"}); // what is ticked may lie in any drawer
         QCOMPARE(words(desk->tick(1)), "T1 Torque wrench is ticked.");
         QCOMPARE(desk->stockTake()->summary(), "3 of 4, 1 elsewhere");
     }
@@ -136,7 +139,21 @@ private slots:
         QCOMPARE(begun.choices.value(0).code, (Code{Code::Location, 1}));
         QCOMPARE(words(desk->take(begun.choices[0].code)), "Cabinet A: 1 of 3, 1 unknown.");
         QCOMPARE(desk->stockTake()->hereName(), "Cabinet A / Drawer");
-        scan({"DONE", "(5)", "DONE"});
+        scan({"DONE"});
+        QCOMPARE(words(desk->putAside()),
+                 "Cabinet A: 1 of 3, 1 unknown. The count is put aside; COUNT goes on with it.");
+        QCOMPARE(other.scan("L1").last().tone, Answer::Done); // no lock is left
+        other.take({Code::Done});
+        other.putAside();
+
+        const QString kept = folder->filePath("stocktake-1.json"), away = folder->filePath("away");
+        scan({"(5)", "COUNT", "L1", "T1"});
+        QVERIFY(QFile::rename(kept, away) && QDir().mkpath(kept)); // can be neither written nor deleted as a file
+        QVERIFY(scan({"(5)", "UNDO"}).startsWith("This could not be kept"));
+        QCOMPARE(desk->stockTake()->summary(), "2 of 3, 1 elsewhere, 1 unknown");
+        QVERIFY(scan({"DONE", "(5)", "DONE"}).startsWith("Cabinet A was not finished"));
+        QVERIFY(desk->stockTake() && QDir().rmdir(kept) && QFile::rename(away, kept));
+        scan({"(5)", "DONE"});
         QVERIFY(!desk->stockTake());
         QVERIFY(StockTake::unfinished().isEmpty());
         QCOMPARE(QDir(folder->path()).entryList(QDir::Files), QStringList());
