@@ -62,7 +62,7 @@ Code Code::of(const QString &scanned)
 QString Code::label() const
 {
     const auto form = std::ranges::find(codeForms(), kind, &CodeForm::kind);
-    if (form == codeForms().end())
+    if (form == codeForms().end() || number < 0)
         return text;
     return QLatin1String(form->beginning) + (form->isNumbered ? QString::number(number) : QString());
 }

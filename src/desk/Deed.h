@@ -5,7 +5,7 @@
 #include <QDateTime>
 
 /// One change that the desk made, as much as is needed to take it back exactly. A tool that goes from one person to
-/// another is one deed.
+/// another is one deed; so is what a count noted.
 struct Deed {
     QDateTime when = {};
     qint16 toolId = 0;
@@ -20,6 +20,7 @@ struct Deed {
     qint64 loan = 0; ///< that was made
     Side lentTo = {};
     qint32 movedFrom = 0, movedTo = 0; ///< locations
+    QString mark = {}; ///< key of a count's mark, of a deed that is nothing else
 
     bool isReturn() const { return returned.toolId != 0; }
     bool isLoan() const { return loan != 0; }

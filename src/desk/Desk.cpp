@@ -201,6 +201,8 @@ Answer Desk::answerTo(Scan &scan)
         m_awaitsLocation = false;
     if (m_isShowingResult && !code.isCommand())
         throw Refusal("This is the result of a count. Scan DONE to finish it, or COUNT to count on.");
+    if (code.number < 0)
+        throw Refusal("Nothing has so high a number. Read the label again.");
     switch (code.kind) {
     case Code::Tool:
         return m_stockTake ? countTool(code) : tool(scan);
@@ -447,6 +449,8 @@ Answer Desk::charge(const Code &code)
 
 Answer Desk::location(qint64 number)
 {
+    if (number != qint32(number))
+        throw Refusal("There is no location of so high a number.");
     if (m_awaitsLocation || m_stockTake)
         return countLocation(number);
     const Places places;
@@ -577,14 +581,16 @@ Answer Desk::undo()
         const ToolAtHand tool = m_visit.tools.takeLast();
         return {Answer::Done, tool.name() + " waits no more."};
     }
-    if (m_visit.deeds.isEmpty() && m_stockTake && m_stockTake->markOf(m_lastMark)) {
-        m_stockTake->refresh();
-        m_stockTake->remove(m_lastMark);
-        return {Answer::Done, "Not counted after all."};
-    }
     if (m_visit.deeds.isEmpty())
         return {Answer::Attention, "This visit has nothing to undo."};
     const Deed deed = m_visit.deeds.last();
+    if (!deed.mark.isEmpty()) {
+        m_stockTake->refresh();
+        m_stockTake->remove(deed.mark);
+        m_visit.deeds.removeLast();
+        return {Answer::Done, deed.tool + " is not counted after all."};
+    }
+    const QString noted = deed.isMove() ? Places().path(deed.movedFrom) : deed.returnedFrom.who;
     try {
         make([&] {
             if (deed.isLoan())
@@ -605,6 +611,7 @@ Answer Desk::undo()
     const QString key = QString::number(deed.toolId);
     if (auto mark = m_stockTake ? m_stockTake->markOf(key) : std::nullopt) {
         mark->result = deed.isMove() ? StockTake::Elsewhere : StockTake::Out;
+        mark->note = noted;
         m_stockTake->put(key, *mark);
         refreshCount();
     }
@@ -631,8 +638,6 @@ Answer Desk::count()
 
 Answer Desk::countLocation(qint64 location)
 {
-    if (location != qint32(location))
-        throw Refusal("There is no location of so high a number.");
     if (m_stockTake && (!m_awaitsLocation || m_stockTake->location() == location)) {
         m_awaitsLocation = false;
         m_stockTake->goTo(qint32(location));
@@ -643,7 +648,6 @@ Answer Desk::countLocation(qint64 location)
     m_stockTake = std::move(begun);
     m_awaitsLocation = false;
     m_direction = Either;
-    m_lastMark.clear();
     return after(ended, {Answer::Done, m_stockTake->name() + ": " + m_stockTake->summary() + '.'});
 }
 
@@ -700,7 +704,7 @@ Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, St
         answer = {Answer::Done, name + (result == StockTake::Ticked ? " is ticked." : " is right here.")};
     }
     m_stockTake->put(key, mark);
-    m_lastMark = key;
+    m_visit.deeds.append({.when = Clock::now(), .tool = name, .mark = key});
     m_offer = offer;
     m_offered = tool.value_or(ToolAtHand());
     return answer;

@@ -146,5 +146,4 @@ private:
     bool m_isShowingResult = false;
     Offer m_offer = Offer::None;
     ToolAtHand m_offered; ///< as it was shown
-    QString m_lastMark;
 };

@@ -204,7 +204,37 @@ void StockTake::refresh()
                         places.path(qint32(rows.field(3).toInteger()), m_location)});
     // Whoever looks for them goes from place to place.
     std::ranges::stable_sort(m_tools, {}, &Tool::place);
+    judgeAnew(places);
     findMissing();
+}
+
+// What was asked about a tool may be done since: in the explorer, or by a desk that was killed before it noted it.
+void StockTake::judgeAnew(const Places &places)
+{
+    const auto isOpen = [](const Mark &mark) { return mark.result == Elsewhere || mark.result == Out; };
+    QList<qint32> open;
+    for (auto it = m_marks.begin(); it != m_marks.end(); ++it)
+        if (isOpen(*it))
+            open.append(it.key().toInt());
+    if (open.isEmpty())
+        return;
+    const QList<qint32> counted = places.within(m_location);
+    Recordset rows = openRecordset("Select ID,Location from Tools where Out=0 and ID in (" + joined(open) + ')');
+    for (; !rows.atEnd(); rows.moveNext()) {
+        Mark &mark = m_marks[rows.field(0).toText()];
+        const auto location = qint32(rows.field(1).toInteger());
+        const QString place = places.path(location);
+        const bool isHere = counted.contains(location);
+        if (mark.result == Out) {
+            if (const auto tool = ToolAtHand::find(rows.field(0).toInteger()); !tool || tool->isOut)
+                continue; // a loan without the flag
+            mark.result = isHere ? TakenBack : Elsewhere;
+            mark.note = isHere ? mark.note : place;
+        } else if (place != mark.note) {
+            mark.result = isHere ? Stored : Elsewhere;
+            mark.note = isHere ? mark.note : place;
+        }
+    }
 }
 
 void StockTake::findMissing()

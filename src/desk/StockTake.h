@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+class Places;
 class QLockFile;
 
 /// A count of the tools of one location and of what lies below it. What was seen is kept in a small file beside the
@@ -97,6 +98,7 @@ private:
     void save() const;
     void saveOr(const std::function<void()> &restore);
     void findMissing();
+    void judgeAnew(const Places &places);
 
     qint32 m_location = 0;
     qint32 m_here = 0;

@@ -117,6 +117,10 @@ private slots:
             "Refused: \"O'[Hara\" is no code, no part number, no description and no name.", nothing, "0|0|0");
         row("who has left", QStringList{"E30"}, "Refused: Young Zoe is no active employee any more.", nothing, "0|0|0");
         row("shipped job", QStringList{"J900"}, "Refused: There is no open job 900.", nothing, "0|0|0");
+        row("a badge of too many digits", QStringList{"E99999999999999999999"},
+            "Refused: Nothing has so high a number. Read the label again.", nothing, "0|0|0");
+        row("a location whose number wraps around", QStringList{"L4294967297"},
+            "Refused: There is no location of so high a number.", nothing, "0|0|0");
         row("unknown tool, scanned again at once", QStringList{"T77", "T77"},
             "Refused: There is no tool T77. Look at its label, or at the tool explorer.", nothing, "0|0|0");
     }
