@@ -114,7 +114,7 @@ private slots:
         type("T1\nT2\n");
         QCOMPARE(sounds.last(), Answer::SoundWaiting);
         QVERIFY(!desk->close());
-        other->executeNative("INSERT INTO CheckOutIn (Tool_Id,Employee,DateOut,Active) "
+        other->executeNative("INSERT INTO [CheckOutIn] ([Tool_Id],[Employee],[DateOut],[Active]) "
                              "VALUES(1,'17','2026-03-04 13:05:00',-1)");
         other->executeNative("COMMIT");
         // Of what is answered at once, the worst is said, and stays to be seen.
