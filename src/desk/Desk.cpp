@@ -70,7 +70,8 @@ void requireAt(qint32 location, qint16 tool)
     refuseUnless(!row.isEmpty() && row.field(0).toInteger() == location, "The tool was moved or deleted meanwhile.");
 }
 
-// Asked where the connection broke at the deed's end.
+// Asked where the connection broke at the deed's end. The server may be storing it still: to be asked as a change,
+// which waits for that.
 bool isStored(const Deed &deed, const QString &employee, const QString &dateOut)
 {
     if (deed.isLoan()) {
@@ -151,7 +152,8 @@ QList<Answer> Desk::goOn()
                 const bool isGone = !ProgramFolder::fileExists(path);
                 const bool isLost = error.number() == EngineError::connectionFailed; // its words tell what was stored
                 const QString why = isGone ? "The crib's database is gone: " + path : error.text();
-                answers.append({Answer::Refused, scan.code.label() + (isLost ? ": " : " was not done. ") + why});
+                answers.append(
+                    {Answer::Refused, takeRow() + scan.code.label() + (isLost ? ": " : " was not done. ") + why});
             } else if (scan.when.secsTo(Clock::now()) >= longestWaitSeconds) {
                 return answers + giveUp();
             } else {
@@ -161,7 +163,7 @@ QList<Answer> Desk::goOn()
                 return answers;
             }
         } catch (const std::runtime_error &refusal) {
-            answers.append({Answer::Refused, QString::fromUtf8(refusal.what())});
+            answers.append({Answer::Refused, takeRow() + QString::fromUtf8(refusal.what())});
         }
         // Whoever was refused scans again at once.
         if (answers.last().tone == Answer::Refused && isSame(m_queue.first().code, m_lastCode))
@@ -177,10 +179,16 @@ QList<Answer> Desk::giveUp()
     QStringList labels;
     for (const Scan &scan : std::exchange(m_queue, {}))
         labels.append(scan.code.label());
-    const QStringList lent = std::exchange(m_row, {}).lent;
+    return {
+        {Answer::Refused,
+         takeRow() + "Somebody else holds the crib for too long. Not done, scan again: " + labels.join(", ") + '.'}};
+}
+
+QString Desk::takeRow()
+{
+    const auto [lent, refusals] = std::exchange(m_row, {});
     const QString out = lent.isEmpty() ? QString() : "Out: " + lent.join(", ") + ". ";
-    return {{Answer::Refused,
-             out + "Somebody else holds the crib for too long. Not done, scan again: " + labels.join(", ") + '.'}};
+    return out + (refusals.isEmpty() ? QString() : refusals.join(' ') + ' ');
 }
 
 QList<Answer> Desk::endVisitAtRest()
@@ -338,7 +346,7 @@ void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
             throw;
         bool isDone = false;
         try {
-            isDone = isStored(deed, m_visit.employee, moment);
+            make([&] { isDone = isStored(deed, m_visit.employee, moment); });
         } catch (const EngineError &) {
             throw Refusal(deed.tool + ": " + error.text());
         }
@@ -809,6 +817,7 @@ void Desk::requireCount() const { refuseUnless(m_stockTake.has_value(), "The cou
 QList<Answer> Desk::tick(qint64 tool)
 {
     return enter({Code::Text, 0, 'T' + QString::number(tool)}, [this, tool](Scan &) {
+        m_offer = Offer::None;
         requireCount();
         const Code code{Code::Tool, tool};
         const std::optional<ToolAtHand> found = ToolAtHand::find(tool);

@@ -93,6 +93,8 @@ private:
     bool isReadTwice(const Code &code, const QDateTime &now);
     Answer answerTo(Scan &scan);
     QList<Answer> giveUp();
+    /// What became of the tools that waited so far, in words, once.
+    QString takeRow();
 
     Answer tool(Scan &scan);
     std::optional<Answer> objection(const ToolAtHand &tool, const Scan &scan) const;
@@ -128,7 +130,7 @@ private:
 
     Visit m_visit;
     QList<qint64> m_lastLoans; ///< of the visit before
-    /// What became of the tools that waited, told when the scan that they waited for is done.
+    /// What became of the tools that waited, told when the scan that they waited for is done or given up.
     struct Row {
         QStringList lent = {}, refusals = {};
     };

@@ -7,6 +7,8 @@
 
 #include <QTest>
 
+#include <future>
+
 /// The counter without its window: what a row of scans does in the crib, and what the desk says to each.
 class TestDesk : public QObject
 {
@@ -220,6 +222,47 @@ private slots:
         QVERIFY(desk->toolsWaiting().isEmpty());
     }
 
+    // The end of a deed is asked for, and the connection breaks before the server has answered.
+    void lostAtItsEnd_data()
+    {
+        row("lending", QStringList{"E21", "J1250"}, "Done: T1 Torque wrench is out: BAKER TOM, Job 1250.");
+        row("taking back", QStringList{"E17", "J1250", "T1", "DONE", "(60)"},
+            "Done: T1 Torque wrench is back, from MILLER ANNA.");
+        row("handing over", QStringList{"E17", "J1250", "T1", "(60)", "E21", "J1250", "OUT"},
+            "Done: T1 Torque wrench is out from MILLER ANNA: BAKER TOM, Job 1250.");
+        row("taking back what nobody has", QStringList{"(no loan)"},
+            "Done: T1 Torque wrench is back, from nobody on record.");
+    }
+    void lostAtItsEnd()
+    {
+        if (!ServerDatabase::isWanted())
+            QSKIP("a file has no connection");
+        const auto [before, said] = fetched<QStringList, QString>();
+        scan(before);
+        if (before.contains("(no loan)"))
+            crib->run({"Update Tools set Out=-1 where ID=1"});
+        const auto state = [&] { return loansNow() + crib->rows("Select Out from Tools order by ID"); };
+        const QStringList asItWas = state();
+
+        for (const char *table : {"CheckOutIn", "Tools"})
+            Session::database().executeNative(
+                QString("CREATE OR REPLACE FUNCTION rest() RETURNS trigger LANGUAGE plpgsql AS "
+                        "$$ BEGIN PERFORM pg_sleep(60); RETURN NULL; END $$; "
+                        "CREATE CONSTRAINT TRIGGER rest AFTER INSERT OR UPDATE ON [%1] DEFERRABLE INITIALLY DEFERRED "
+                        "FOR EACH ROW EXECUTE FUNCTION rest()")
+                    .arg(table));
+        QCOMPARE(scanWhileCut("T1"),
+                 "Refused: T1 Torque wrench was not done: the connection to the crib was lost. Scan it again.");
+        Session::database().executeNative("DROP FUNCTION rest CASCADE");
+        QCOMPARE(state(), asItWas);
+
+        Session::database().executeNative("SET synchronous_commit = on");
+        QCOMPARE(scanWhileCut("T1"), said);
+        QVERIFY(state() != asItWas);
+        QCOMPARE(scan({"UNDO"}), "Done: Undone: T1 Torque wrench.");
+        QCOMPARE(state(), asItWas);
+    }
+
     void sheetOfTheVisit()
     {
         scan({"E21", "J1250", "T1", "T2", "T3", "UNDO"});
@@ -236,6 +279,18 @@ private slots:
     }
 
 private:
+    // Cuts this desk's connection as soon as the server rests at the end of its change.
+    QString scanWhileCut(const QString &text)
+    {
+        const auto cutter = std::async(std::launch::async, [path = crib->path()] {
+            const auto other = Workspace::first().openDatabase(path);
+            while (other
+                       ->openNative("SELECT pg_terminate_backend(pid) FROM pg_stat_activity WHERE datname = "
+                                    "current_database() AND wait_event IN ('SyncRep', 'PgSleep')")
+                       .isEmpty()) { }
+        });
+        return scan({text});
+    }
     QString inWords(const QList<Answer> &answers)
     {
         constexpr const char *tones[] = {"Done: ", "Attention: ", "Refused: ", "Waiting: "};
