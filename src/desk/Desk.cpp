@@ -89,7 +89,7 @@ bool isStored(const Deed &deed, const QString &employee, const QString &dateOut)
 
 QString alreadyOut(const ToolAtHand &tool)
 {
-    return tool.name() + " is out already: " + tool.loan.employee + " has it.";
+    return tool.name() + " is out already: " + tool.loan.holder() + " has it.";
 }
 
 // The words that people type; "*" and "?" are wildcards for them, too.
@@ -266,7 +266,7 @@ Answer Desk::tool(Scan &scan)
                                                             : "a badge and a job or an operation";
         return {Answer::Attention, tool->name() + " waits for " + missing + '.'};
     }
-    const QString holder = tool->holder(), name = tool->name();
+    const QString holder = tool->loan.holder(), name = tool->name();
     change(*tool, scan.intent, scan.loanShown);
     if (scan.intent == Intent::TakeBack)
         return {Answer::Done, name + " is back, from " + holder + '.'};
@@ -282,7 +282,7 @@ std::optional<Answer> Desk::objection(const ToolAtHand &tool, const Scan &scan) 
         return moment >= scanned && moment <= soon && moment != m_ownMoments.value(tool.id);
     };
     if (tool.isOut && isMeanwhile(tool.loan.dateOut))
-        throw Refusal(tool.name() + " was checked out meanwhile, by " + tool.holder() + '.');
+        throw Refusal(tool.name() + " was checked out meanwhile, by " + tool.loan.holder() + '.');
     if (!tool.isOut && scan.hasWaited && m_direction != OutOnly) {
         Recordset returns = openRecordset("Select DateIn from CheckOutIn where Tool_Id=" + QString::number(tool.id)
                                           + " and Active=0 and DateIn>=#" + scanned + "#");
@@ -320,7 +320,7 @@ void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
 {
     Deed deed{.when = Clock::now(), .toolId = tool.id, .tool = tool.name(), .partNumber = tool.partNumber};
     if (intent != Intent::Lend)
-        deed.returnedFrom = {tool.holder(),
+        deed.returnedFrom = {tool.loan.holder(),
                              tool.loan.id == 0 ? QString()
                                                : LoanChoices::chargeText(tool.loan.lineItemTypeId, tool.loan.jobOrOH)};
     if (intent != Intent::TakeBack)
@@ -390,7 +390,7 @@ Answer Desk::lendWaiting(QString words)
             if (!tool)
                 throw Refusal(ToolAtHand::whyNot(shown.id));
             if (tool->isOut && shown.loan.id != tool->loan.id)
-                throw Refusal(shown.name() + " was checked out meanwhile, by " + tool->holder() + '.');
+                throw Refusal(shown.name() + " was checked out meanwhile, by " + tool->loan.holder() + '.');
             refuseUnless(!hasAlready(*tool), alreadyOut(*tool));
             change(*tool, tool->isOut ? Intent::HandOver : Intent::Lend, tool->loan.id);
             lent.append(shown.name());
@@ -695,7 +695,7 @@ Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, St
         offer = Offer::StoreHere;
         break;
     case StockTake::Out:
-        mark.note = tool->holder();
+        mark.note = tool->loan.holder();
         answer = {Answer::Attention,
                   name + " is out on loan to " + mark.note + ". Take it back, or leave it.",
                   {},
@@ -726,7 +726,7 @@ Answer Desk::countedBefore(const ToolAtHand &tool)
     const Places places;
     if (tool.isOut) {
         m_offer = Offer::TakeBack;
-        words += ", out on loan to " + tool.holder() + ". Take it back, or leave it.";
+        words += ", out on loan to " + tool.loan.holder() + ". Take it back, or leave it.";
     } else if (!places.within(m_stockTake->here()).contains(tool.location)) {
         m_offer = Offer::StoreHere;
         words += ", and belongs to " + places.path(tool.location) + ". Store it here, or leave it.";
@@ -768,7 +768,7 @@ Answer Desk::doOffered(const Question &question)
         m_offered = tool;
         m_stockTake->put(key, mark);
         refreshCount();
-        const QString words = tool.name() + " is back, from " + tool.holder() + '.';
+        const QString words = tool.name() + " is back, from " + tool.loan.holder() + '.';
         if (!isElsewhere)
             return {Answer::Done, words};
         return {Answer::Attention,

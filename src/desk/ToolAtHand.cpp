@@ -17,8 +17,6 @@ Recordset scrapRecord(qint64 number)
 
 QString ToolAtHand::name() const { return 'T' + QString::number(id) + ' ' + description; }
 
-QString ToolAtHand::holder() const { return loan.id == 0 ? QStringLiteral("nobody on record") : loan.employee; }
-
 std::optional<ToolAtHand> ToolAtHand::find(qint64 number)
 {
     if (!isPossible(number))

@@ -15,8 +15,6 @@ struct ToolAtHand {
 
     /// "T12 Torque wrench"
     QString name() const;
-    /// Who has it, in words, also where no loan is on record.
-    QString holder() const;
 
     /// Nothing for a number that no tool in the crib has.
     static std::optional<ToolAtHand> find(qint64 number);

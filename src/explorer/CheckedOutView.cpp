@@ -8,6 +8,7 @@
 #include "platform/gui/Icons.h"
 #include "platform/text/Numbers.h"
 #include "queries/QueryKind.h"
+#include "transactions/Lending.h"
 
 #include <QCoreApplication>
 #include <QScopeGuard>
@@ -112,7 +113,7 @@ void CheckedOutView::fillList(Panes &panes, const Node *node) const
     panes.addRows(toolsOut + described, toolOut);
     ListItems::addOutWithoutLoan(panes, described, [](const Recordset &row) {
         ListItem item = toolOut(row);
-        item.setSubItem(2, "(no loan on record)");
+        item.setSubItem(2, Lending::nobody);
         return item;
     });
 }

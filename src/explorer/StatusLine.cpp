@@ -1,13 +1,14 @@
 #include "explorer/StatusLine.h"
 
 #include "common/MainFrame.h"
-#include "db/Schema.h"
 #include "db/Session.h"
 #include "explorer/ListItems.h"
 #include "explorer/ListPane.h"
 #include "explorer/Panes.h"
 #include "explorer/clsTools.h"
 #include "platform/text/Format.h"
+#include "transactions/Lending.h"
+#include "transactions/LoanChoices.h"
 
 namespace {
 
@@ -41,12 +42,10 @@ QString loanOf(const QString &toolId)
                                          " WHERE CheckOutIn.Active=true AND CheckOutIn.Tool_Id="
                                          + toolId);
     if (loan.isEmpty())
-        return "out, nobody knows to whom";
-    const QString charge = loan.text(u"JobOrOH");
-    const bool overhead = loan.field(u"LineItemTypeId").toInteger() == Schema::overheadCharge;
+        return QString("out to ") + Lending::nobody;
     return "out to " + whoOf(loan) + " since " + loan.text(u"DateOut") + " for "
-        + (overhead ? openRecordset("Select Description from Operation Where OperNo=" + charge).text(u"Description")
-                    : "job " + charge);
+        + LoanChoices::chargeText(qint32(loan.field(u"LineItemTypeId").toInteger()),
+                                  qint32(loan.field(u"JobOrOH").toInteger()));
 }
 
 QString toolLine(const QString &id)

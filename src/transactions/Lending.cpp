@@ -6,6 +6,7 @@
 #include "platform/text/Format.h"
 #include "platform/text/Numbers.h"
 #include "transactions/AtomicChange.h"
+#include "transactions/LoanChoices.h"
 
 namespace {
 
@@ -41,8 +42,14 @@ void requireNotLent(const Recordset &tool)
     const qint16 id = qint16(tool.field(u"ID").toInteger());
     if (!tool.field(u"Out").toBool() && openLoans(QString::number(id)).isEmpty())
         return;
-    const QString who = Lending::openLoan(id).employee;
-    throw Refusal("The tool was checked out meanwhile" + (who.isEmpty() ? "." : ", by " + who + '.'));
+    const Lending::OpenLoan loan = Lending::openLoan(id);
+    throw Refusal("The tool was checked out meanwhile" + (loan.id == 0 ? QString() : ", by " + loan.holder()) + '.');
+}
+
+[[noreturn]] void refuseAsOutAgain(qint16 toolId)
+{
+    throw Refusal("The tool was checked in meanwhile and is out again: " + Lending::openLoan(toolId).holder()
+                  + " has it.");
 }
 
 }
@@ -78,9 +85,16 @@ void Lending::undoLoan(qint16 toolId, qint64 loan)
     const Recordset loans = openLoans(id);
     refuseUnless(!loans.isEmpty(), "The tool was checked in meanwhile.");
     if (loans.recordCount() > 1 || loans.field(u"ID").toInteger() != loan)
-        throw Refusal("The tool was checked in meanwhile and is out again: " + openLoan(toolId).employee + " has it.");
+        refuseAsOutAgain(toolId);
     execute("Delete from CheckOutIn where ID=" + QString::number(loan));
     execute("Update tools set out=0 where id=" + id);
+}
+
+QString Lending::OpenLoan::holder() const
+{
+    if (id == 0)
+        return nobody;
+    return name.isEmpty() ? "employee " + employeeNumber : name;
 }
 
 Lending::OpenLoan Lending::openLoan(qint16 toolId)
@@ -88,14 +102,12 @@ Lending::OpenLoan Lending::openLoan(qint16 toolId)
     const Recordset loan = openLoans(QString::number(toolId));
     if (loan.isEmpty())
         return {};
-    const QString number = loan.text(u"employee");
-    const Recordset employee =
-        openRecordset("Select ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee Where empid="
-                      + QString::number(loan.field(u"employee").toInteger()));
+    const QString number = QString::number(loan.field(u"employee").toInteger());
+    const Recordset employee = openRecordset(LoanChoices::nameOf(number));
     return {.id = loan.field(u"ID").toInteger(),
-            .employee = employee.isEmpty() ? number : employee.text(u"Name"),
-            .dateOut = loan.text(u"DateOut"),
             .employeeNumber = number,
+            .name = employee.isEmpty() ? QString() : employee.text(u"Name"),
+            .dateOut = loan.text(u"DateOut"),
             .jobOrOH = qint32(loan.field(u"JobOrOH").toInteger()),
             .lineItemTypeId = qint32(loan.field(u"LineItemTypeId").toInteger())};
 }
@@ -107,7 +119,7 @@ Lending::Return Lending::takeBack(qint16 toolId, qint64 loanShown)
     const Recordset loans = openLoans(id);
     refuseUnless(tool.field(u"Out").toBool() || !loans.isEmpty(), "The tool was checked in meanwhile.");
     if (!loans.isEmpty() && loans.field(u"ID").toInteger() != loanShown)
-        throw Refusal("The tool was checked in meanwhile and is out again: " + openLoan(toolId).employee + " has it.");
+        refuseAsOutAgain(toolId);
     const QDateTime now = Clock::now();
     execute("Update checkOutIn set DateIn =" + dateLiteral(now) + ", Active=0 where Tool_Id=" + id + " And Active=-1");
     execute("Update tools set out=0 where id=" + id);

@@ -24,14 +24,19 @@ void lend(const Loan &loan);
 /// Undoes lend(): the loan's row is gone, and the flag.
 void undoLoan(qint16 toolId, qint64 loan);
 
+/// Stands for who has a tool that is flagged as out without a loan.
+inline constexpr auto nobody = "nobody on record";
 /// Who has a tool. A tool may be flagged as out without a loan: its number is 0 then.
 struct OpenLoan {
     qint64 id = 0;
-    QString employee = {}; ///< "MILLER ANNA", or the number of an employee whom the suite does not know
-    QString dateOut = {};
     QString employeeNumber = {};
+    QString name = {}; ///< "MILLER ANNA"; empty for an employee whom the suite does not know
+    QString dateOut = {};
     qint32 jobOrOH = 0;
     qint32 lineItemTypeId = 0;
+
+    /// The name or, where there is none, "employee 17" or `nobody`.
+    QString holder() const;
 };
 /// The tool's open loan, the last one where it has several.
 OpenLoan openLoan(qint16 toolId);

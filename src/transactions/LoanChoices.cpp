@@ -6,15 +6,20 @@
 
 namespace {
 
+constexpr auto named = "ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee";
+
 QString also(const QString &condition) { return condition.isEmpty() ? QString() : " and " + condition; }
 
 }
 
 QString LoanChoices::employees(const QString &condition)
 {
-    return "Select empid,ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee "
-           "Where EmpStatus='Active'"
-        + also(condition) + " order by lastName";
+    return "Select empid," + QString(named) + " Where EmpStatus='Active'" + also(condition) + " order by lastName";
+}
+
+QString LoanChoices::nameOf(const QString &employeeNumber)
+{
+    return "Select " + QString(named) + " Where empid=" + employeeNumber;
 }
 
 QString LoanChoices::chargeKinds()

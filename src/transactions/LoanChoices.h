@@ -8,6 +8,8 @@ namespace LoanChoices {
 
 /// The active employees: "empid" and "Name", which is "MILLER ANNA".
 QString employees(const QString &condition = {});
+/// The "Name" of an employee, active or not.
+QString nameOf(const QString &employeeNumber);
 /// The kinds of charge: "Index" and "Code", "Job" or "Overhead".
 QString chargeKinds();
 /// The open jobs of the suite, by "Jobno". Without the suite its list is out of date: then the program's own, whose

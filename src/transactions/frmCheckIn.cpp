@@ -19,7 +19,7 @@ frmCheckIn::frmCheckIn()
     m_toolId = ItemId::of(*item).toolNumber();
     const Lending::OpenLoan loan = Lending::openLoan(m_toolId);
     m_loanShown = loan.id;
-    ui.lblEmployee->setText(loan.id == 0 ? "nobody; no loan is on record" : loan.employee);
+    ui.lblEmployee->setText(loan.holder());
     ui.lblDate->setText(Format::dialogDate(Clock::now()));
 
     onUserAction(ui.cmdOk, &QPushButton::clicked, this, &frmCheckIn::cmdOk_Click);

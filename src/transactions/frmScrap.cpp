@@ -66,27 +66,21 @@ frmScrap::frmScrap()
 
 void frmScrap::GetCheckedOutInfo(qint16 toolId)
 {
-    Recordset loan =
-        openRecordset("Select * from CheckOutIn where Tool_Id= " + QString::number(toolId) + " and active=-1");
-    if (loan.isEmpty())
+    const Lending::OpenLoan loan = Lending::openLoan(toolId);
+    if (loan.id == 0)
         return;
-    loan.moveLast();
-    m_loanShown = loan.field(u"ID").toInteger();
-    const QString empId = QString::number(loan.field(u"employee").toInteger());
-    const Recordset employee = openRecordset(
-        "Select ucase([lastname]) & \" \" & ucase([firstname]) AS Name FROM Employee Where empid=" + empId);
-    choose(ui.dbcEmp, employee.isEmpty() ? QString() : employee.text(u"Name"), empId,
-           " had the tool, but is no active employee any more.");
+    m_loanShown = loan.id;
+    choose(ui.dbcEmp, loan.name, loan.employeeNumber, " had the tool, but is no active employee any more.");
 
-    const Recordset kind = openRecordset("Select Code from LineItemType where index ="
-                                         + QString::number(loan.field(u"LineItemTypeID").toInteger()));
+    const Recordset kind =
+        openRecordset("Select Code from LineItemType where index =" + QString::number(loan.lineItemTypeId));
     if (kind.isEmpty()) {
         ui.dbcJobType->setText({});
         return;
     }
     // The choice of the type lists its jobs or operations.
     ui.dbcJobType->setText(kind.text(u"Code"));
-    const QString jobOrOH = QString::number(loan.field(u"jobOrOH").toInteger());
+    const QString jobOrOH = QString::number(loan.jobOrOH);
     if (kind.text(u"Code") == "Job") {
         ui.dbcJob->setText(jobOrOH);
         if (ui.dbcJob->text().isEmpty())

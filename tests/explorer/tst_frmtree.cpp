@@ -116,7 +116,7 @@ private slots:
         m_crib->view(2);
         m_crib->go("l1");
         QCOMPARE(m_crib->listLines(),
-                 QStringList("co2|1|Open wrench 13||(no loan on record)||..\\Wrenches|..\\Cabinet B"));
+                 QStringList("co2|1|Open wrench 13||nobody on record||..\\Wrenches|..\\Cabinet B"));
         user.answers(QMessageBox::Ok);
         m_crib->view(3);
         QCOMPARE(user.texts().last(), "Element not found");
