@@ -19,6 +19,7 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPrinterInfo>
 #include <QScrollBar>
 #include <QShortcut>
@@ -66,16 +67,47 @@ DeskList::Row iconRow(int icon, const QStringList &texts, qint64 id = 0)
     }
 }
 
-/// Rows that a finger hits.
+/// Rows that a finger hits. A text goes on through the empty cells after it.
 class TallRows : public QStyledItemDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit TallRows(QTreeView *view) : QStyledItemDelegate(view), m_header(view->header()) { }
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        const auto isEmpty = [&](int column) { return index.siblingAtColumn(column).data().toString().isEmpty(); };
+        int first = index.column(), last = first;
+        while (first > 0 && isEmpty(first))
+            --first;
+        while (last + 1 < m_header->count() && isEmpty(last + 1))
+            ++last;
+        QStyleOptionViewItem whole = option;
+        whole.rect.setLeft(m_header->sectionViewportPosition(first));
+        whole.rect.setRight(m_header->sectionViewportPosition(last) + m_header->sectionSize(last) - 1);
+        painter->save();
+        painter->setClipRect(option.rect, Qt::IntersectClip);
+        QStyledItemDelegate::paint(painter, whole, index.siblingAtColumn(first));
+        painter->restore();
+        if (index.data(Qt::CheckStateRole).isValid())
+            frameBox(painter, option, index);
+    }
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
     {
         const QSize own = QStyledItemDelegate::sizeHint(option, index);
         return {own.width(), own.height() * 4 / 3};
     }
+
+private:
+    // Some styles frame it in a colour that a dark palette swallows.
+    void frameBox(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &index) const
+    {
+        initStyleOption(&option, index);
+        const QStyle *const style = option.widget->style();
+        const QRect box = style->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, option.widget);
+        painter->setPen(option.palette.color(QPalette::Text));
+        painter->drawRect(box.adjusted(0, 0, -1, -1));
+    }
+
+    const QHeaderView *m_header;
 };
 
 const QStringList deedHeadings{"Time", "What", "Tool", "Part Number", "Who", "What For"};
@@ -99,9 +131,10 @@ DeskWindow::DeskWindow() : m_sheet(new ReportControl(Session::database(), this))
     m_sheet->reportFile = "LoanSheet.rpt";
     m_sheet->windowTitle = "Hand-over sheet";
     m_deeds.setContents(deedHeadings, {});
-    ui.lstLines->setItemDelegate(new TallRows(this));
+    ui.lstLines->setItemDelegate(new TallRows(ui.lstLines));
     ui.lstLines->header()->setResizeContentsPrecision(0); // what is in sight
     ui.lstLines->header()->setStretchLastSection(false);
+    ui.lblWho->setElideMode(Qt::ElideMiddle); // a long name hides no job
     addButtons();
 
     connect(ui.txtScan, &ScanField::scanned, this, [this](const QString &text) {
@@ -124,6 +157,7 @@ DeskWindow::DeskWindow() : m_sheet(new ReportControl(Session::database(), this))
     showState();
     say({Answer::Done, "Ready. F1 tells how it works."});
     ui.txtScan->setFocus();
+    qApp->installEventFilter(this);
 }
 
 DeskWindow::~DeskWindow() = default;
@@ -324,13 +358,9 @@ void DeskWindow::showPage(Page page)
     if (ui.lstLines->model() != model)
         ui.lstLines->setModel(model);
     ui.lstLines->setAccessibleName(page == Page::Deeds ? QString("What was done") : headings[0]);
-    QHeaderView *const header = ui.lstLines->header();
-    header->setMaximumSectionSize(qMax(100, ui.lstLines->width() * 2 / 5)); // none takes the others' room
-    for (int column = 0; column < model->columnCount(); ++column)
-        header->setSectionResizeMode(column,
-                                     column == stretched ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
     for (const int column : {3, 5}) // part number, what for
-        header->setSectionHidden(column, page == Page::Deeds && isSmall());
+        ui.lstLines->header()->setSectionHidden(column, page == Page::Deeds && isSmall());
+    shareRoom(stretched);
     if (page == Page::Choices)
         ui.lstLines->setCurrentIndex(model->index(0, 0));
     else if (isSame && page != Page::Deeds) {
@@ -343,6 +373,28 @@ void DeskWindow::showPage(Page page)
     }
     if (isSame)
         ui.lstLines->verticalScrollBar()->setValue(scrolledTo);
+}
+
+// Short texts have the room that they need; long ones share what is left, one of them with two parts.
+void DeskWindow::shareRoom(int stretchedColumn)
+{
+    const QAbstractItemView *const view = ui.lstLines;
+    QHeaderView *const header = ui.lstLines->header();
+    QList<std::pair<int, int>> wanted; // width, column
+    for (int column = 0; column < header->count(); ++column)
+        if (column != stretchedColumn && !header->isSectionHidden(column))
+            wanted.append(
+                {qMax(view->sizeHintForColumn(column), header->isVisible() ? header->sectionSizeHint(column) : 0),
+                 column});
+    std::ranges::sort(wanted);
+    header->setSectionResizeMode(QHeaderView::Fixed);
+    header->setSectionResizeMode(stretchedColumn, QHeaderView::Stretch);
+    int room = view->viewport()->width();
+    for (qsizetype parts = wanted.size() + 2; const auto &[width, column] : wanted) {
+        const int given = qMin(width, room / int(parts--));
+        header->resizeSection(column, given);
+        room -= given;
+    }
 }
 
 // ---- keys that go to the list
@@ -404,22 +456,22 @@ void DeskWindow::dismiss()
 // A sheet that is looked at is not in the way of the next scan.
 void DeskWindow::closePreviews()
 {
-    qApp->removeEventFilter(this);
     for (PreviewWindow *preview : findChildren<PreviewWindow *>())
         preview->close();
 }
 
-// What is scanned while a sheet is looked at, and is not typed into a box there, belongs into the field.
+// What is scanned while a sheet or the manual is looked at, and is not typed into a box there, belongs into the field.
 bool DeskWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    auto *widget = qobject_cast<QWidget *>(watched);
-    if (event->type() != QEvent::KeyPress || !widget || !qobject_cast<PreviewWindow *>(widget->window())
+    auto *widget = event->type() == QEvent::KeyPress ? qobject_cast<QWidget *>(watched) : nullptr;
+    if (!widget || widget->window() == this || QApplication::activeModalWidget() || QApplication::activePopupWidget()
         || qobject_cast<QLineEdit *>(QApplication::focusWidget()))
         return QWidget::eventFilter(watched, event);
     const auto *key = static_cast<QKeyEvent *>(event);
     const bool isCode = !key->text().isEmpty() && key->text()[0].isLetterOrNumber()
         && (key->modifiers() == Qt::NoModifier || key->modifiers() == Qt::ShiftModifier);
-    if (!isCode && key->key() != Qt::Key_Escape)
+    const bool isEnd = key->key() == Qt::Key_Escape && qobject_cast<PreviewWindow *>(widget->window());
+    if (!isCode && !isEnd)
         return QWidget::eventFilter(watched, event);
     closePreviews();
     activateWindow();
@@ -492,8 +544,6 @@ void DeskWindow::print(ReportControl &report, const QString &what)
         say({Answer::Done, what + " is printed."});
     else
         say({Answer::Attention, what + " is shown: there is no printer."});
-    if (report.preview())
-        qApp->installEventFilter(this);
 }
 
 void DeskWindow::writeResult(const char *ending)
@@ -538,7 +588,6 @@ void DeskWindow::resizeEvent(QResizeEvent *event)
     ui.commandLayout->setSpacing(gap);
     ui.offerLayout->setSpacing(gap);
     ui.lstLines->setHeaderHidden(height() < smallHeight);
-    showState();
     const double base = font().pointSizeF();
     const double room = std::min(width() / 640.0, height() / 400.0);
     const auto enlarge = [&](QWidget *widget, double factor) {
@@ -554,7 +603,10 @@ void DeskWindow::resizeEvent(QResizeEvent *event)
     for (QToolButton *each : findChildren<QToolButton *>())
         enlarge(each, 1.1);
     // Long words take a second line; what is below does not move for that.
-    ui.lblAnswer->setMinimumHeight(2 * ui.lblAnswer->fontMetrics().lineSpacing());
+    const int twoLines = 2 * ui.lblAnswer->fontMetrics().lineSpacing();
+    ui.lblAnswer->setMinimumHeight(twoLines);
+    ui.lblAnswer->setMaximumHeight(qMax(twoLines, height() / 4));
+    showState();
 }
 
 void DeskWindow::closeEvent(QCloseEvent *event)

@@ -46,6 +46,7 @@ private:
     void showState();
     void showChoices(const QList<Answer::Choice> &choices);
     void showPage(Page page);
+    void shareRoom(int stretchedColumn);
     void steer(int key);
     void chooseCurrent();
     void tick(int row);

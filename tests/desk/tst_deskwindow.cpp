@@ -5,6 +5,7 @@
 #include "tests/support/CribDatabase.h"
 #include "tests/support/ScriptedUser.h"
 
+#include <QHeaderView>
 #include <QSignalSpy>
 #include <QToolButton>
 
@@ -60,6 +61,23 @@ private slots:
         QCOMPARE(desk->ui.lblAnswer->text(), "T1 Torque wrench is back, from BAKER TOM.");
         QCOMPARE(sounds.last(), Answer::SoundDone);
         QVERIFY(field()->hasFocus() && field()->text().isEmpty());
+        // Another window of the program takes no scan away.
+        QWidget manual;
+        manual.show();
+        QVERIFY(QTest::qWaitForWindowActive(&manual));
+        QTest::keyClicks(&manual, "T2");
+        QCOMPARE(field()->text(), "T2");
+    }
+
+    void longNamesLeaveRoomForAll()
+    {
+        crib->insert("Tools (Type,Location,PartNumber,Description)",
+                     {QString("1,2,'%1','%1'").arg(QString(240, 'M').replace(5, 1, " "))});
+        type("E21\nJ1250\nT4\n");
+        desk->resize(800, 460);
+        const QHeaderView *header = desk->ui.lstLines->header();
+        QVERIFY(header->length() <= desk->ui.lstLines->viewport()->width() && header->sectionSize(5) > 50);
+        QVERIFY(desk->ui.lblAnswer->height() <= 460 / 4 && desk->ui.lblAnswer->text().endsWith("Job 1250."));
     }
 
     void choosesByArrowAndByFinger()

@@ -14,7 +14,14 @@ QSize ElidingLabel::minimumSizeHint() const { return {0, QLabel::minimumSizeHint
 
 QString ElidingLabel::shownText() const
 {
-    return fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+    const QRect room = contentsRect();
+    if (!wordWrap())
+        return fontMetrics().elidedText(text(), m_mode, room.width());
+    QString shown = text();
+    for (qsizetype side = shown.size() / 2;
+         side > 0 && fontMetrics().boundingRect(room, Qt::TextWordWrap, shown).height() > room.height(); --side)
+        shown = text().left(side).trimmed() + QChar(0x2026) + text().right(side).trimmed();
+    return shown;
 }
 
 bool ElidingLabel::event(QEvent *event)
@@ -27,5 +34,5 @@ bool ElidingLabel::event(QEvent *event)
 void ElidingLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.drawText(contentsRect(), int(alignment()), shownText());
+    painter.drawText(contentsRect(), int(alignment()) | (wordWrap() ? Qt::TextWordWrap : 0), shownText());
 }

@@ -5,6 +5,10 @@
 frmManual::frmManual()
 {
     ui.setupUi(this);
+    // Not every desktop's dark palette has a colour for links.
+    const QPalette colours = palette();
+    if (colours.color(QPalette::Base).lightness() < 128 && colours.color(QPalette::Link).lightness() < 150)
+        ui.txtPage->document()->setDefaultStyleSheet("a { color: #6cb6ff; }");
     connect(ui.txtPage, &QTextBrowser::sourceChanged, this, [this] { setWindowTitle(ui.txtPage->documentTitle()); });
     connect(ui.txtPage, &QTextBrowser::backwardAvailable, ui.cmdBack, &QWidget::setEnabled);
     connect(ui.cmdBack, &QPushButton::clicked, ui.txtPage, &QTextBrowser::backward);
