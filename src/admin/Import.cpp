@@ -15,6 +15,7 @@ namespace {
 
 constexpr int longestList = 50;
 constexpr int rowsBetweenSigns = 1000;
+constexpr qint64 lowestFolder = 1; // what lies in folder 0 lies at the top
 
 QString withThousands(qint64 number) { return QLocale::c().toString(number); }
 
@@ -81,11 +82,12 @@ bool Import::isStorable(NewCrib &crib, const ImportTable &tools, const std::vect
         const qint64 number = std::get<qint64>(tool[columnCalled(tools, reference.column)]);
         if (reference.known.contains(number))
             continue;
-        if (m_options.mend && !reference.lacking.contains(number))
+        const bool isMended = m_options.mend && number >= lowestFolder;
+        if (isMended && !reference.lacking.contains(number))
             addFolder(crib, reference.table, number);
         const QString &description = std::get<QString>(tool[columnCalled(tools, "Description")]);
         reference.lacking[number] << QString("tool %1 \"%2\"").arg(std::get<qint64>(tool[0])).arg(description);
-        isStorable &= m_options.mend;
+        isStorable &= isMended;
     }
     return isStorable;
 }
@@ -103,16 +105,22 @@ void Import::addFolder(NewCrib &crib, const QString &name, qint64 number)
 
 void Import::requireReferences()
 {
-    QStringList tools;
+    QStringList tools, homeless;
     for (const Reference &reference : m_references) {
         for (const auto &[number, lacking] : reference.lacking) {
-            if (m_options.mend)
+            if (m_options.mend && number >= lowestFolder)
                 m_notes << QString("%1 %2 did not exist; it was added at the top for %3 of the tools.")
                                .arg(reference.table, QString::number(number), QString::number(lacking.size()));
             for (const QString &tool : lacking)
-                tools << QString("%1 (%2 %3)").arg(tool, reference.column.toLower(), QString::number(number));
+                (number < lowestFolder ? homeless : tools)
+                    << QString("%1 (%2 %3)").arg(tool, reference.column.toLower(), QString::number(number));
         }
     }
+    if (!homeless.isEmpty())
+        throw Refusal(ImportStatus::Content,
+                      "cannot be imported as it is: no folder can have the number that these tools name; give them a "
+                      "type and a location in the old program: "
+                          + shortened(homeless, longestList, "and %1 more").join(", "));
     if (!m_options.mend && !tools.isEmpty())
         throw Refusal(ImportStatus::Content,
                       "cannot be imported as it is: the types or locations of these tools do not exist (--mend adds "

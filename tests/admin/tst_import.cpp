@@ -90,6 +90,7 @@ private slots:
         refused("Employee.EmpID is empty in row 2", 5, {"Employee.EmpID[1]=None"});
         refused("these tools do not exist (--mend adds them): tool 2 \"Tap M8\" (type 99), tool 7 \"ddd", 5,
                 {"Tools.Type[1]=99", "Tools.Location[2]=98"});
+        refused("type and a location in the old program: tool 2 \"Tap M8\" (type 0)", 5, {"Tools.Type[1]=0"});
     }
 
     void refuses()
