@@ -157,6 +157,9 @@ QString CribMaker::runAdmin(const QStringList &arguments, const QString &databas
     if (isStopped)
         return "No crib was made.";
     const QString said = QString::fromUtf8(admin.readAllStandardError()).trimmed();
-    static const QRegularExpression number("^error \\d+: ");
-    return said.isEmpty() ? QString("'%1' failed.").arg(m_admin) : QString(said).remove(number);
+    // The engine's words name no file, as a window that is open on one has no need of it.
+    static const QRegularExpression ofEngine("^error \\d+: (.*)", QRegularExpression::DotMatchesEverythingOption);
+    if (const QRegularExpressionMatch words = ofEngine.match(said); words.hasMatch())
+        return QString("No crib was made in '%1'. %2").arg(QFileInfo(database).path(), words.captured(1));
+    return said.isEmpty() ? QString("'%1' failed.").arg(m_admin) : said;
 }

@@ -14,12 +14,19 @@ namespace {
 
 const QString overheadLabel = QStringLiteral("Overhead Operation");
 
+// A young crib has nobody to lend to; the manual tells where they come from.
+void offer(BoundCombo *box, Recordset choices, const QString &shown, const QString &bound)
+{
+    box->lineEdit()->setPlaceholderText(choices.isEmpty() ? QStringLiteral("None yet: see F1") : QString());
+    box->setSource(std::move(choices), shown, bound);
+}
+
 }
 
 JobPicker::JobPicker(const Boxes &boxes, const Wording &wording, QObject *parent)
     : QObject(parent), m_boxes(boxes), m_wording(wording)
 {
-    m_boxes.dbcEmp->setSource(openRecordset(LoanChoices::employees()), "Name", "empid");
+    offer(m_boxes.dbcEmp, openRecordset(LoanChoices::employees()), "Name", "empid");
     m_boxes.dbcEmp->setTakesBoundValue(true);
     m_boxes.dbcJobType->setSource(openRecordset(LoanChoices::chargeKinds()), "Code", "index");
     GetJobOverheadList();
@@ -52,12 +59,13 @@ void JobPicker::GetJobOverheadList()
     const QString jobType = m_boxes.dbcJobType->text();
     BoundCombo *dbcJob = m_boxes.dbcJob;
     if (jobType == "Job") {
-        dbcJob->setSource(openRecordset(LoanChoices::jobs()), "JobNo", ProgramState::SuiteInstalled ? "JobNo" : "ID");
+        offer(dbcJob, openRecordset(LoanChoices::jobs()), "JobNo", ProgramState::SuiteInstalled ? "JobNo" : "ID");
         m_boxes.lblJob->setText(m_wording.jobLabel);
     } else if (jobType == "Overhead") {
-        dbcJob->setSource(openRecordset(LoanChoices::operations(m_wording.overheadOrder)), "Description", "OperNo");
+        offer(dbcJob, openRecordset(LoanChoices::operations(m_wording.overheadOrder)), "Description", "OperNo");
         m_boxes.lblJob->setText(overheadLabel);
     } else {
+        dbcJob->lineEdit()->setPlaceholderText({});
         dbcJob->clearSource();
         m_boxes.lblJob->clear();
     }
