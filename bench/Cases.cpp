@@ -3,7 +3,7 @@
 #include "bench/Crib.h"
 #include "db/Schema.h"
 #include "db/Session.h"
-#include "desk/Desk.h"
+#include "desk/DeskWindow.h"
 #include "explorer/frmFind.h"
 #include "platform/reportengine/Report.h"
 #include "platform/system/Clock.h"
@@ -18,6 +18,8 @@
 #include <QComboBox>
 #include <QFile>
 #include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPainter>
 
 namespace {
@@ -283,6 +285,42 @@ void openDeskAnew(Crib &crib)
     desk.reset();
     crib.renew();
     openDesk(crib);
+}
+
+// A count of the whole crib, all locations below one of them; 5,000 tools were seen.
+
+DeskWindow *counter = nullptr; // to the end: no window outlives the application
+QList<qint64> notCounted;
+
+void scanInCount(Crib &)
+{
+    emit counter->ui.txtScan->scanned('T' + QString::number(notCounted.takeLast()));
+    paint();
+}
+
+void openCount(Crib &crib)
+{
+    if (counter)
+        return;
+    crib.renew();
+    const QString location = openRecordset("Select Min(ID) as top from Locations where Parent=0").text(u"top");
+    execute("Update Locations set Parent=" + location + " where Parent=0 and ID<>" + location);
+    for (Recordset tools = openRecordset("Select ID from Tools where Out=0"); !tools.atEnd(); tools.moveNext())
+        notCounted.append(tools.field(0).toInteger());
+    QJsonObject seen;
+    for (int i = 0; i < 5000; ++i)
+        seen[QString::number(notCounted.takeFirst())] =
+            QJsonObject{{"result", "right"}, {"at", "2026-01-17 08:00:00"}, {"description", "Tool"}};
+    QFile kept(crib.folder() + "/stocktake-" + location + ".json");
+    if (!kept.open(QIODevice::WriteOnly)
+        || kept.write(QJsonDocument(QJsonObject{{"version", 1}, {"seen", seen}}).toJson(QJsonDocument::Compact)) < 0)
+        qFatal("The count cannot be kept.");
+    kept.close();
+    counter = new DeskWindow;
+    counter->show();
+    for (const QString &code : {QString("COUNT"), 'L' + location})
+        emit counter->ui.txtScan->scanned(code);
+    paint();
 }
 
 void openDialog(Crib &) { frmCheckOut::instance(); }
@@ -589,6 +627,8 @@ constexpr Case cases[] = {
      {removeRows, renew},
      {deleteSubtree, renew},
      Case::Wall},
+    // Last, as it lays all locations below one
+    {"desk-count", "a scan in a count of the whole crib", "max", 0.05, 0.1, {}, {scanInCount, openCount}},
 };
 
 }

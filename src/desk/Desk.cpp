@@ -560,7 +560,7 @@ Answer Desk::done()
     }
     m_awaitsLocation = false;
     if (m_stockTake) {
-        m_stockTake->refresh();
+        m_stockTake->refresh(StockTake::Anew);
         const QString words = m_stockTake->name() + ": " + m_stockTake->summary() + '.';
         if (!std::exchange(m_isShowingResult, true))
             return {Answer::Attention, words + " Print it; DONE again finishes it, COUNT counts on."};

@@ -353,8 +353,11 @@ void DeskWindow::showPage(Page page)
             rows.append({{}, {}, {line.heading, line.number, line.description, line.partNumber, line.note}});
     }
     QAbstractItemModel *const model = page == Page::Deeds ? &m_deeds : &m_lines;
+    // Who goes through the list stays at a line while others come and go; at its place, when it is the one that goes.
+    const auto same = std::ranges::find(rows, currentId, &DeskList::Row::id);
+    const int next = currentId != 0 && same != rows.end() ? int(same - rows.begin()) : current;
     if (page != Page::Deeds)
-        m_lines.setContents(headings, rows, page == Page::Missing);
+        m_lines.setContents(headings, std::move(rows), page == Page::Missing); // may be every tool of the crib
     if (ui.lstLines->model() != model)
         ui.lstLines->setModel(model);
     ui.lstLines->setAccessibleName(page == Page::Deeds ? QString("What was done") : headings[0]);
@@ -363,14 +366,8 @@ void DeskWindow::showPage(Page page)
     shareRoom(stretched);
     if (page == Page::Choices)
         ui.lstLines->setCurrentIndex(model->index(0, 0));
-    else if (isSame && page != Page::Deeds) {
-        // Who goes through the list stays at a line while others come and go; at its place, when it is the one that
-        // goes.
-        const auto same = std::ranges::find(rows, currentId, &DeskList::Row::id);
-        const int row =
-            currentId != 0 && same != rows.end() ? int(same - rows.begin()) : qMin(current, model->rowCount() - 1);
-        ui.lstLines->setCurrentIndex(model->index(row, 0));
-    }
+    else if (isSame && page != Page::Deeds)
+        ui.lstLines->setCurrentIndex(model->index(qMin(next, model->rowCount() - 1), 0));
     if (isSame)
         ui.lstLines->verticalScrollBar()->setValue(scrolledTo);
 }

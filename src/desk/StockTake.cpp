@@ -5,6 +5,7 @@
 #include "desk/Places.h"
 #include "platform/system/Clock.h"
 #include "platform/system/ProgramFolder.h"
+#include "platform/system/SafeAppend.h"
 #include "platform/text/Format.h"
 #include "platform/text/TextCompare.h"
 #include "transactions/AtomicChange.h"
@@ -34,6 +35,27 @@ constexpr Name names[] = {
     {StockTake::Scrapped, "scrapped"}, {StockTake::Unknown, "unknown"},      {StockTake::Ticked, "ticked"},
     {StockTake::Stored, "stored"},     {StockTake::TakenBack, "taken back"},
 };
+
+QJsonObject toJson(const StockTake::Mark &mark)
+{
+    return {{"result", std::ranges::find(names, mark.result, &Name::result)->name},
+            {"at", mark.at},
+            {"description", mark.description},
+            {"part", mark.partNumber},
+            {"note", mark.note}};
+}
+
+std::optional<StockTake::Mark> markIn(const QJsonObject &seen)
+{
+    const QString result = seen["result"].toString();
+    const auto name = std::ranges::find_if(names, [&](const Name &row) { return result == QLatin1String(row.name); });
+    if (name == std::end(names))
+        return {};
+    return StockTake::Mark{name->result, seen["at"].toString(), seen["description"].toString(), seen["part"].toString(),
+                           seen["note"].toString()};
+}
+
+QByteArray asLine(const QJsonObject &object) { return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n'; }
 
 // Beside the database, so that whoever comes to that crib next finds it; in a crib folder that only the administrator
 // writes to, as with a connection file for all users, in the user's own.
@@ -99,50 +121,56 @@ void StockTake::load(const QString &path)
 {
     QFile file(path);
     const bool isOpen = file.open(QIODevice::ReadOnly);
-    const QJsonObject all = QJsonDocument::fromJson(file.readAll()).object();
+    const QJsonObject all = QJsonDocument::fromJson(file.readLine()).object();
     if (!isOpen || all["version"].toInt() != 1 || !all["seen"].isObject())
         throw Refusal("What is kept of the count of " + m_name
                       + " cannot be read; have a look at it or delete it: " + QDir::toNativeSeparators(path));
     m_begun = all["begun"].toString();
     m_here = all["here"].toInt(m_location);
     const QJsonObject seen = all["seen"].toObject();
-    for (auto it = seen.begin(); it != seen.end(); ++it) {
-        const QJsonObject mark = it->toObject();
-        const auto result = std::ranges::find_if(
-            names, [&](const Name &row) { return mark["result"].toString() == QLatin1String(row.name); });
-        if (result != std::end(names))
-            m_marks.insert(it.key(),
-                           {result->result, mark["at"].toString(), mark["description"].toString(),
-                            mark["part"].toString(), mark["note"].toString()});
-    }
+    for (auto it = seen.begin(); it != seen.end(); ++it)
+        setMark(it.key(), markIn(it->toObject()));
+    // The last line may have been cut off with the power: it was not said to be kept.
+    while (!file.atEnd())
+        if (const QJsonObject line = QJsonDocument::fromJson(file.readLine()).object(); line["key"].isString())
+            setMark(line["key"].toString(), markIn(line["seen"].toObject()));
 }
 
 void StockTake::save() const
 {
     QJsonObject seen;
     for (auto it = m_marks.begin(); it != m_marks.end(); ++it)
-        seen[it.key()] = QJsonObject{{"result", std::ranges::find(names, it->result, &Name::result)->name},
-                                     {"at", it->at},
-                                     {"description", it->description},
-                                     {"part", it->partNumber},
-                                     {"note", it->note}};
+        seen[it.key()] = toJson(*it);
     const QJsonObject all{{"version", 1},   {"location", m_location}, {"name", m_name},
                           {"here", m_here}, {"begun", m_begun},       {"seen", seen}};
     QSaveFile file(m_file);
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(all).toJson(QJsonDocument::Compact)) < 0
-        || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(asLine(all)) < 0 || !file.commit())
         throw Refusal("This could not be kept and does not count: " + file.errorString());
 }
 
-// What could not be kept does not count.
-void StockTake::saveOr(const std::function<void()> &restore)
+// One line more: of a large count the whole file would take too long at each scan. What could not be kept does not
+// count.
+void StockTake::keep(const QString &key, const std::optional<Mark> &before)
 {
+    QJsonObject change{{"key", key}};
+    if (const auto mark = markOf(key))
+        change["seen"] = toJson(*mark);
     try {
-        save();
+        if (!appendSafely(m_file, asLine(change)))
+            save(); // somebody has deleted it
     } catch (...) {
-        restore();
+        setMark(key, before);
         throw;
     }
+    findMissing();
+}
+
+void StockTake::setMark(const QString &key, const std::optional<Mark> &mark)
+{
+    if (mark)
+        m_marks.insert(key, *mark);
+    else
+        m_marks.remove(key);
 }
 
 void StockTake::goTo(qint32 location)
@@ -152,7 +180,12 @@ void StockTake::goTo(qint32 location)
     refuseUnless(places.within(m_location).contains(location),
                  places.path(location) + " is not in " + m_name + ". To count it, scan COUNT first.");
     const qint32 before = std::exchange(m_here, location);
-    saveOr([&] { m_here = before; });
+    try {
+        save();
+    } catch (...) {
+        m_here = before;
+        throw;
+    }
     refresh();
 }
 
@@ -169,19 +202,17 @@ StockTake::Result StockTake::look(const Code &code, const std::optional<ToolAtHa
 
 void StockTake::put(const QString &key, Mark mark)
 {
-    const QMap<QString, Mark> before = m_marks;
+    const std::optional<Mark> before = markOf(key);
     mark.at = Format::generalDate(Clock::now());
-    m_marks.insert(key, mark);
-    saveOr([&] { m_marks = before; });
-    findMissing();
+    setMark(key, mark);
+    keep(key, before);
 }
 
 void StockTake::remove(const QString &key)
 {
-    const QMap<QString, Mark> before = m_marks;
-    m_marks.remove(key);
-    saveOr([&] { m_marks = before; });
-    findMissing();
+    const std::optional<Mark> before = markOf(key);
+    setMark(key, {});
+    keep(key, before);
 }
 
 std::optional<StockTake::Mark> StockTake::markOf(const QString &key) const
@@ -190,22 +221,45 @@ std::optional<StockTake::Mark> StockTake::markOf(const QString &key) const
     return found == m_marks.end() ? std::nullopt : std::optional(*found);
 }
 
-void StockTake::refresh()
+// Before each scan, so that it is cheap as long as nothing has changed.
+void StockTake::refresh(Reading reading)
 {
     const Places places;
     const QList<qint32> within = places.within(m_here);
     m_within = {within.begin(), within.end()};
     m_hereName = places.path(m_here, m_location);
-    m_tools.clear();
-    Recordset rows = openRecordset("Select ID,Description,PartNumber,Location from Tools where Location in ("
-                                   + joined(places.within(m_location)) + ") and Out=0 order by Description");
-    for (; !rows.atEnd(); rows.moveNext())
-        m_tools.append({rows.field(0).toInteger(), rows.field(1).toText(), rows.field(2).toText(),
-                        places.path(qint32(rows.field(3).toInteger()), m_location)});
-    // Whoever looks for them goes from place to place.
-    std::ranges::stable_sort(m_tools, {}, &Tool::place);
+    const QString condition = " from Tools where Location in (" + joined(places.within(m_location)) + ')';
+    std::vector<qint64> asRead;
+    // Each is answered from an index alone; together they would ask for every tool's row.
+    for (const QString &statement : {"Select ID,Location" + condition, QString("Select ID from Tools where Out=-1")}) {
+        const Recordset rows = openRecordset(statement);
+        for (int row = 0; row < rows.recordCount(); ++row)
+            for (int column = 0; column < rows.fieldCount(); ++column)
+                asRead.push_back(rows.at(row, column).toInteger());
+    }
+    if (reading == Anew || asRead != m_asRead) {
+        readTools(places, condition + " and Out=0");
+        m_asRead = std::move(asRead);
+    }
     judgeAnew(places);
     findMissing();
+}
+
+void StockTake::readTools(const Places &places, const QString &condition)
+{
+    QHash<qint32, QString> paths;
+    QList<Tool> tools;
+    Recordset rows = openRecordset("Select ID,Description,PartNumber,Location" + condition + " order by Description");
+    for (; !rows.atEnd(); rows.moveNext()) {
+        const auto location = qint32(rows.field(3).toInteger());
+        QString &path = paths[location];
+        if (path.isEmpty())
+            path = places.path(location, m_location);
+        tools.append({rows.field(0).toInteger(), rows.field(1).toText(), rows.field(2).toText(), path});
+    }
+    // Whoever looks for them goes from place to place.
+    std::ranges::stable_sort(tools, {}, &Tool::place);
+    m_tools = tools;
 }
 
 // What was asked about a tool may be done since: in the explorer, or by a desk that was killed before it noted it.
@@ -239,9 +293,13 @@ void StockTake::judgeAnew(const Places &places)
 
 void StockTake::findMissing()
 {
+    QSet<qint64> seen;
+    for (auto it = m_marks.begin(); it != m_marks.end(); ++it)
+        if (it.key().front().isDigit()) // "+5" is an unknown code
+            seen.insert(it.key().toLongLong());
     m_missing.clear();
     std::ranges::copy_if(m_tools, std::back_inserter(m_missing),
-                         [this](const Tool &tool) { return !m_marks.contains(QString::number(tool.id)); });
+                         [&](const Tool &tool) { return !seen.contains(tool.id); });
 }
 
 int StockTake::number(Result result) const { return int(std::ranges::count(m_marks, result, &Mark::result)); }

@@ -7,8 +7,9 @@
 #include <QMap>
 #include <QSet>
 
-#include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 class Places;
 class QLockFile;
@@ -69,8 +70,12 @@ public:
     void remove(const QString &key);
     std::optional<Mark> markOf(const QString &key) const;
 
-    /// Reads anew what belongs here. Before put() and remove(), which ask the crib nothing.
-    void refresh();
+    enum Reading {
+        IfChanged, ///< by others, in which tools there are and where each one belongs
+        Anew,
+    };
+    /// Reads what belongs here. Before put() and remove(), which ask the crib nothing.
+    void refresh(Reading reading = IfChanged);
     int expected() const { return int(m_tools.size()); }
     int counted() const { return expected() - int(m_missing.size()); }
     int number(Result result) const;
@@ -96,7 +101,9 @@ private:
     StockTake();
     void load(const QString &file);
     void save() const;
-    void saveOr(const std::function<void()> &restore);
+    void keep(const QString &key, const std::optional<Mark> &before);
+    void setMark(const QString &key, const std::optional<Mark> &mark);
+    void readTools(const Places &places, const QString &condition);
     void findMissing();
     void judgeAnew(const Places &places);
 
@@ -107,6 +114,7 @@ private:
     QMap<QString, Mark> m_marks; ///< by the tool's number, or by an unknown code
     QSet<qint32> m_within; ///< the location that is scanned just now, and those below it
     QList<Tool> m_tools; ///< that belong here and are not out
+    std::vector<qint64> m_asRead; ///< by which a change shows
     QList<Tool> m_missing;
     std::unique_ptr<QLockFile> m_lock;
 };

@@ -133,7 +133,11 @@ private slots:
 
     void isTakenUpAgain()
     {
-        scan({"L3", "T2", "T77"});
+        scan({"L3", "T2", "T1", "UNDO", "T77"});
+        QFile kept(folder->filePath("stocktake-1.json"));
+        QVERIFY(kept.open(QIODevice::Append)
+                && kept.write("{\"key\":\"5\",\"seen\":{\"result\":\"ri") > 0); // the power failed
+        kept.close();
         QCOMPARE(desk->scan("L9999999999").last().tone, Answer::Refused);
         Desk other;
         other.scan("COUNT");
@@ -150,13 +154,14 @@ private slots:
         other.take({Code::Done});
         other.putAside();
 
-        const QString kept = folder->filePath("stocktake-1.json"), away = folder->filePath("away");
+        const QString away = folder->filePath("away");
         scan({"(5)", "COUNT", "L1", "T1"});
-        QVERIFY(QFile::rename(kept, away) && QDir().mkpath(kept)); // can be neither written nor deleted as a file
+        QVERIFY(QFile::rename(kept.fileName(), away)
+                && QDir().mkpath(kept.fileName())); // can be neither written nor deleted as a file
         QVERIFY(scan({"(5)", "UNDO"}).startsWith("This could not be kept"));
         QCOMPARE(desk->stockTake()->summary(), "2 of 3, 1 elsewhere, 1 unknown");
         QVERIFY(scan({"DONE", "(5)", "DONE"}).startsWith("Cabinet A was not finished"));
-        QVERIFY(desk->stockTake() && QDir().rmdir(kept) && QFile::rename(away, kept));
+        QVERIFY(desk->stockTake() && QDir().rmdir(kept.fileName()) && QFile::rename(away, kept.fileName()));
         scan({"(5)", "DONE"});
         QVERIFY(!desk->stockTake());
         QVERIFY(StockTake::unfinished().isEmpty());
