@@ -152,8 +152,9 @@ QList<Answer> Desk::goOn()
                 const bool isGone = !ProgramFolder::fileExists(path);
                 const bool isLost = error.number() == EngineError::connectionFailed; // its words tell what was stored
                 const QString why = isGone ? "The crib's database is gone: " + path : error.text();
-                answers.append(
-                    {Answer::Refused, takeRow() + scan.code.label() + (isLost ? ": " : " was not done. ") + why});
+                answers.append({Answer::Refused,
+                                takeRow() + scan.code.label()
+                                    + (isLost ? ": the crib's server was not reached. " : " was not done. ") + why});
             } else if (scan.when.secsTo(Clock::now()) >= longestWaitSeconds) {
                 return answers + giveUp();
             } else {
@@ -205,8 +206,8 @@ Answer Desk::answerTo(Scan &scan)
 {
     const Code &code = scan.code;
     m_offer = Offer::None;
-    if (const bool ends = code.kind != Code::Location && code.kind != Code::Count && code.kind != Code::Done; ends)
-        m_awaitsLocation = false;
+    constexpr Code::Kind toWait[] = {Code::Location, Code::Text, Code::Count, Code::Done};
+    m_awaitsLocation = m_awaitsLocation && std::ranges::find(toWait, code.kind) != std::end(toWait);
     if (m_isShowingResult && !code.isCommand())
         throw Refusal("This is the result of a count. Scan DONE to finish it, or COUNT to count on.");
     if (code.number < 0)
@@ -251,8 +252,10 @@ Answer Desk::answerTo(Scan &scan)
 Answer Desk::tool(Scan &scan)
 {
     const std::optional<ToolAtHand> tool = ToolAtHand::find(scan.code.number);
-    if (!tool)
-        throw Refusal(ToolAtHand::whyNot(scan.code.number));
+    if (!tool) {
+        const bool isTyped = !scan.code.text.startsWith('T', Qt::CaseInsensitive); // who types a job forgets its letter
+        throw Refusal(ToolAtHand::whyNot(scan.code.number) + (isTyped ? " A job begins with J, a badge with E." : ""));
+    }
     if (scan.intent == Intent::Unknown) {
         if (const auto found = objection(*tool, scan))
             return *found;
@@ -492,18 +495,28 @@ Answer Desk::search(Scan &scan)
                           rows.field(2).toText(),
                           rows.field(3).toBool() ? ItemIcon::toolOut : ItemIcon::toolInStock});
     };
-    addTools("PartNumber=" + quoted(text));
-    if (found.isEmpty())
-        addTools("PartNumber like " + pattern(text) + "*'");
-    if (found.isEmpty())
-        addTools("Description like '*" + pattern(text).mid(1) + "*'");
+    if (m_awaitsLocation) {
+        const Places places;
+        Recordset rows = openRecordset("Select ID from Locations where Description like '*" + pattern(text).mid(1)
+                                       + "*' order by Description,ID");
+        for (; !rows.atEnd() && found.size() < mostFound; rows.moveNext())
+            found.append({{Code::Location, rows.field(0).toInteger()},
+                          places.path(qint32(rows.field(0).toInteger())),
+                          'L' + rows.field(0).toText(),
+                          ItemIcon::folder});
+        refuseUnless(!found.isEmpty(), '"' + text + "\" is no location. Scan the one to count, or DONE.");
+    } else {
+        addTools("PartNumber=" + quoted(text));
+        if (found.isEmpty())
+            addTools("PartNumber like " + pattern(text) + "*'");
+        if (found.isEmpty())
+            addTools("Description like '*" + pattern(text).mid(1) + "*'");
+    }
     if (found.isEmpty() && !m_stockTake) {
         Recordset rows = openRecordset(LoanChoices::employees("LastName like " + pattern(text) + "*'"));
         for (; !rows.atEnd() && found.size() < mostFound; rows.moveNext())
-            found.append({{Code::Employee, rows.field(0).toInteger()},
-                          rows.field(1).toText(),
-                          'E' + rows.field(0).toText(),
-                          ItemIcon::folder});
+            found.append(
+                {{Code::Employee, rows.field(0).toInteger()}, rows.field(1).toText(), 'E' + rows.field(0).toText()});
     }
     if (found.size() > 1)
         return {Answer::Attention, QString("\"%1\" may be several things. Choose one.").arg(text), found};

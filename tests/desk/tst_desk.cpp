@@ -125,6 +125,10 @@ private slots:
             "Refused: There is no location of so high a number.", nothing, "0|0|0");
         row("unknown tool, scanned again at once", QStringList{"T77", "T77"},
             "Refused: There is no tool T77. Look at its label, or at the tool explorer.", nothing, "0|0|0");
+        row("a job without its letter", QStringList{"1250"},
+            "Refused: There is no tool T1250. Look at its label, or at the tool explorer. A job begins with J, a badge "
+            "with E.",
+            nothing, "0|0|0");
     }
     void scans()
     {

@@ -68,6 +68,7 @@ private slots:
         row("no lending in between", QStringList{"E21"}, "Cabinet A is being counted. Scan DONE first.", "0 of 3");
         row("a location outside", QStringList{"L2"}, "Cabinet B is not in Cabinet A. To count it, scan COUNT first.",
             "0 of 3");
+        row("the next one, by its name", QStringList{"T1", "COUNT", "net b"}, "Cabinet B: 0 of 1.", "0 of 1");
         row("the result", QStringList{"T1", "DONE"},
             "Cabinet A: 1 of 3. Print it; DONE again finishes it, COUNT counts on.", "1 of 3");
     }
