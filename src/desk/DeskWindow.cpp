@@ -361,8 +361,11 @@ void DeskWindow::showPage(Page page)
     if (ui.lstLines->model() != model)
         ui.lstLines->setModel(model);
     ui.lstLines->setAccessibleName(page == Page::Deeds ? QString("What was done") : headings[0]);
-    for (const int column : {3, 5}) // part number, what for
-        ui.lstLines->header()->setSectionHidden(column, page == Page::Deeds && isSmall());
+    for (int column = 0; column < model->columnCount(); ++column) {
+        const QString heading = model->headerData(column, Qt::Horizontal).toString();
+        const bool isSpare = heading == u"Part Number" || heading == u"What For";
+        ui.lstLines->header()->setSectionHidden(column, isSpare && isSmall());
+    }
     shareRoom(stretched);
     if (page == Page::Choices)
         ui.lstLines->setCurrentIndex(model->index(0, 0));
@@ -372,7 +375,7 @@ void DeskWindow::showPage(Page page)
         ui.lstLines->verticalScrollBar()->setValue(scrolledTo);
 }
 
-// Short texts have the room that they need; long ones share what is left, one of them with two parts.
+// Short texts have the room that they need; long ones share what is left, and one of them has half a part more.
 void DeskWindow::shareRoom(int stretchedColumn)
 {
     const QAbstractItemView *const view = ui.lstLines;
@@ -387,8 +390,9 @@ void DeskWindow::shareRoom(int stretchedColumn)
     header->setSectionResizeMode(QHeaderView::Fixed);
     header->setSectionResizeMode(stretchedColumn, QHeaderView::Stretch);
     int room = view->viewport()->width();
-    for (qsizetype parts = wanted.size() + 2; const auto &[width, column] : wanted) {
-        const int given = qMin(width, room / int(parts--));
+    for (qsizetype halves = 2 * wanted.size() + 3; const auto &[width, column] : wanted) {
+        const int given = qMin(width, room * 2 / int(halves));
+        halves -= 2;
         header->resizeSection(column, given);
         room -= given;
     }
