@@ -2,13 +2,28 @@
 
 #include "platform/text/Numbers.h"
 
+#include <algorithm>
+#include <charconv>
+
+namespace {
+
+// Trees and lists have a key for each of thousands of rows: it is made in one piece.
+QString keyOf(std::string_view prefix, qint64 number)
+{
+    char text[32];
+    char *const digits = std::ranges::copy(prefix, text).out;
+    return QLatin1StringView(text, std::to_chars(digits, std::end(text), number).ptr);
+}
+
+}
+
 qint16 ItemId::toolNumber() const { return asInteger(number); }
 
 QString ItemId::nodeKey() const
 {
     if (kind == root)
         return "x0";
-    return (kind == charge ? u'C' : u'l') + digits();
+    return keyOf(kind == charge ? "C" : "l", number);
 }
 
 QString ItemId::itemKey(const char *folderPrefix) const
@@ -17,18 +32,18 @@ QString ItemId::itemKey(const char *folderPrefix) const
     case root:
         return nodeKey();
     case folder:
-        return folderPrefix + digits();
+        return keyOf(folderPrefix, number);
     case charge:
-        return "l" + digits();
+        return keyOf("l", number);
     case chargeKind:
-        return "s" + digits();
+        return keyOf("s", number);
     case toolInStock:
-        return "r" + digits();
+        return keyOf("r", number);
     case toolOut:
     case description:
-        return "co" + digits();
+        return keyOf("co", number);
     case scrapRecord:
-        return "j" + digits();
+        return keyOf("j", number);
     }
     return {};
 }

@@ -28,7 +28,7 @@ const QString toolsOut = QStringLiteral("SELECT Tools.*, Locations.description a
 
 ListItem toolOut(const Recordset &row)
 {
-    return {.key = "co" + row.text(u"ID"),
+    return {.key = ItemId{ItemId::toolOut, row.field(u"ID").toInteger()}.itemKey(),
             .text = row.text(u"Description"),
             .icon = ItemIcon::toolOut,
             .subItems = {row.text(u"PartNumber"), ListItems::personName(row), row.text(u"DateOut"),

@@ -55,8 +55,8 @@ const QString toolsOut = QStringLiteral("SELECT Tools.*, Locations.description a
 
 ListItem toolItem(const Recordset &row, bool out)
 {
-    const QString id = row.text(u"ID");
-    return {.key = out ? "co" + id : "r" + id,
+    const ItemId id{out ? ItemId::toolOut : ItemId::toolInStock, row.field(u"ID").toInteger()};
+    return {.key = id.itemKey(),
             .text = row.text(u"Description"),
             .icon = out ? ItemIcon::toolOut : ItemIcon::toolInStock,
             .subItems = {row.text(u"PartNumber"), ListItems::elsewhere(row.text(u"typedesc")),

@@ -5,6 +5,8 @@
 #include "explorer/Panes.h"
 #include "platform/gui/Icons.h"
 
+#include <QStringBuilder>
+
 ItemPicture ListItems::picture(int number)
 {
     switch (number) {
@@ -21,9 +23,9 @@ ItemPicture ListItems::picture(int number)
     }
 }
 
-QString ListItems::elsewhere(const QString &folder) { return "..\\" + folder; }
+QString ListItems::elsewhere(const QString &folder) { return u"..\\" % folder; }
 
-QString ListItems::personName(const Recordset &row) { return row.text(u"LastName") + ", " + row.text(u"FirstName"); }
+QString ListItems::personName(const Recordset &row) { return row.text(u"LastName") % u", " % row.text(u"FirstName"); }
 
 ListItem ListItems::folder(const QString &key, const QString &text)
 {

@@ -13,6 +13,7 @@
 #include "transactions/ScrapPurge.h"
 
 #include <QScopeGuard>
+#include <QStringBuilder>
 
 namespace {
 
@@ -40,12 +41,12 @@ private:
 
 void addCharge(KeyedTree &nodes, KeyedTree::Node *kind, const Recordset &pair, ChargeTexts &charges)
 {
-    nodes.add(kind, "C" + pair.text(u"JobOrOH"), charges.of(pair), Icons::folder())->sorted = true;
+    nodes.add(kind, u'C' % pair.text(u"JobOrOH"), charges.of(pair), Icons::folder())->sorted = true;
 }
 
 ListItem scrapItem(const Recordset &row)
 {
-    return {.key = "j" + row.text(u"ID"),
+    return {.key = ItemId{ItemId::scrapRecord, row.field(u"ID").toInteger()}.itemKey(),
             .text = row.text(u"Description"),
             .icon = ItemIcon::toolScrapped,
             .subItems = {row.text(u"PartNumber"), ListItems::elsewhere(row.text(u"TypeDescription")),
@@ -112,11 +113,11 @@ QString ScrapView::buildTree(Panes &panes) const
     KeyedTree &nodes = panes.nodes();
     ChargeTexts charges;
     for (; !kinds.atEnd(); kinds.moveNext()) {
-        nodes.add(root, "l" + kinds.text(u"LineItemTypeID"), kinds.text(u"Code"), Icons::folder())->sorted = true;
+        nodes.add(root, u'l' % kinds.text(u"LineItemTypeID"), kinds.text(u"Code"), Icons::folder())->sorted = true;
         panes.progress().step();
     }
     for (; !pairs.atEnd(); pairs.moveNext()) {
-        addCharge(nodes, nodes.find("l" + pairs.text(u"LineItemTypeID")), pairs, charges);
+        addCharge(nodes, nodes.find(u'l' % pairs.text(u"LineItemTypeID")), pairs, charges);
         panes.progress().step();
     }
     return {};

@@ -89,10 +89,13 @@ QString Recordset::fieldName(int column) const { return d->columns().at(column).
 
 int Recordset::fieldIndex(QStringView name) const
 {
-    for (int column = 0; column < fieldCount(); ++column)
-        if (dialect::sameName(d->columns()[column].name, name))
-            return column;
-    throw EngineError(EngineError::noSuchField, QStringLiteral("Item not found in this collection: '%1'.").arg(name));
+    const std::vector<dialect::OutputColumn> &columns = d->columns();
+    const auto found = std::ranges::find_if(
+        columns, [&](const dialect::OutputColumn &column) { return dialect::sameName(column.name, name); });
+    if (found == columns.end())
+        throw EngineError(EngineError::noSuchField,
+                          QStringLiteral("Item not found in this collection: '%1'.").arg(name));
+    return int(found - columns.begin());
 }
 
 Value Recordset::field(int column) const

@@ -153,6 +153,9 @@ QVariant KeyedTree::data(const QModelIndex &index, int role) const
 
 KeyedTree::Children::iterator KeyedTree::placeFor(Children &siblings, const QString &text)
 {
+    // Nodes mostly come in order, as an index gives them.
+    if (siblings.empty() || compareText(siblings.back()->text, text) <= 0)
+        return siblings.end();
     return std::upper_bound(siblings.begin(), siblings.end(), text, [](const QString &text, const auto &sibling) {
         return compareText(text, sibling->text) < 0;
     });

@@ -1,5 +1,6 @@
 #include "platform/engine/driver/RowStore.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -8,6 +9,7 @@ namespace {
 enum CellType : char { NullCell, IntegerCell, FractionCell, TextCell };
 
 constexpr qsizetype largestNumber = 10; // a 64-bit integer by seven bits a byte
+constexpr qsizetype smallestRoom = 128; // most results are one short row
 
 // Small numbers, of either sign, take few bytes: seven bits each, the lowest first, the sign in the very lowest.
 char *writeInteger(char *to, qint64 number)
@@ -51,7 +53,7 @@ const char *behindCell(const char *cell)
 char *RowStore::room(qsizetype size)
 {
     if (m_cells.size() - m_used < size)
-        m_cells.resize(m_cells.size() * 2 + size);
+        m_cells.resize(std::max(m_cells.size() * 2 + size, smallestRoom));
     return m_cells.data() + m_used;
 }
 
