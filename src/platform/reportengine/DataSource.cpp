@@ -6,14 +6,16 @@
 #include "platform/text/Format.h"
 #include "platform/text/TextCompare.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
+#include <map>
 
 namespace {
 
 constexpr size_t keysOfStatement = 1000;
+// To look up the partners of more rows than these, all over their table, takes longer than to read that table once.
+constexpr int rowsToLookUp = 3000;
 
 FieldKind kindOf(dialect::ValueKind kind)
 {
@@ -49,6 +51,12 @@ TableColumns columnsOf(const Database &database, const QString &name)
             columns.kinds.insert(column.name.toCaseFolded(), kindOf(column.kind));
     }
     return columns;
+}
+
+QString where(QStringList conditions)
+{
+    conditions.removeAll(QString());
+    return conditions.isEmpty() ? QString() : " WHERE " + conditions.join(" AND ");
 }
 
 template<typename Visit>
@@ -116,10 +124,13 @@ void DataSource::learnKinds()
     // Which partner is the last one is known when all of them have been read; conditions over it, and over tables that
     // may be joined to it, wait until then.
     QSet<QString> late;
-    for (const Join &join : std::as_const(m_template.joins)) {
+    for (qsizetype i = 0; i < m_template.joins.size(); ++i) {
+        const Join &join = m_template.joins.at(i);
+        if (join.lastBy >= 0 && m_last >= 0)
+            throw templateError(m_template.fileName, join.line, QStringLiteral("a second last row"));
         if (join.lastBy >= 0)
-            m_lastBy.push_back(join.lastBy);
-        if (!m_lastBy.empty())
+            m_last = i;
+        if (m_last >= 0)
             late.insert(join.table.toCaseFolded());
     }
     for (int number = 0; number < m_template.fields.count(); ++number)
@@ -144,7 +155,8 @@ void DataSource::checkJoins() const
                                     QStringLiteral("%1 is not joined to a table before it").arg(join.table));
         }
         if (join.lastBy >= 0
-            && (m_key.isEmpty() || m_template.fields.at(join.lastBy).table.toCaseFolded() != joined
+            && (m_key.isEmpty() || counterOf(join.table).isEmpty()
+                || m_template.fields.at(join.lastBy).table.toCaseFolded() != joined
                 || m_template.fields.at(join.lastBy).isPath))
             throw templateError(m_template.fileName, join.line,
                                 QStringLiteral("%1 has no last row by that column").arg(join.table));
@@ -222,34 +234,39 @@ void DataSource::bindFormulas()
     });
 }
 
-QString DataSource::statement(const QStringList &conditions) const
+QString DataSource::column(int field) const
 {
-    const auto quoted = [this](int number) {
-        const Field &field = m_template.fields.at(number);
-        return QStringLiteral("[%1].[%2]").arg(field.table, field.isPath ? counterOf(field.table) : field.column);
-    };
-    QStringList columns;
-    for (int number = 0; number < m_template.fields.count(); ++number)
-        columns.append(QStringLiteral("%1 AS F%2").arg(quoted(number)).arg(number));
-    if (!m_key.isEmpty())
-        columns.append(QStringLiteral("[%1].[%2] AS Place").arg(m_template.table, m_key));
+    const Field &named = m_template.fields.at(field);
+    return QStringLiteral("[%1].[%2]").arg(named.table, named.isPath ? counterOf(named.table) : named.column);
+}
+
+QString DataSource::tables(qsizetype joins, bool withPartner) const
+{
     QString from = QStringLiteral("[%1]").arg(m_template.table);
-    for (qsizetype i = 0; i < m_template.joins.size(); ++i) {
+    for (qsizetype i = 0; i < joins; ++i) {
         const Join &join = m_template.joins.at(i);
         QStringList equalFields;
         for (const auto &[left, right] : join.equalFields)
-            equalFields.append(QStringLiteral("%1 = %2").arg(quoted(left), quoted(right)));
+            equalFields.append(QStringLiteral("%1 = %2").arg(column(left), column(right)));
         // Each join but the first takes the ones before it in brackets.
         from = QStringLiteral("%1 %2 JOIN [%3] ON %4")
                    .arg(i == 0 ? from : '(' + from + ')',
-                        join.keepsUnmatched ? QStringLiteral("LEFT") : QStringLiteral("INNER"), join.table,
-                        equalFields.join(QStringLiteral(" AND ")));
+                        join.keepsUnmatched && !(withPartner && i == m_last) ? QStringLiteral("LEFT")
+                                                                             : QStringLiteral("INNER"),
+                        join.table, equalFields.join(QStringLiteral(" AND ")));
     }
-    QString select = "SELECT " + columns.join(", ") + " FROM " + from;
-    QStringList known = conditions;
-    known.removeAll(QString());
-    if (!known.isEmpty())
-        select += " WHERE " + known.join(" AND ");
+    return from;
+}
+
+QString DataSource::statement(const QStringList &conditions, bool withPartner) const
+{
+    QStringList columns;
+    for (int number = 0; number < m_template.fields.count(); ++number)
+        columns.append(QStringLiteral("%1 AS F%2").arg(column(number)).arg(number));
+    if (!m_key.isEmpty())
+        columns.append(QStringLiteral("[%1].[%2] AS Place").arg(m_template.table, m_key));
+    const QString select =
+        "SELECT " + columns.join(", ") + " FROM " + tables(m_template.joins.size(), withPartner) + where(conditions);
     // Records that the template puts in no order come as they were entered, by whatever way they are found.
     return m_key.isEmpty() ? select : select + QStringLiteral(" ORDER BY [%1].[%2]").arg(m_template.table, m_key);
 }
@@ -270,8 +287,6 @@ GroupedRecords DataSource::read(const Progress &progress) const
         readListed(reading, *keys, reader, done);
     else
         readAll(reading, reader, done);
-    if (!reading.pending.empty())
-        addMatching(reading, std::move(reading.pending));
     return GroupedRecords(m_template, std::move(reading.values));
 }
 
@@ -282,14 +297,21 @@ void DataSource::readListed(Reading &reading, const std::vector<double> &keys, R
         QStringList numbers;
         for (size_t i = first; i < std::min(first + keysOfStatement, keys.size()); ++i)
             numbers.append(Format::plainNumber(keys[i]));
-        reader.read(statement({QStringLiteral("[%1].[%2] IN (%3)").arg(m_template.table, m_key, numbers.join(',')),
-                               inSql(m_template.where, m_template.fields)}),
-                    [&](const std::vector<Value> &record) { add(reading, record); });
+        const QStringList conditions{
+            QStringLiteral("[%1].[%2] IN (%3)").arg(m_template.table, m_key, numbers.join(',')),
+            inSql(m_template.where, m_template.fields)};
+        if (m_last >= 0)
+            readLast(reading, conditions, reader);
+        else
+            reader.read(statement(conditions), [&](const std::vector<Value> &record) { addMatching(reading, record); });
     }
 }
 
 void DataSource::readAll(Reading &reading, RowReader &reader, double &done) const
 {
+    const QStringList conditions{inSql(m_template.where, m_template.fields), inSql(m_selection, m_template.fields)};
+    if (m_last >= 0)
+        return readLast(reading, conditions, reader);
     // The counter tells how much is done, as rows mostly come in its order. Where they come in another, the progress
     // waits instead of going back.
     const auto extent = [this](const QString &what) {
@@ -301,39 +323,80 @@ void DataSource::readAll(Reading &reading, RowReader &reader, double &done) cons
     const double last =
         m_key.isEmpty() ? extent(QStringLiteral("Count(*)")) - 1 : extent(QStringLiteral("Max([%1])").arg(m_key));
     double read = 0;
-    const QStringList conditions{inSql(m_template.where, m_template.fields), inSql(m_selection, m_template.fields)};
     reader.read(statement(conditions), [&](const std::vector<Value> &record) {
         const double place = m_key.isEmpty() ? ++read : record.back().toNumber();
         done = std::clamp((place - first) / (last - first + 1), done, 1.0);
-        add(reading, record);
+        addMatching(reading, record);
     });
 }
 
-void DataSource::add(Reading &reading, const std::vector<Value> &record) const
+// A tool has many loans: three columns of each tell which is the last, and only that one's record is read.
+void DataSource::readLast(Reading &reading, const QStringList &conditions, RowReader &reader) const
 {
-    if (m_lastBy.empty()) {
-        addMatching(reading, record);
-    } else if (reading.pending.empty() || reading.pending.back() != record.back()) {
-        if (!reading.pending.empty())
-            addMatching(reading, std::move(reading.pending));
-        reading.pending = record;
-    } else if (isLater(record, reading.pending)) {
-        reading.pending = record;
+    std::map<qint64, std::vector<Value>> records; // in the order in which the rows were entered
+    const auto keep = [&](const std::vector<Value> &record) { records.emplace(record.back().toInteger(), record); };
+    const Join &join = m_template.joins.at(m_last);
+    const QString number = QStringLiteral("[%1].[%2]").arg(join.table, counterOf(join.table));
+    const QHash<qint64, Partner> partners = lastPartners(conditions, reader);
+    QStringList numbers;
+    for (auto partner = partners.begin(); partner != partners.end();) {
+        numbers.append(QString::number(partner->number));
+        if (++partner == partners.end() || size_t(numbers.size()) == keysOfStatement) {
+            reader.read(statement(conditions + QStringList(number + " IN (" + numbers.join(',') + ')'), true), keep);
+            numbers.clear();
+        }
     }
+    if (join.keepsUnmatched)
+        reader.read(statement(conditions + QStringList(number + " IS NULL")), keep);
+    for (const auto &[row, record] : records)
+        addMatching(reading, record);
 }
 
-bool DataSource::isLater(const std::vector<Value> &record, const std::vector<Value> &than) const
+QHash<qint64, DataSource::Partner> DataSource::lastPartners(const QStringList &conditions, RowReader &reader) const
 {
-    for (const int field : m_lastBy) {
-        const FieldKind kind = m_template.fields.at(field).kind;
-        const Value &a = record[field], &b = than[field];
-        const int order = kind == FieldKind::Text || kind == FieldKind::DateTime
-            ? compareText(a.toText(), b.toText())
-            : int(a.toNumber() > b.toNumber()) - int(a.toNumber() < b.toNumber());
-        if (order != 0)
-            return order > 0;
-    }
-    return false;
+    const Join &join = m_template.joins.at(m_last);
+    qint64 rows = 0;
+    reader.read("SELECT Count(*) FROM " + tables(m_last) + where(conditions),
+                [&](const std::vector<Value> &count) { rows = count[0].toInteger(); });
+    const bool all = rows > rowsToLookUp && isJoinedByKey(join);
+    const auto &[left, right] = join.equalFields.first();
+    const bool isLeft = m_template.fields.at(left).table.compare(join.table, Qt::CaseInsensitive) == 0;
+    const QString row = all ? column(isLeft ? left : right) : QStringLiteral("[%1].[%2]").arg(m_template.table, m_key);
+    const QString select = QStringLiteral("SELECT %1, [%2].[%3], %4 FROM ")
+                               .arg(row, join.table, counterOf(join.table), column(join.lastBy));
+    QHash<qint64, Partner> last;
+    const auto keepLast = [&](const std::vector<Value> &found) {
+        if (found[0].isNull() || found[1].isNull())
+            return;
+        const Partner partner{found[1].toInteger(), found[2]};
+        const auto known = last.find(found[0].toInteger());
+        if (known == last.end())
+            last.insert(found[0].toInteger(), partner);
+        else if (isLater(partner, *known))
+            *known = partner;
+    };
+    reader.read(all ? select + '[' + join.table + ']' : select + tables(m_last + 1) + where(conditions), keepLast);
+    return last;
+}
+
+/// Whether a partner holds the number of its row.
+bool DataSource::isJoinedByKey(const Join &join) const
+{
+    const auto &[left, right] = join.equalFields.first();
+    const int key = m_template.fields.find(m_template.table, m_key);
+    const Field &other = m_template.fields.at(left == key ? right : left);
+    const dialect::Table *table = m_database.table(other.table);
+    return join.equalFields.size() == 1 && (left == key || right == key)
+        && table->columns[table->find(other.column)].kind == dialect::ValueKind::Long;
+}
+
+bool DataSource::isLater(const Partner &partner, const Partner &than) const
+{
+    const FieldKind kind = m_template.fields.at(m_template.joins.at(m_last).lastBy).kind;
+    const int order = kind == FieldKind::Text || kind == FieldKind::DateTime
+        ? compareText(partner.value.toText(), than.value.toText())
+        : int(partner.value.toNumber() > than.value.toNumber()) - int(partner.value.toNumber() < than.value.toNumber());
+    return order != 0 ? order > 0 : partner.number > than.number;
 }
 
 void DataSource::addMatching(Reading &reading, const std::vector<Value> &record) const

@@ -4,6 +4,8 @@
 #include "platform/reportengine/GroupedRecords.h"
 #include "platform/reportengine/Progress.h"
 
+#include <QHash>
+
 class RowReader;
 
 /// Where a report's records come from: a template and a selection formula held against a database.
@@ -29,25 +31,36 @@ private:
     void bindFormulas();
     FieldKind kindOf(const TextPiece &piece) const;
     QString counterOf(const QString &table) const;
-    /// Those of `conditions` that are not empty hold for its rows.
-    QString statement(const QStringList &conditions) const;
+    /// How a statement calls a field; a path is called by the number of its folder.
+    QString column(int field) const;
+    /// The template's table and the first of those that are joined to it.
+    QString tables(qsizetype joins, bool withPartner = false) const;
+    /// Those of `conditions` that are not empty hold for its rows; `withPartner`, rows without a last partner are left
+    /// out.
+    QString statement(const QStringList &conditions, bool withPartner = false) const;
     /// What has been read.
     struct Reading {
         std::vector<Value> values;
-        std::vector<Value> pending; ///< a record whose row of the template's table may have a later partner
         std::vector<std::pair<int, QHash<qint64, QString>>> paths; ///< by the folders' numbers, with their field
     };
     void readListed(Reading &reading, const std::vector<double> &keys, RowReader &reader, double &done) const;
     void readAll(Reading &reading, RowReader &reader, double &done) const;
-    /// Of the records of one row, which come one after the other, adds the last by `m_lastBy`, or all.
-    void add(Reading &reading, const std::vector<Value> &record) const;
-    bool isLater(const std::vector<Value> &record, const std::vector<Value> &than) const;
+    void readLast(Reading &reading, const QStringList &conditions, RowReader &reader) const;
+    /// A row of the table whose last partners count, and the value that makes it the last.
+    struct Partner {
+        qint64 number;
+        Value value;
+    };
+    /// The last partners by the numbers of the template's rows; at least those for which the conditions hold.
+    QHash<qint64, Partner> lastPartners(const QStringList &conditions, RowReader &reader) const;
+    bool isJoinedByKey(const Join &join) const;
+    bool isLater(const Partner &partner, const Partner &than) const;
     /// Adds the record's values if both formulas let it through. @throws ReportError 20500 when there are too many.
     void addMatching(Reading &reading, const std::vector<Value> &record) const;
 
     Database &m_database;
     Template &m_template;
     Formula &m_selection;
-    std::vector<int> m_lastBy; ///< fields of joined tables
+    qsizetype m_last = -1; ///< the join of which the last partner counts
     QString m_key; ///< the template's table's counter; empty where it has none
 };

@@ -117,6 +117,37 @@ private slots:
         QCOMPARE(shown.join(", "), expected);
     }
 
+    void lastPartnersOfManyRows()
+    {
+        ReportCrib crib;
+        crib.fill(
+            "INSERT INTO Types (ID, Description) VALUES (1, 'x'); INSERT INTO Locations (ID, Description) VALUES "
+            "(1, 'x'); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 4000) INSERT INTO "
+            "Tools (ID, Description, Type, Location) SELECT i, 'x', 1, 1 FROM n; WITH RECURSIVE n(i) AS (SELECT 0 "
+            "UNION ALL SELECT i + 1 FROM n WHERE i < 8999) INSERT INTO CheckOutIn (Tool_Id, Active, DateOut) "
+            "SELECT i % 3500 + 1, 0, '20' || (10 + i * 7 % 13) || '-01-01 00:00:00' FROM n");
+        std::vector<int> years(4001);
+        for (int i = 0; i < 9000; ++i)
+            years[i % 3500 + 1] = std::max(years[i % 3500 + 1], 2010 + i * 7 % 13);
+        const QByteArray content =
+            simpleTemplate("<from table=\"Tools\"/><join table=\"CheckOutIn\" on=\"CheckOutIn.Tool_Id = Tools.ID\" "
+                           "last=\"{CheckOutIn.DateOut}\"/>",
+                           "{Tools.ID} {CheckOutIn.DateOut}");
+        for (const auto &[formula, most] : {std::pair("", 3000), {"{CheckOutIn.DateOut} < date(2020,1,1)", 2020}}) {
+            const Read read(crib, content, formula);
+            QStringList expected;
+            for (int id = 1; id <= 4000; ++id)
+                if (years[id] < most && (years[id] > 0 || most > 2020))
+                    expected.append(QString::number(id) + ' ' + (years[id] > 0 ? QString::number(years[id]) : ""));
+            QStringList shown;
+            for (int row = 0; row < read.records.count(); ++row)
+                shown.append(
+                    read.records.record(row)[read.report.fields.find("Tools", "ID")].toText() + ' '
+                    + read.records.record(row)[read.report.fields.find("CheckOutIn", "DateOut")].toText().left(4));
+            QCOMPARE(shown, expected);
+        }
+    }
+
     void refusesByCode_data()
     {
         const QByteArray from = "<from table=\"Tools\"/>";
