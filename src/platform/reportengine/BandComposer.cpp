@@ -218,7 +218,7 @@ QString BandComposer::expanded(const TextPiece &piece, const BandContext &contex
     case TextPiece::Now:
         return Format::generalDate(m_now);
     case TextPiece::RowCount:
-        return QString::number(m_records.count());
+        return QString::number(m_records.recordCount());
     case TextPiece::Continued:
         return context.continued ? QStringLiteral(" (continued)") : QString();
     case TextPiece::Parameter:

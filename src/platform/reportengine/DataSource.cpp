@@ -53,6 +53,20 @@ TableColumns columnsOf(const Database &database, const QString &name)
     return columns;
 }
 
+void addOnce(std::vector<int> &fields, int field)
+{
+    if (std::ranges::find(fields, field) == fields.end())
+        fields.push_back(field);
+}
+
+void addFields(std::vector<int> &fields, const FormulaCondition &condition)
+{
+    if (condition.field >= 0)
+        addOnce(fields, condition.field);
+    for (const FormulaCondition &part : condition.parts)
+        addFields(fields, part);
+}
+
 QString where(QStringList conditions)
 {
     conditions.removeAll(QString());
@@ -271,11 +285,18 @@ QString DataSource::statement(const QStringList &conditions, bool withPartner) c
     return m_key.isEmpty() ? select : select + QStringLiteral(" ORDER BY [%1].[%2]").arg(m_template.table, m_key);
 }
 
-GroupedRecords DataSource::read(const Progress &progress) const
+GroupedRecords DataSource::read(const Progress &progress, bool each) const
 {
     Reading reading;
     if (m_template.table.isEmpty())
         return GroupedRecords(m_template, std::move(reading.values));
+    if (m_template.detail.lines.isEmpty() && !each) {
+        reading.isFolding = true;
+        reading.printed = printedFields();
+        for (const Aggregate &aggregate : std::as_const(m_template.aggregates))
+            if (aggregate.field >= 0)
+                addOnce(reading.folded.fields, aggregate.field);
+    }
     double done = 0;
     progress(done);
     RowReader reader(m_database, [&] { progress(done); });
@@ -287,7 +308,39 @@ GroupedRecords DataSource::read(const Progress &progress) const
         readListed(reading, *keys, reader, done);
     else
         readAll(reading, reader, done);
-    return GroupedRecords(m_template, std::move(reading.values));
+    return GroupedRecords(m_template, std::move(reading.values), std::move(reading.folded));
+}
+
+std::vector<int> DataSource::printedFields() const
+{
+    std::vector<int> printed;
+    const auto addFormula = [&](const Formula &formula) { addFields(printed, formula.condition()); };
+    forEachBand(m_template, [&](const Band &band) {
+        addFormula(band.when);
+        for (const BandLine &line : band.lines) {
+            addFormula(line.when);
+            for (const Cell &cell : line.cells) {
+                addFormula(cell.when);
+                for (const TextPiece &piece : cell.text)
+                    if (piece.kind == TextPiece::FieldValue)
+                        addOnce(printed, piece.number);
+            }
+        }
+    });
+    for (const Group &group : std::as_const(m_template.groups)) {
+        addOnce(printed, group.field);
+        if (group.sortField >= 0)
+            addOnce(printed, group.sortField);
+    }
+    return printed;
+}
+
+size_t DataSource::HashOfValues::operator()(const std::vector<Value> &values) const
+{
+    size_t hash = 0;
+    for (const Value &value : values)
+        hash = qHash(value.toText(), hash);
+    return hash;
 }
 
 void DataSource::readListed(Reading &reading, const std::vector<double> &keys, RowReader &reader, double &done) const
@@ -410,10 +463,36 @@ void DataSource::addMatching(Reading &reading, const std::vector<Value> &record)
     const std::vector<Value> &whole = reading.paths.empty() ? record : withPaths;
     if (!m_template.where.matches(whole.data()) || !m_selection.matches(whole.data()))
         return;
+    if (reading.isFolding)
+        fold(reading, whole);
+    else
+        addRow(reading, whole);
+}
+
+void DataSource::addRow(Reading &reading, const std::vector<Value> &record) const
+{
     std::vector<Value> &values = reading.values;
     const size_t width = size_t(m_template.fields.count());
     if (values.size() == GroupedRecords::maxCount * width)
         throw ReportError(ResultCode::outOfMemory,
                           QStringLiteral("more than %1 records").arg(GroupedRecords::maxCount));
-    values.insert(values.end(), whole.begin(), whole.begin() + qsizetype(width));
+    values.insert(values.end(), record.begin(), record.begin() + qsizetype(width));
+}
+
+void DataSource::fold(Reading &reading, const std::vector<Value> &record) const
+{
+    std::vector<Value> printed;
+    for (const int field : reading.printed)
+        printed.push_back(record[field]);
+    auto &[counts, fields, tallies] = reading.folded;
+    const auto [known, isNew] = reading.rows.try_emplace(std::move(printed), counts.size());
+    if (isNew) {
+        addRow(reading, record);
+        counts.push_back(0);
+        tallies.resize(tallies.size() + fields.size());
+    }
+    const size_t row = known->second;
+    ++counts[row];
+    for (size_t i = 0; i < fields.size(); ++i)
+        tallies[row * fields.size() + i].add(record[fields[i]], m_template.fields.at(fields[i]).kind);
 }

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+#include <unordered_map>
+
 class RowReader;
 
 /// Where a report's records come from: a template and a selection formula held against a database.
@@ -17,10 +19,11 @@ public:
     /// and 20525 for a template that compares, formats or groups what it cannot, 20521 for a sum over texts.
     DataSource(Database &database, Template &report, Formula &selection);
 
-    /// Keeps no more than the records that match. `progress` is also called while a join is searched without finding
+    /// Keeps no more than the records that match and, where the template prints no details, one of those that print
+    /// alike unless `each` is wanted. `progress` is also called while a join is searched without finding
     /// any.
     /// @throws ReportError 20500 for too many records; EngineError.
-    GroupedRecords read(const Progress &progress) const;
+    GroupedRecords read(const Progress &progress, bool each = false) const;
 
 private:
     void learnKinds();
@@ -38,9 +41,18 @@ private:
     /// Those of `conditions` that are not empty hold for its rows; `withPartner`, rows without a last partner are left
     /// out.
     QString statement(const QStringList &conditions, bool withPartner = false) const;
+    /// The fields whose values show outside of sums.
+    std::vector<int> printedFields() const;
+    struct HashOfValues {
+        size_t operator()(const std::vector<Value> &values) const;
+    };
     /// What has been read.
     struct Reading {
         std::vector<Value> values;
+        bool isFolding = false;
+        std::vector<int> printed;
+        std::unordered_map<std::vector<Value>, size_t, HashOfValues> rows; ///< by what they print
+        FoldedRecords folded;
         std::vector<std::pair<int, QHash<qint64, QString>>> paths; ///< by the folders' numbers, with their field
     };
     void readListed(Reading &reading, const std::vector<double> &keys, RowReader &reader, double &done) const;
@@ -57,6 +69,8 @@ private:
     bool isLater(const Partner &partner, const Partner &than) const;
     /// Adds the record's values if both formulas let it through. @throws ReportError 20500 when there are too many.
     void addMatching(Reading &reading, const std::vector<Value> &record) const;
+    void addRow(Reading &reading, const std::vector<Value> &record) const;
+    void fold(Reading &reading, const std::vector<Value> &record) const;
 
     Database &m_database;
     Template &m_template;

@@ -60,28 +60,70 @@ bool isNumeric(FieldKind kind) { return kind == FieldKind::Number || kind == Fie
 
 int compareNumbers(double a, double b) { return a < b ? -1 : a > b ? 1 : 0; }
 
-/// Adds without losing the small amounts beside a large sum.
-class Sum
+bool precedes(const Value &a, const Value &b, FieldKind kind)
 {
-public:
-    void add(double value)
-    {
-        const double corrected = value - m_lost;
-        const double next = m_total + corrected;
-        m_lost = (next - m_total) - corrected;
-        m_total = next;
-    }
-    double total() const { return m_total; }
-
-private:
-    double m_total = 0;
-    double m_lost = 0;
-};
+    return isNumeric(kind) ? a.toNumber() < b.toNumber() : compareText(a.toText(), b.toText()) < 0;
+}
 
 }
 
-GroupedRecords::GroupedRecords(const Template &report, std::vector<Value> values)
-    : m_width(report.fields.count()), m_values(std::move(values))
+void FieldTally::add(const Value &value, FieldKind kind)
+{
+    if (value.isNull() || (value.isText() && value.toText().isEmpty()))
+        return;
+    ++m_present;
+    if (isNumeric(kind))
+        addAmount(value.toNumber());
+    stretchTo(value, kind);
+}
+
+void FieldTally::add(const FieldTally &other, FieldKind kind)
+{
+    if (other.m_present == 0)
+        return;
+    m_present += other.m_present;
+    addAmount(other.m_total);
+    addAmount(-other.m_lost);
+    stretchTo(other.m_smallest, kind);
+    stretchTo(other.m_largest, kind);
+}
+
+void FieldTally::addAmount(double amount)
+{
+    const double corrected = amount - m_lost;
+    const double next = m_total + corrected;
+    m_lost = (next - m_total) - corrected;
+    m_total = next;
+}
+
+void FieldTally::stretchTo(const Value &value, FieldKind kind)
+{
+    if (m_smallest.isNull() || precedes(value, m_smallest, kind))
+        m_smallest = value;
+    if (m_largest.isNull() || precedes(m_largest, value, kind))
+        m_largest = value;
+}
+
+Value FieldTally::result(Aggregate::Function function) const
+{
+    if (function == Aggregate::Count)
+        return m_present;
+    if (m_present == 0)
+        return {};
+    switch (function) {
+    case Aggregate::Sum:
+        return m_total;
+    case Aggregate::Average:
+        return m_total / m_present;
+    case Aggregate::Minimum:
+        return m_smallest;
+    default:
+        return m_largest;
+    }
+}
+
+GroupedRecords::GroupedRecords(const Template &report, std::vector<Value> values, FoldedRecords folded)
+    : m_width(report.fields.count()), m_values(std::move(values)), m_folded(std::move(folded))
 {
     arrange(report);
     for (const Aggregate &aggregate : report.aggregates) {
@@ -92,6 +134,11 @@ GroupedRecords::GroupedRecords(const Template &report, std::vector<Value> values
         for (const Run &run : aggregate.level < 0 ? std::span(&whole, 1) : std::span(m_runs[aggregate.level]))
             m_aggregates.back().values.push_back(over(number, std::span(&run, 1)));
     }
+}
+
+int GroupedRecords::recordCount() const
+{
+    return isFolded() ? std::accumulate(m_folded.counts.begin(), m_folded.counts.end(), 0) : count();
 }
 
 std::span<const GroupedRecords::Run> GroupedRecords::groupsIn(int level, int row) const
@@ -193,43 +240,19 @@ void GroupedRecords::findRuns(const std::vector<Ranks> &groupRanks)
 Value GroupedRecords::over(int number, std::span<const Run> groups) const
 {
     const auto &[aggregate, kind, values] = m_aggregates[number];
-    const bool numeric = isNumeric(kind);
-    int rows = 0;
-    const auto precedes = [numeric](const Value &a, const Value &b) {
-        return numeric ? a.toNumber() < b.toNumber() : compareText(a.toText(), b.toText()) < 0;
-    };
-    int present = 0;
-    Sum sum;
-    const Value *smallest = nullptr;
-    const Value *largest = nullptr;
+    const auto summedUp = std::ranges::find(m_folded.fields, aggregate.field) - m_folded.fields.begin();
+    int records = 0;
+    FieldTally tally;
     for (const Run &run : groups) {
-        rows += run.last - run.first + 1;
-        for (int row = run.first; aggregate.field >= 0 && row <= run.last; ++row) {
-            const Value &value = record(row)[aggregate.field];
-            if (value.isNull() || (value.isText() && value.toText().isEmpty()))
+        for (int row = run.first; row <= run.last; ++row) {
+            records += isFolded() ? m_folded.counts[m_order[row]] : 1;
+            if (aggregate.field < 0)
                 continue;
-            ++present;
-            sum.add(value.toNumber());
-            if (!smallest || precedes(value, *smallest))
-                smallest = &value;
-            if (!largest || precedes(*largest, value))
-                largest = &value;
+            if (isFolded())
+                tally.add(m_folded.tallies[m_order[row] * m_folded.fields.size() + summedUp], kind);
+            else
+                tally.add(record(row)[aggregate.field], kind);
         }
     }
-    if (aggregate.field < 0)
-        return rows;
-    if (aggregate.function == Aggregate::Count)
-        return present;
-    if (present == 0)
-        return {};
-    switch (aggregate.function) {
-    case Aggregate::Sum:
-        return sum.total();
-    case Aggregate::Average:
-        return sum.total() / present;
-    case Aggregate::Minimum:
-        return *smallest;
-    default:
-        return *largest;
-    }
+    return aggregate.field < 0 ? Value(records) : tally.result(aggregate.function);
 }

@@ -5,12 +5,40 @@
 #include <span>
 #include <vector>
 
+/// What the values of a field come to. Empty ones do not count.
+class FieldTally
+{
+public:
+    void add(const Value &value, FieldKind kind);
+    void add(const FieldTally &other, FieldKind kind);
+    /// Empty where no value counts, but for a count.
+    Value result(Aggregate::Function function) const;
+
+private:
+    void addAmount(double amount);
+    void stretchTo(const Value &value, FieldKind kind);
+
+    int m_present = 0;
+    // Adds without losing the small amounts beside a large sum.
+    double m_total = 0;
+    double m_lost = 0;
+    Value m_smallest;
+    Value m_largest;
+};
+
+/// Records of which each stands for all that print alike.
+struct FoldedRecords {
+    std::vector<int> counts = {}; ///< of the records that each stands for; none where nothing was folded
+    std::vector<int> fields = {}; ///< those that are added up
+    std::vector<FieldTally> tallies = {}; ///< of one record after the other, a tally for each of these fields
+};
+
 /// The records that a report prints, in the order in which it prints them, with their groups and the numbers over
 /// those.
 class GroupedRecords
 {
 public:
-    static constexpr int maxCount = 200'000;
+    static constexpr int maxCount = 200'000; // rows
 
     /// The rows of one group, or of the report.
     struct Run {
@@ -21,9 +49,12 @@ public:
     GroupedRecords() = default;
     /// `values` are those of one record after the other, a value for each field of the template. A template without
     /// fields has one record.
-    GroupedRecords(const Template &report, std::vector<Value> values);
+    GroupedRecords(const Template &report, std::vector<Value> values, FoldedRecords folded = {});
 
+    /// The rows; each is a record, or several that print alike.
     int count() const { return int(m_order.size()); }
+    int recordCount() const;
+    bool isFolded() const { return !m_folded.counts.empty(); }
     /// The values of a row, by the numbers of their fields.
     const Value *record(int row) const { return m_values.data() + size_t(m_order[row]) * m_width; }
     /// The rows of the group that `row` is in; level 0 is the outermost group.
@@ -48,6 +79,7 @@ private:
 
     size_t m_width = 0;
     std::vector<Value> m_values;
+    FoldedRecords m_folded;
     std::vector<int> m_order; ///< position among the values of each row
     std::vector<std::vector<Run>> m_runs; ///< by level
     std::vector<std::vector<int>> m_runOfRow; ///< by level, the number of each row's run

@@ -14,6 +14,7 @@
 #include <QScopeGuard>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -60,6 +61,8 @@ int codeOf(const EngineError &error)
 struct Report::Run {
     Template report;
     QHash<QString, QString> parameters;
+    Formula selection;
+    std::optional<DataSource> source;
     GroupedRecords records;
     std::unique_ptr<BandComposer> composer;
     std::unique_ptr<Pagination> layout;
@@ -87,13 +90,13 @@ int Report::open(const QString &templatePath, const QString &formula, const QHas
         run->parameters[QStringLiteral("selection")] = {};
         report.requireParameters(run->parameters);
 
-        Formula selection = Formula::parse(formula, report.fields);
+        run->selection = Formula::parse(formula, report.fields);
         if (!m_database || !ProgramFolder::fileExists(m_database->path()))
             throw ReportError(ResultCode::cannotOpenDatabase, QStringLiteral("there is no open database"));
-        const DataSource source(*m_database, report, selection);
+        run->source.emplace(*m_database, report, run->selection);
         run->parameters[QStringLiteral("selection")] =
-            inWords(selection, report.fields, report.table).left(maxShownFormula).simplified();
-        run->records = source.read(reporting());
+            inWords(run->selection, report.fields, report.table).left(maxShownFormula).simplified();
+        run->records = run->source->read(reporting());
         run->composer = std::make_unique<BandComposer>(report, run->records, run->parameters, Clock::now());
         run->layout = std::make_unique<Pagination>(report, run->records, *run->composer);
         m_run = std::move(run);
@@ -115,7 +118,7 @@ QPageLayout Report::pageLayout() const { return m_run ? m_run->report.pageLayout
 
 QString Report::title() const { return m_run ? m_run->parameters.value(QStringLiteral("title")) : QString(); }
 
-int Report::recordCount() const { return m_run ? m_run->records.count() : 0; }
+int Report::recordCount() const { return m_run ? m_run->records.recordCount() : 0; }
 
 int Report::paint(QPainter &painter, int page) const
 {
@@ -170,7 +173,10 @@ int Report::writeCsv(const QString &file, bool mayReplace)
     return perform([&] {
         requireRun();
         OutputFile output(file, mayReplace);
-        ::writeCsv(output.file(), m_run->records, m_run->report.fields, reporting());
+        // A table shows each record, also where the pages have sums only.
+        const bool isFolded = m_run->records.isFolded();
+        const GroupedRecords each = isFolded ? m_run->source->read(reporting(), true) : GroupedRecords();
+        ::writeCsv(output.file(), isFolded ? each : m_run->records, m_run->report.fields, reporting());
         output.commit();
     });
 }

@@ -61,6 +61,30 @@ private slots:
         QCOMPARE(read.records.run(0, 3).last, 4);
     }
 
+    void foldsWhatPrintsAlike()
+    {
+        ReportCrib crib;
+        crib.fill("INSERT INTO Scrap (Job, Employee, PricePer, Notes, ScrapDate) VALUES (1, 1, 0.1, 'b', NULL), "
+                  "(2, 1, 5, '', '2024-01-01 00:00:00'), (1, 1, 0.2, 'A', '2024-05-05 00:00:00'), (1, 2, NULL, NULL, "
+                  "'2023-01-01 00:00:00'), (2, 1, -7, 'c', '2024-01-01 00:00:00'), (1, 1, 1e9, 'c', NULL)");
+        Template report = TemplateReader::read(
+            R"(<report version="1"><data><from table="Scrap"/></data><columns><column name="c" width="1"/></columns>
+            <group by="{Scrap.Job}"><footer><line><cell in="c" when="{Scrap.Employee} = 1">{sum(Scrap.PricePer)}
+            {avg(Scrap.PricePer)} {min(Scrap.Notes)} {max(Scrap.ScrapDate)} {count(Scrap.Notes)} {count()}</cell></line>
+            </footer></group><reportfooter><line><cell in="c">{sum(Scrap.PricePer)} {min(Scrap.PricePer)} {count()}</cell>
+            </line></reportfooter></report>)",
+            "Test.rpt");
+        Formula all = Formula::parse({}, report.fields);
+        const DataSource source(*crib.database, report, all);
+        const GroupedRecords folded = source.read([](double) {}), each = source.read([](double) {}, true);
+        QCOMPARE(folded.count(), 3); // of job 1 two employees'
+        QCOMPARE(folded.recordCount(), 6);
+        QCOMPARE(each.recordCount(), 6);
+        for (int number = 0; number < report.aggregates.size(); ++number)
+            for (const auto &[row, same] : {std::pair(0, 0), {2, 5}})
+                QCOMPARE(folded.aggregate(number, row).toText(), each.aggregate(number, same).toText());
+    }
+
     void groupsByPeriod()
     {
         ReportCrib crib;
