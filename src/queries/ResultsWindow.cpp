@@ -15,7 +15,6 @@
 
 #include <QHash>
 #include <QHeaderView>
-#include <QLocale>
 #include <QPointer>
 #include <QScreen>
 #include <QShortcut>
@@ -42,10 +41,17 @@ double sumOfPrices(const Recordset &rows, const QList<int> &numbers)
 {
     constexpr double units = 10'000;
     const int price = rows.fieldIndex(priceField);
-    qint64 sum = 0;
+    double sum = 0;
     for (const int row : numbers)
-        sum += std::llround(rows.at(row, price).toNumber() * units);
-    return double(sum) / units;
+        sum += std::round(rows.at(row, price).toNumber() * units);
+    return sum / units;
+}
+
+/// "3 selected, $12.50": how many, and what they cost where they have prices.
+QString total(const Recordset &rows, const QList<int> &numbers, const char *what)
+{
+    const QString count = QString::number(numbers.size()) + what;
+    return hasField(rows, priceField) ? count + ", " + Format::currency(sumOfPrices(rows, numbers)) : count;
 }
 
 QHash<qint64, QString> namesByNumber(const char *statement)
@@ -128,22 +134,17 @@ void ResultsWindow::showRows(Recordset rows)
 {
     const QList<BoundGrid::Column> columns = gridColumns(m_kind, rows);
     ui.dbgCustFound->setSource(std::make_shared<Recordset>(std::move(rows)), columns);
+    QList<int> all(ui.dbgCustFound->rows().recordCount());
+    std::iota(all.begin(), all.end(), 0);
+    m_totalShown = total(ui.dbgCustFound->rows(), all, all.size() == 1 ? " row shown" : " rows shown");
     showTotals();
 }
 
 void ResultsWindow::showTotals()
 {
-    const Recordset &rows = ui.dbgCustFound->rows();
-    const bool hasPrices = hasField(rows, priceField);
-    const auto total = [&](const char *what, const QList<int> &numbers) {
-        const QString count = QLocale::c().toString(numbers.size()) + what;
-        return hasPrices ? count + ", " + Format::currency(sumOfPrices(rows, numbers)) : count;
-    };
-    QList<int> all(rows.recordCount());
-    std::iota(all.begin(), all.end(), 0);
-    QString text = total(all.size() == 1 ? " row shown" : " rows shown", all);
+    QString text = m_totalShown;
     if (const QList<int> &selected = ui.dbgCustFound->selectedRows(); !selected.isEmpty())
-        text += "; " + total(" selected", selected);
+        text += "; " + total(ui.dbgCustFound->rows(), selected, " selected");
     ui.lblTotals->setText(text);
 }
 

@@ -44,5 +44,6 @@ private:
     std::shared_ptr<Recordset> datReports;
     int m_sortedColumn = -1;
     bool m_descending = false;
+    QString m_totalShown; ///< of the rows shown, which selecting does not change
     ReportControl *crpMain;
 };
