@@ -60,17 +60,16 @@ QJsonObject readFile()
 
 QJsonObject toJson(const KeptCriterion &kept)
 {
-    return {{"criterion", kept.useBox},
-            {"range", kept.entry.isRange},
-            {"from", kept.entry.shown[0]},
-            {"to", kept.entry.shown[1]},
-            {"period", kept.period}};
+    return {{"criterion", kept.useBox},  {"range", kept.entry.isRange},   {"from", kept.entry.shown[0]},
+            {"to", kept.entry.shown[1]}, {"number", kept.entry.bound[0]}, {"period", kept.period}};
 }
 
 KeptCriterion fromJson(const QJsonObject &object)
 {
     return {object["criterion"].toString(),
-            {object["range"].toBool(), {object["from"].toString(), object["to"].toString()}, {}},
+            {object["range"].toBool(),
+             {object["from"].toString(), object["to"].toString()},
+             {object["number"].toString(), {}}},
             object["period"].toString()};
 }
 
@@ -112,17 +111,17 @@ std::vector<KeptCriterion> KeptQueries::criteria(const QString &name) const
     return criteria;
 }
 
-void KeptQueries::keep(const QString &name, const std::vector<KeptCriterion> &criteria) const
+bool KeptQueries::keep(const QString &name, const std::vector<KeptCriterion> &criteria, bool mayReplace) const
 {
     QJsonArray kept;
     for (const KeptCriterion &criterion : criteria)
         kept.append(toJson(criterion));
-    change(name, kept);
+    return change(name, kept, mayReplace);
 }
 
-void KeptQueries::remove(const QString &name) const { change(name, QJsonValue::Undefined); }
+void KeptQueries::remove(const QString &name) const { change(name, QJsonValue::Undefined, true); }
 
-void KeptQueries::change(const QString &name, const QJsonValue &criteria) const
+bool KeptQueries::change(const QString &name, const QJsonValue &criteria, bool mayReplace) const
 {
     const QString path = pathOfFile();
     QLockFile lock(path + ".lock");
@@ -130,6 +129,8 @@ void KeptQueries::change(const QString &name, const QJsonValue &criteria) const
         throw KeptQueriesError("Somebody else is keeping a query. Try again.");
     QJsonObject forms = readFile();
     QJsonObject queries = forms[m_form].toObject();
+    if (queries.contains(name) && !mayReplace)
+        return false;
     queries[name] = criteria; // undefined, it goes
     forms[m_form] = queries;
     QSaveFile file(path);
@@ -138,4 +139,5 @@ void KeptQueries::change(const QString &name, const QJsonValue &criteria) const
         throw KeptQueriesError("No more queries can be kept. Delete some.");
     if (!file.open(QFile::WriteOnly) || file.write(content) != content.size() || !file.commit())
         throw KeptQueriesError(path + " cannot be written: " + file.errorString() + '.');
+    return true;
 }

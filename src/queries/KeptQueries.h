@@ -26,8 +26,8 @@ public:
     explicit KeptQueriesError(const QString &text) : std::runtime_error(text.toStdString()) { }
 };
 
-/// The queries that attendants keep under names, those of one form. They lie in a file of the crib folder that all
-/// desks share; each call looks at it anew.
+/// The queries that attendants keep under names, those of one form. They lie in a file of the crib folder, for all
+/// desks that share it; each call looks at it anew.
 class KeptQueries
 {
 public:
@@ -39,13 +39,13 @@ public:
     /// In the order of texts. @throws KeptQueriesError, as all of them.
     QStringList names() const;
     std::vector<KeptCriterion> criteria(const QString &name) const;
-    /// In place of what was kept under that name before.
-    void keep(const QString &name, const std::vector<KeptCriterion> &criteria) const;
+    /// @returns false, and keeps nothing, where there is a query of that name that may not be replaced.
+    bool keep(const QString &name, const std::vector<KeptCriterion> &criteria, bool mayReplace) const;
     void remove(const QString &name) const;
 
 private:
     QJsonObject queries() const;
-    void change(const QString &name, const QJsonValue &criteria) const;
+    bool change(const QString &name, const QJsonValue &criteria, bool mayReplace) const;
 
     QString m_form;
 };

@@ -3,6 +3,7 @@
 #include "platform/gui/MsgBox.h"
 #include "platform/gui/UserAction.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QScreen>
 #include <QShortcut>
@@ -28,12 +29,12 @@ KeptQueriesWindow::KeptQueriesWindow(const QString &form, const std::vector<Row>
     ui.grpKeep->setEnabled(!rows.empty());
     showNames();
     resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
+    connect(qApp, &QApplication::focusChanged, this, &KeptQueriesWindow::showDefaultButton);
     onUserAction(ui.cmdTake, &QPushButton::clicked, this, &KeptQueriesWindow::cmdTake_Click);
     onUserAction(ui.lstNames, &QListWidget::itemDoubleClicked, [this] { cmdTake_Click(); });
     onUserAction(ui.cmdDelete, &QPushButton::clicked, this, &KeptQueriesWindow::cmdDelete_Click);
     onUserAction(new QShortcut(QKeySequence::Delete, ui.lstNames, nullptr, nullptr, Qt::WidgetShortcut),
                  &QShortcut::activated, this, &KeptQueriesWindow::cmdDelete_Click);
-    onUserAction(ui.txtName, &QLineEdit::returnPressed, this, &KeptQueriesWindow::cmdKeep_Click);
     onUserAction(ui.cmdKeep, &QPushButton::clicked, this, &KeptQueriesWindow::cmdKeep_Click);
     onUserAction(ui.cmdClose, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -46,9 +47,17 @@ void KeptQueriesWindow::showNames(const QString &current)
     ui.lstNames->setCurrentItem(found.isEmpty() ? ui.lstNames->item(0) : found.front());
     const bool hasAny = ui.lstNames->count() > 0;
     ui.cmdTake->setEnabled(hasAny);
-    ui.cmdTake->setDefault(hasAny);
     ui.cmdDelete->setEnabled(hasAny);
     (hasAny ? static_cast<QWidget *>(ui.lstNames) : ui.txtName)->setFocus();
+}
+
+// What Enter does hangs on what the user is at: nobody who types a name wants another query taken over the criteria.
+void KeptQueriesWindow::showDefaultButton()
+{
+    if (focusWidget() == ui.lstNames)
+        ui.cmdTake->setDefault(true);
+    else if (ui.periods->indexOf(focusWidget()) >= 0)
+        ui.cmdKeep->setDefault(true);
 }
 
 void KeptQueriesWindow::cmdTake_Click()
@@ -88,17 +97,18 @@ void KeptQueriesWindow::cmdKeep_Click()
         ui.txtName->setFocus();
         return;
     }
-    if (m_queries.names().contains(name)
-        && msgBox({.text = "There is a query \"" + name + "\" already. Replace it?",
-                   .icon = QMessageBox::Question,
-                   .buttons = QMessageBox::Yes | QMessageBox::No,
-                   .defaultButton = QMessageBox::No})
-            != QMessageBox::Yes)
-        return;
     for (size_t i = 0; i < m_criteria.size(); ++i)
         if (m_periods[i])
             m_criteria[i].period = m_periods[i]->currentIndex() > 0 ? m_periods[i]->currentText() : QString();
-    m_queries.keep(name, m_criteria);
+    if (!m_queries.keep(name, m_criteria, false)) {
+        if (msgBox({.text = "There is a query \"" + name + "\" already. Replace it?",
+                    .icon = QMessageBox::Question,
+                    .buttons = QMessageBox::Yes | QMessageBox::No,
+                    .defaultButton = QMessageBox::No})
+            != QMessageBox::Yes)
+            return;
+        m_queries.keep(name, m_criteria, true);
+    }
     ui.txtName->clear();
     showNames(name);
 }

@@ -24,6 +24,7 @@ public:
 
 private:
     void showNames(const QString &current = {});
+    void showDefaultButton();
     void cmdTake_Click();
     void cmdDelete_Click();
     void cmdKeep_Click();

@@ -111,6 +111,15 @@ void QueryForm::Row::setText(int box, const QString &text) const
         texts[box]->setText(text);
 }
 
+void QueryForm::Row::choose(const QString &bound) const
+{
+    auto *choices = qobject_cast<BoundCombo *>(valueBoxes[0]);
+    if (const int place = choices->findData(bound); place >= 0)
+        choices->setCurrentIndex(place);
+    else
+        choices->showUnoffered(choices->text(), "This one is not in the list.");
+}
+
 void QueryForm::showModal(const QueryKind &kind)
 {
     std::optional<Recordset> found;
@@ -277,6 +286,7 @@ void QueryForm::showKeptQueries()
 void QueryForm::take(const std::vector<KeptCriterion> &criteria)
 {
     const HourGlass busy;
+    QStringList gone;
     for (const Row &row : m_rows)
         row.useBox->setChecked(false);
     for (const Row &row : m_rows) {
@@ -288,8 +298,15 @@ void QueryForm::take(const std::vector<KeptCriterion> &criteria)
         row.setText(0, entry.shown[0]);
         row.rangeBox->setChecked(entry.isRange);
         row.setText(1, entry.shown[1]);
+        if (row.criterion->value == Criterion::Employee && !entry.isRange) {
+            row.choose(entry.bound[0]);
+            if (row.entry().bound[0].isEmpty())
+                gone.append(entry.shown[0]);
+        }
     }
     ui.cmdGenerate->setFocus();
+    if (!gone.isEmpty())
+        inform(gone.join(", ") + " is not in the list of employees any more.");
 }
 
 void QueryForm::cmdGenerate_Click()

@@ -50,6 +50,8 @@ private:
 
         bool isEmpty(int box) const { return texts[box]->text().trimmed().isEmpty(); }
         void setText(int box, const QString &text) const;
+        /// The choice behind `bound`, whatever text it has; none when it is gone, though a namesake may be there.
+        void choose(const QString &bound) const;
         Entry entry() const;
     };
 

@@ -207,8 +207,11 @@ private slots:
     {
         Clock::setSource([] { return QDateTime({2026, 2, 15}, {8, 0}); });
         const auto endClock = qScopeGuard([] { Clock::setSource({}); });
-        ScriptedUser user(QMessageBox::Yes);
+        ScriptedUser user(QMessageBox::Ok);
+        user.answers(QMessageBox::Yes);
         user.answers(QMessageBox::Ok);
+        m_crib->run({"Insert into Employee (EmpID, LastName, FirstName) values (3, 'Miller', 'Anna')",
+                     "Insert into CheckOutIn (Tool_Id, Employee) values (1, '3')"});
         QueryForm form(QueryKind::frmQueryCheckedOut);
         form.show();
         QVERIFY(QTest::qWaitForWindowActive(&form));
@@ -219,15 +222,21 @@ private slots:
         };
         box(form, "chkUseEmp")->click();
         enter(form, "dbcEmp1", "MILLER ANNA");
+        auto *employees = form.findChild<BoundCombo *>("dbcEmp1");
+        employees->setCurrentIndex(employees->findData("17"));
         box(form, "chkUseCheckOut")->click();
         enter(form, "dbcCheckOut1", "2020-01-01");
         inKeptQueries([](KeptQueriesWindow &window) {
             for (const QString period : {"last month", "until today"}) {
                 window.findChild<QComboBox *>()->setCurrentText(period);
+                window.ui.txtName->setFocus();
                 window.ui.txtName->setText("Anna, " + period);
-                window.ui.cmdKeep->click();
+                QTest::keyClick(window.ui.txtName, Qt::Key_Return);
             }
-            window.ui.cmdClose->click();
+            QVERIFY(window.isVisible());
+            window.ui.cmdClose->setFocus();
+            QTest::keyClick(window.ui.cmdClose, Qt::Key_Return);
+            QCOMPARE(window.taken().size(), 0);
         });
         for (const auto &[name, from, to] : {std::tuple("Anna, last month", "2026-01-01", "2026-01-31"),
                                              {"Anna, until today", "2020-01-01", "2026-02-15"}}) {
@@ -243,9 +252,19 @@ private slots:
             QCOMPARE(text(form, "dbcCheckOut1") + ' ' + text(form, "dbcCheckOut2"), QString(from) + ' ' + to);
         }
 
+        const KeptQueries queries("frmQueryCheckedOut");
+        QVERIFY(queries.keep("gone", {{"chkUseEmp", {.shown = {"MILLER ANNA"}, .bound = {"99"}}}}, false));
+        QVERIFY(!queries.keep("gone", {}, false));
+        inKeptQueries([](KeptQueriesWindow &window) {
+            window.ui.lstNames->setCurrentRow(2);
+            window.ui.cmdTake->click();
+        });
+        QCOMPARE(user.texts(), QStringList("MILLER ANNA is not in the list of employees any more."));
+        QVERIFY(employees->boundValue().isNull());
+
         inKeptQueries([](KeptQueriesWindow &window) {
             QTest::keyClick(window.ui.lstNames, Qt::Key_Delete);
-            QCOMPARE(window.ui.lstNames->count(), 1);
+            QCOMPARE(window.ui.lstNames->count(), 2);
             window.reject();
         });
         QCOMPARE(KeptQueries("frmQueryScrap").names(), QStringList());
