@@ -383,9 +383,9 @@ void DeskWindow::shareRoom(int stretchedColumn)
     QList<std::pair<int, int>> wanted; // width, column
     for (int column = 0; column < header->count(); ++column)
         if (column != stretchedColumn && !header->isSectionHidden(column))
-            wanted.append(
-                {qMax(view->sizeHintForColumn(column), header->isVisible() ? header->sectionSizeHint(column) : 0),
-                 column});
+            wanted.append({qMax(view->sizeHintForColumn(column),
+                                ui.lstLines->isHeaderHidden() ? 0 : header->sectionSizeHint(column)),
+                           column});
     std::ranges::sort(wanted);
     header->setSectionResizeMode(QHeaderView::Fixed);
     header->setSectionResizeMode(stretchedColumn, QHeaderView::Stretch);
