@@ -67,16 +67,23 @@ QByteArray samples(const std::vector<Tone> &tones)
 
 Sounds::Sounds()
 {
-    for (const char *player : {"pw-play", "paplay", "aplay", "afplay"})
-        if (m_player.isEmpty())
-            m_player = QStandardPaths::findExecutable(player);
+    for (const char *name : {"pw-play", "paplay", "aplay", "afplay"})
+        if (const QString player = QStandardPaths::findExecutable(name); !player.isEmpty())
+            m_players.append(player);
     m_process.setStandardOutputFile(QProcess::nullDevice());
     m_process.setStandardErrorFile(QProcess::nullDevice());
+    // One may be installed for a sound system that does not run here.
+    QObject::connect(&m_process, &QProcess::finished, &m_process, [this](int code, QProcess::ExitStatus status) {
+        if (status != QProcess::NormalExit || code == 0)
+            return;
+        m_players.removeFirst();
+        play(m_playing);
+    });
 }
 
 void Sounds::play(Answer::Sound sound)
 {
-    const QString file = m_player.isEmpty() ? QString() : fileOf(sound);
+    const QString file = m_players.isEmpty() ? QString() : fileOf(sound);
     if (file.isEmpty()) {
         QApplication::beep();
         return;
@@ -88,7 +95,7 @@ void Sounds::play(Answer::Sound sound)
     }
     if (m_process.state() == QProcess::NotRunning) {
         m_playing = sound;
-        m_process.start(m_player, {file});
+        m_process.start(m_players.first(), {file});
     }
 }
 

@@ -5,8 +5,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-/// The desk's short sounds: tones of its own, played by whatever the desktop plays sounds with; without such a program
-/// the desktop's bell.
+/// The desk's short sounds: tones of its own, played by whatever program of the desktop plays sounds; without one that
+/// can, as on Windows, the desktop's bell for all of them.
 class Sounds
 {
 public:
@@ -18,7 +18,7 @@ private:
     QString fileOf(Answer::Sound sound);
 
     QTemporaryDir m_folder;
-    QString m_player;
+    QStringList m_players; ///< the first one plays
     QProcess m_process;
     Answer::Sound m_playing = Answer::SoundDone;
 };
