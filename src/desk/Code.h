@@ -39,5 +39,5 @@ struct CodeForm {
     bool isNumbered;
     Code::Kind kind;
 };
-/// All forms of codes; labels and cards are printed from it, too.
+/// All forms of codes; the templates of labels and cards print these.
 std::span<const CodeForm> codeForms();
