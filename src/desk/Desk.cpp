@@ -1,6 +1,5 @@
 #include "desk/Desk.h"
 
-#include "catalogue/FolderMove.h"
 #include "common/ItemId.h"
 #include "db/Literals.h"
 #include "db/Session.h"
@@ -32,43 +31,7 @@ bool isWithin(int milliSeconds, const QDateTime &before, const QDateTime &now)
 
 bool isSame(const Code &one, const Code &other) { return one.kind == other.kind && one.number == other.number; }
 
-// What a visit left behind is said before the answer to the scan that ended it.
-Answer after(const Answer &ended, Answer answer)
-{
-    if (ended.tone == Answer::Attention)
-        answer = {std::max(answer.tone, Answer::Attention), ended.words + ' ' + answer.words};
-    return answer;
-}
-
 QString tools(qsizetype number) { return number == 1 ? QString("1 tool") : QString("%1 tools").arg(number); }
-
-/// Makes a change of the crib whole or not at all. @throws Refusal, EngineError
-void make(const std::function<void()> &steps)
-{
-    const AtomicChange change = AtomicChange::attempt(steps);
-    if (change.outcome == AtomicChange::Refused)
-        throw Refusal(change.why);
-    if (change.outcome == AtomicChange::Failed)
-        throw EngineError(change.number, change.why);
-}
-
-FolderMove moveTo(qint32 location, qint16 tool, const QString &name)
-{
-    return {.table = "locations",
-            .column = "location",
-            .folders = {},
-            .tools = {tool},
-            .target = location,
-            .targetText = name,
-            .fromTree = false};
-}
-
-// Only a tool that lies where it was seen is moved.
-void requireAt(qint32 location, qint16 tool)
-{
-    const Recordset row = openRecordset("Select Location from Tools where id=" + QString::number(tool));
-    refuseUnless(!row.isEmpty() && row.field(0).toInteger() == location, "The tool was moved or deleted meanwhile.");
-}
 
 // Asked where the connection broke at the deed's end. The server may be storing it still: to be asked as a change,
 // which waits for that.
@@ -343,13 +306,13 @@ void Desk::change(const ToolAtHand &tool, Intent intent, qint64 loanShown)
         moment = made.dateOut;
     };
     try {
-        make(steps);
+        AtomicChange::make(steps);
     } catch (const EngineError &error) {
         if (error.number() != EngineError::connectionFailed)
             throw;
         bool isDone = false;
         try {
-            make([&] { isDone = isStored(deed, m_visit.employee, moment); });
+            AtomicChange::make([&] { isDone = isStored(deed, m_visit.employee, moment); });
         } catch (const EngineError &) {
             throw Refusal(deed.tool + ": " + error.text());
         }
@@ -543,6 +506,14 @@ Answer Desk::setDirection(Direction direction)
 
 // ---- ends
 
+// What a visit left behind is said before the answer to the scan that ended it.
+Answer Desk::after(const Answer &ended, Answer answer)
+{
+    if (ended.tone == Answer::Attention)
+        answer = {std::max(answer.tone, Answer::Attention), ended.words + ' ' + answer.words};
+    return answer;
+}
+
 Answer Desk::endVisit()
 {
     const Visit ended = std::exchange(m_visit, {});
@@ -613,15 +584,13 @@ Answer Desk::undo()
     }
     const QString noted = deed.isMove() ? Places().path(deed.movedFrom) : deed.returnedFrom.who;
     try {
-        make([&] {
+        AtomicChange::make([&] {
             if (deed.isLoan())
                 Lending::undoLoan(deed.toolId, deed.loan);
             if (deed.isReturn())
                 Lending::undoReturn(deed.returned);
-            if (deed.isMove()) {
-                requireAt(deed.movedTo, deed.toolId);
-                moveTo(deed.movedFrom, deed.toolId, "its place").move();
-            }
+            if (deed.isMove())
+                Places().move(deed.toolId, deed.movedTo, deed.movedFrom);
         });
     } catch (const Refusal &refusal) {
         m_visit.deeds.removeLast(); // it will not be possible later either; the one before may be
@@ -637,221 +606,4 @@ Answer Desk::undo()
         refreshCount();
     }
     return {Answer::Done, "Undone: " + deed.tool + '.'};
-}
-
-// ---- stock-take
-
-Answer Desk::count()
-{
-    if (std::exchange(m_isShowingResult, false))
-        return {Answer::Done, "Count on: " + m_stockTake->summary() + '.'};
-    m_awaitsLocation = true;
-    Answer answer{Answer::Attention, "Scan the location to count."};
-    const Places places;
-    for (const qint32 location : StockTake::unfinished())
-        if (places.contains(location) && !(m_stockTake && m_stockTake->location() == location))
-            answer.choices.append(
-                {{Code::Location, location}, places.path(location), "not finished", ItemIcon::folder});
-    if (!answer.choices.isEmpty())
-        answer.words += " Or go on with one that is not finished.";
-    return answer;
-}
-
-Answer Desk::countLocation(qint64 location)
-{
-    if (m_stockTake && (!m_awaitsLocation || m_stockTake->location() == location)) {
-        m_awaitsLocation = false;
-        m_stockTake->goTo(qint32(location));
-        return {Answer::Done, "Here is " + m_stockTake->hereName() + '.'};
-    }
-    StockTake begun = StockTake::at(qint32(location));
-    const Answer ended = m_visit.isEmpty() ? Answer() : endVisit();
-    m_stockTake = std::move(begun);
-    m_awaitsLocation = false;
-    m_direction = Either;
-    return after(ended, {Answer::Done, m_stockTake->name() + ": " + m_stockTake->summary() + '.'});
-}
-
-Answer Desk::countTool(const Code &code)
-{
-    const std::optional<ToolAtHand> tool = code.kind == Code::Tool ? ToolAtHand::find(code.number) : std::nullopt;
-    m_stockTake->refresh();
-    return counted(code, tool, m_stockTake->look(code, tool));
-}
-
-Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, StockTake::Result result)
-{
-    const QString key = code.kind == Code::Tool ? QString::number(code.number) : code.text;
-    const QString name = tool ? tool->name() : code.label();
-    if (result == StockTake::Already) {
-        const StockTake::Result before = m_stockTake->markOf(key)->result;
-        const bool isOpen = tool && (before == StockTake::Elsewhere || before == StockTake::Out);
-        return isOpen ? countedBefore(*tool)
-                      : Answer{Answer::Attention, name + " is counted already.", {}, Answer::SoundAlready};
-    }
-    StockTake::Mark mark{.result = result};
-    if (tool) {
-        mark.description = tool->description;
-        mark.partNumber = tool->partNumber;
-    } else {
-        mark.description = code.label();
-    }
-    Answer answer;
-    Offer offer = Offer::None;
-    switch (result) {
-    case StockTake::Elsewhere:
-        mark.note = Places().path(tool->location);
-        answer = {Answer::Attention,
-                  name + " belongs to " + mark.note + ". Store it here, or leave it.",
-                  {},
-                  Answer::SoundElsewhere};
-        offer = Offer::StoreHere;
-        break;
-    case StockTake::Out:
-        mark.note = tool->loan.holder();
-        answer = {Answer::Attention,
-                  name + " is out on loan to " + mark.note + ". Take it back, or leave it.",
-                  {},
-                  Answer::SoundOut};
-        offer = Offer::TakeBack;
-        break;
-    case StockTake::Scrapped:
-        answer = {Answer::Refused, ToolAtHand::whyNot(code.number), {}, Answer::SoundScrapped};
-        break;
-    case StockTake::Unknown:
-        answer = {Answer::Refused, name + " is unknown. Put it aside; it is noted.", {}, Answer::SoundUnknown};
-        break;
-    default:
-        answer = {Answer::Done, name + (result == StockTake::Ticked ? " is ticked." : " is right here.")};
-    }
-    m_stockTake->put(key, mark);
-    m_visit.deeds.append({.when = Clock::now(), .tool = name, .mark = key});
-    m_offer = offer;
-    m_offered = tool.value_or(ToolAtHand());
-    return answer;
-}
-
-// Left as it was, it is offered again: as it is by then.
-Answer Desk::countedBefore(const ToolAtHand &tool)
-{
-    m_offered = tool;
-    QString words = tool.name() + " is counted already";
-    const Places places;
-    if (tool.isOut) {
-        m_offer = Offer::TakeBack;
-        words += ", out on loan to " + tool.loan.holder() + ". Take it back, or leave it.";
-    } else if (!places.within(m_stockTake->here()).contains(tool.location)) {
-        m_offer = Offer::StoreHere;
-        words += ", and belongs to " + places.path(tool.location) + ". Store it here, or leave it.";
-    } else {
-        words += '.';
-    }
-    return {Answer::Attention, words, {}, Answer::SoundAlready};
-}
-
-QList<Answer> Desk::accept()
-{
-    if (m_offer == Offer::None || !m_stockTake)
-        return {};
-    const Question question{std::exchange(m_offer, Offer::None), m_offered, m_stockTake->here()};
-    return enter({Code::Text, 0, m_offered.name()}, [this, question](Scan &) { return doOffered(question); });
-}
-
-QList<Answer> Desk::leave()
-{
-    if (std::exchange(m_offer, Offer::None) == Offer::None)
-        return {};
-    return {{Answer::Done, m_offered.name() + " stays as it is."}};
-}
-
-// What the question named is done, or nothing: the loan and the place that were shown.
-Answer Desk::doOffered(const Question &question)
-{
-    requireCount();
-    const auto [offer, tool, here] = question;
-    const QString key = QString::number(tool.id);
-    StockTake::Mark mark = m_stockTake->markOf(key).value_or(StockTake::Mark());
-    const Places places;
-    if (offer == Offer::TakeBack) {
-        change(tool, Intent::TakeBack, tool.loan.id);
-        const bool isElsewhere = !places.within(here).contains(tool.location);
-        mark.result = isElsewhere ? StockTake::Elsewhere : StockTake::TakenBack;
-        mark.note = isElsewhere ? places.path(tool.location) : mark.note;
-        m_offer = isElsewhere ? Offer::StoreHere : Offer::None;
-        m_offered = tool;
-        m_stockTake->put(key, mark);
-        refreshCount();
-        const QString words = tool.name() + " is back, from " + tool.loan.holder() + '.';
-        if (!isElsewhere)
-            return {Answer::Done, words};
-        return {Answer::Attention,
-                words + " It belongs to " + mark.note + ". Store it here, or leave it.",
-                {},
-                Answer::SoundElsewhere};
-    }
-    make([&] {
-        requireAt(tool.location, tool.id);
-        moveTo(here, tool.id, places.name(here)).move();
-    });
-    const Deed deed{.when = Clock::now(),
-                    .toolId = tool.id,
-                    .tool = tool.name(),
-                    .partNumber = tool.partNumber,
-                    .lentTo = {{}, places.name(here)},
-                    .movedFrom = tool.location,
-                    .movedTo = here};
-    m_visit.deeds.append(deed);
-    note(deed);
-    mark.result = StockTake::Stored;
-    m_stockTake->put(key, mark);
-    refreshCount();
-    return {Answer::Done, tool.name() + " belongs to " + places.path(here) + " from now on."};
-}
-
-void Desk::leaveCount()
-{
-    m_stockTake.reset();
-    m_isShowingResult = false;
-    m_visit = {};
-}
-
-// After a deed, which must not be tried again because of what is only shown: the next scan reads it.
-void Desk::refreshCount()
-{
-    try {
-        m_stockTake->refresh();
-    } catch (const EngineError &) {
-    }
-}
-
-// What was ticked or answered while the crib was held may come after the count's end.
-void Desk::requireCount() const { refuseUnless(m_stockTake.has_value(), "The count was finished meanwhile."); }
-
-QList<Answer> Desk::tick(qint64 tool)
-{
-    return enter({Code::Text, 0, 'T' + QString::number(tool)}, [this, tool](Scan &) {
-        m_offer = Offer::None;
-        requireCount();
-        const Code code{Code::Tool, tool};
-        const std::optional<ToolAtHand> found = ToolAtHand::find(tool);
-        m_stockTake->refresh();
-        StockTake::Result result = m_stockTake->look(code, found);
-        // Without a label nobody says where it lies: what is listed is ticked, in whichever drawer it belongs.
-        if (result == StockTake::Right
-            || (result == StockTake::Elsewhere && Places().within(m_stockTake->location()).contains(found->location)))
-            result = StockTake::Ticked;
-        return counted(code, found, result);
-    });
-}
-
-QList<Answer> Desk::putAside()
-{
-    if (!m_isShowingResult)
-        return {};
-    return enter({Code::Text, 0, "Put aside"}, [this](Scan &) {
-        requireCount();
-        const QString words = m_stockTake->name() + ": " + m_stockTake->summary();
-        leaveCount();
-        return Answer{Answer::Done, words + ". The count is put aside; COUNT goes on with it."};
-    });
 }

@@ -124,6 +124,7 @@ private:
     void leaveCount();
     /// Attention where tools stay behind.
     Answer endVisit();
+    static Answer after(const Answer &ended, Answer answer);
 
     bool isComplete() const { return !m_visit.employee.isEmpty() && m_visit.charge; }
     void note(const Deed &deed, bool isUndone = false);

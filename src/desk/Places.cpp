@@ -1,6 +1,8 @@
 #include "desk/Places.h"
 
+#include "catalogue/FolderMove.h"
 #include "db/Session.h"
+#include "transactions/AtomicChange.h"
 
 Places::Places()
 {
@@ -31,4 +33,18 @@ QList<qint32> Places::within(qint32 location) const
     for (qsizetype next = 0; next < all.size() && all.size() <= m_places.size(); ++next)
         all += m_children.values(all[next]);
     return all;
+}
+
+void Places::move(qint16 tool, qint32 from, qint32 to) const
+{
+    const Recordset row = openRecordset("Select Location from Tools where id=" + QString::number(tool));
+    refuseUnless(!row.isEmpty() && row.field(0).toInteger() == from, "The tool was moved or deleted meanwhile.");
+    const FolderMove change{.table = "locations",
+                            .column = "location",
+                            .folders = {},
+                            .tools = {tool},
+                            .target = to,
+                            .targetText = contains(to) ? name(to) : QString("its place"),
+                            .fromTree = false};
+    change.move();
 }

@@ -16,6 +16,8 @@ public:
     QString path(qint32 location, qint32 from = 0) const;
     /// It, and all below it.
     QList<qint32> within(qint32 location) const;
+    /// Gives a tool another place: a step of an AtomicChange. @throws Refusal where it does not lie where it was seen.
+    void move(qint16 tool, qint32 from, qint32 to) const;
 
 private:
     struct Place {

@@ -11,13 +11,18 @@ void refuseUnless(bool asShown, const QString &words)
 AtomicChange AtomicChange::attempt(const std::function<void()> &steps)
 {
     try {
-        Transaction transaction(Session::database());
-        steps();
-        transaction.commit();
+        make(steps);
     } catch (const Refusal &refusal) {
         return {Refused, QString::fromUtf8(refusal.what())};
     } catch (const EngineError &error) {
         return {Failed, error.text(), error.number()};
     }
     return {};
+}
+
+void AtomicChange::make(const std::function<void()> &steps)
+{
+    Transaction transaction(Session::database());
+    steps();
+    transaction.commit();
 }

@@ -30,4 +30,6 @@ struct AtomicChange {
     /// Runs `steps` in one transaction. A Refusal or an EngineError takes all of it back and is the outcome; any other
     /// exception takes it back and goes on to the caller.
     static AtomicChange attempt(const std::function<void()> &steps);
+    /// Likewise, but every exception goes on to the caller. @throws Refusal, EngineError
+    static void make(const std::function<void()> &steps);
 };
