@@ -274,14 +274,20 @@ void DeskWindow::say(const Answer &answer)
     palette.setColor(QPalette::Window, QColor(look.background));
     palette.setColor(QPalette::WindowText, QColor(look.text));
     ui.frameAnswer->setPalette(palette);
-    const int side = ui.lblAnswer->fontMetrics().height() * 3 / 2;
-    ui.lblTone->setPixmap(Icons::icon(look.icon).pixmap(QSize(side, side), devicePixelRatioF()));
-    ui.lblTone->setAccessibleName(look.meaning);
+    m_tone = answer.tone;
+    showTone();
     ui.lblAnswer->setText(answer.words);
     QAccessibleEvent spoken(ui.lblAnswer, QAccessible::Alert);
     QAccessible::updateAccessibility(&spoken);
     if (player && !m_isMuted)
         player(answer.sound);
+}
+
+void DeskWindow::showTone()
+{
+    const int side = ui.lblAnswer->fontMetrics().height() * 3 / 2;
+    ui.lblTone->setPixmap(Icons::icon(looks[m_tone].icon).pixmap(QSize(side, side), devicePixelRatioF()));
+    ui.lblTone->setAccessibleName(looks[m_tone].meaning);
 }
 
 void DeskWindow::showState()
@@ -607,6 +613,7 @@ void DeskWindow::resizeEvent(QResizeEvent *event)
     const int twoLines = 2 * ui.lblAnswer->fontMetrics().lineSpacing();
     ui.lblAnswer->setMinimumHeight(twoLines);
     ui.lblAnswer->setMaximumHeight(qMax(twoLines, height() / 4));
+    showTone();
     showState();
 }
 

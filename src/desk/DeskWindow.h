@@ -43,6 +43,7 @@ private:
     void take(const QList<Answer> &answers);
     void sayWorst(const QList<Answer> &answers);
     void say(const Answer &answer);
+    void showTone();
     void showState();
     void showChoices(const QList<Answer::Choice> &choices);
     void showPage(Page page);
@@ -70,6 +71,7 @@ private:
     DeskList m_lines; ///< what is shown instead of the deeds
     QList<Answer::Choice> m_choices;
     Page m_page = Page::Deeds;
+    Answer::Tone m_tone = Answer::Done;
     QTimer m_retry;
     QTimer m_rest;
     bool m_isMuted = false;
