@@ -1,5 +1,7 @@
 #include "platform/gui/SaveDialog.h"
 
+#include "platform/gui/WindowOwner.h"
+
 #include <QFileDialog>
 #include <QStandardPaths>
 
@@ -9,5 +11,5 @@ QString SaveDialog::ask(QWidget *over) const
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(ending);
     dialog.selectFile(name + ending);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+    return execOver(dialog) == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }

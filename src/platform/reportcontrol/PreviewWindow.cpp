@@ -4,6 +4,7 @@
 #include "platform/gui/Icons.h"
 #include "platform/gui/SaveDialog.h"
 #include "platform/gui/UserAction.h"
+#include "platform/gui/WindowOwner.h"
 #include "platform/reportcontrol/Printing.h"
 #include "platform/reportcontrol/RunProgress.h"
 #include "platform/reportengine/Report.h"
@@ -240,7 +241,7 @@ void PreviewWindow::mnuFilePrint_Click()
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
     dialog.setMinMax(1, m_report->pageCount());
     dialog.setFromTo(1, m_report->pageCount());
-    if (dialog.exec() != QDialog::Accepted)
+    if (execOver(dialog) != QDialog::Accepted)
         return;
     // The dialog puts the printer's own paper in place of one that it does not list.
     if (m_report->pageLayout().pageSize().id() == QPageSize::Custom)
