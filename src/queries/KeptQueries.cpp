@@ -51,10 +51,10 @@ QJsonObject readFile()
         throw KeptQueriesError(file.fileName() + " cannot be read: " + file.errorString() + '.');
     QJsonParseError problem;
     const QJsonDocument document = QJsonDocument::fromJson(file.read(longestFile + 1), &problem);
-    if (problem.error != QJsonParseError::NoError || !document.isObject())
+    if (problem.error != QJsonParseError::NoError)
         throw KeptQueriesError(file.fileName() + " is damaged: " + problem.errorString() + '.');
-    if (document["version"].toInt() != version)
-        throw KeptQueriesError(file.fileName() + " was written by another version of the program.");
+    if (document["version"].toInt() != version || !document["forms"].isObject())
+        throw KeptQueriesError(file.fileName() + " was not written by this version of the program.");
     return document["forms"].toObject();
 }
 

@@ -27,6 +27,8 @@ KeptQueriesWindow::KeptQueriesWindow(const QString &form, const std::vector<Row>
         m_periods.push_back(period);
     }
     ui.grpKeep->setEnabled(!rows.empty());
+    // Names that differ in their last words only are told apart.
+    ui.lstNames->setMinimumWidth(fontMetrics().averageCharWidth() * 44);
     showNames();
     resize(sizeHint().boundedTo(screen()->availableSize() * 0.9));
     connect(qApp, &QApplication::focusChanged, this, &KeptQueriesWindow::showDefaultButton);
