@@ -2,7 +2,7 @@
 
 #include "platform/engine/Database.h"
 #include "platform/reportengine/GroupedRecords.h"
-#include "platform/reportengine/Progress.h"
+#include "platform/system/Progress.h"
 
 #include <QHash>
 

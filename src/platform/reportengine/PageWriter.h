@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/reportengine/Pagination.h"
-#include "platform/reportengine/Progress.h"
+#include "platform/system/Progress.h"
 
 class QFileDevice;
 class QPagedPaintDevice;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/reportengine/Progress.h"
 #include "platform/reportengine/ResultCode.h"
+#include "platform/system/Progress.h"
 
 #include <QHash>
 #include <QPageLayout>
