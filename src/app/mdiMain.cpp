@@ -4,6 +4,7 @@
 #include "app/frmSplash.h"
 #include "common/ProgramState.h"
 #include "explorer/frmTree.h"
+#include "platform/gui/ChangeBar.h"
 #include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
@@ -170,6 +171,11 @@ void mdiMain::mnuDeleteScrapped_Click() { msgBox({.text = "Delete Scrapped Tool 
 
 void mdiMain::closeEvent(QCloseEvent *event)
 {
+    // The desktop asks even past a modal window; a change that runs under its bar comes to its end first.
+    if (qobject_cast<ChangeBar *>(QApplication::activeModalWidget())) {
+        event->ignore();
+        return;
+    }
     event->accept();
     UserSettings::setValue(framePlace, saveGeometry());
     // The main window's end is the program's, whatever else is open.

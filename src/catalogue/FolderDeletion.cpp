@@ -5,6 +5,11 @@
 
 namespace {
 
+// Parts of a long deletion, so that its progress can be told.
+constexpr qsizetype toolsAtOnce = 250;
+// Of the time that a tool takes, its history takes nearly all.
+constexpr double shareOfHistory = 0.95;
+
 QList<qint32> idsOf(Recordset rows)
 {
     QList<qint32> ids;
@@ -38,7 +43,7 @@ struct FolderDeletion::Walk {
     QSet<qint32> seen; ///< ends circles
 };
 
-QString FolderDeletion::run(const std::function<QString()> &stillAllowed)
+QString FolderDeletion::run(const std::function<QString()> &stillAllowed, const Progress &progress)
 {
     QString problem;
     Transaction transaction(Session::database());
@@ -53,28 +58,29 @@ QString FolderDeletion::run(const std::function<QString()> &stillAllowed)
     for (const qint32 folder : chosen)
         gather(folder, walk);
 
-    const auto step = [&](const QString &statement, const QString &whatFails) {
+    const auto step = [&](const QString &rows, const QList<qint32> &ids, const QString &whatFails) {
         try {
-            execute(statement);
+            execute("DELETE FROM " + rows + " in (" + joined(ids) + ")");
         } catch (const EngineError &error) {
             problem = "Error: " + whatFails + "\r\nError: " + error.text();
         }
         return problem.isEmpty();
     };
+    const auto stepOfTools = [&](const QString &rows, const QString &whatFails, double from, double to) {
+        for (qsizetype done = 0; done < tools.size(); done += toolsAtOnce) {
+            progress(from + (to - from) * double(done) / double(tools.size()));
+            if (!step(rows, tools.mid(done, toolsAtOnce), whatFails))
+                return false;
+        }
+        return true;
+    };
     // History, tools, folders: each refers to what goes after it.
-    if (!tools.isEmpty()) {
-        if (!step("DELETE FROM CheckOutIn WHERE tool_id in (" + joined(tools) + ")",
-                  "Unable to delete Tools related data in the CheckOutIn table."))
-            return problem;
-        if (!step("DELETE FROM tools WHERE id in (" + joined(tools) + ")", "Unable to delete Tools data."))
-            return problem;
-    }
-    if (!folders.isEmpty()) {
-        const QString what = QString(table).replace(0, 1, QChar(*table).toUpper());
-        if (!step(QString("DELETE FROM ") + table + " WHERE id in (" + joined(folders) + ")",
-                  "Unable to delete " + what + " data."))
-            return problem;
-    }
+    const QString what = QString(table).replace(0, 1, QChar(*table).toUpper());
+    if (!stepOfTools("CheckOutIn WHERE tool_id", "Unable to delete Tools related data in the CheckOutIn table.", 0,
+                     shareOfHistory)
+        || !stepOfTools("tools WHERE id", "Unable to delete Tools data.", shareOfHistory, 1)
+        || (!folders.isEmpty() && !step(table + QString(" WHERE id"), folders, "Unable to delete " + what + " data.")))
+        return problem;
     transaction.commit();
     return {};
 }

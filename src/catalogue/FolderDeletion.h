@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/gui/MsgBox.h"
+#include "platform/system/Progress.h"
 
 #include <QList>
 #include <QSet>
@@ -21,7 +22,8 @@ struct FolderDeletion {
 
     /// `stillAllowed` is asked inside the transaction, before anything is deleted; a text that it gives ends the
     /// deletion. @returns why it could not be done; empty when it was.
-    QString run(const std::function<QString()> &stillAllowed = {});
+    QString run(
+        const std::function<QString()> &stillAllowed = {}, const Progress &progress = [](double) {});
 
 private:
     struct Walk;

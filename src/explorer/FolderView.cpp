@@ -5,7 +5,6 @@
 #include "db/Session.h"
 #include "explorer/ListItems.h"
 #include "explorer/Panes.h"
-#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
 #include "queries/QueryKind.h"
@@ -195,13 +194,17 @@ View::Outcome FolderView::remove(const Things &things, bool fromTree) const
     if (!confirmed(things.size() > 1 ? severalThings : tools.isEmpty() ? oneFolder : oneTool))
         return Outcome::declined;
 
-    const HourGlass busy;
+    QString problem;
     bool othersWereFaster = false;
-    const QString problem = clsTools().Delete(m_names.kind, folders, tools, [&] {
+    const auto stillAllowed = [&] {
         const auto objection = deletion.objection(fromTree);
         othersWereFaster = objection.has_value();
         return objection ? Refusal::othersWereFirst + objection->text : QString();
-    });
+    };
+    if (!deletedUnderBar(things.size(), [&](const Progress &progress) {
+            problem = clsTools().Delete(m_names.kind, folders, tools, stillAllowed, progress);
+        }))
+        return Outcome::declined;
     if (problem.isEmpty())
         return Outcome::done;
     msgBox({.text = problem, .icon = othersWereFaster ? QMessageBox::Information : QMessageBox::Critical});

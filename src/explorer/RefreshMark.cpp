@@ -30,6 +30,8 @@ void RefreshMark::begin(const QStringList &tables)
 void RefreshMark::look()
 {
     Database &database = Session::database();
+    if (database.isBusy())
+        return; // it is told again
     const QStringList changed = database.changesOfOthers();
     if (std::ranges::any_of(changed, [&](const QString &table) { return m_tables.contains(table); }))
         show(true);

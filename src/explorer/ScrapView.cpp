@@ -5,7 +5,6 @@
 #include "explorer/ListItems.h"
 #include "explorer/Panes.h"
 #include "explorer/clsTools.h"
-#include "platform/gui/HourGlass.h"
 #include "platform/gui/Icons.h"
 #include "platform/gui/MsgBox.h"
 #include "platform/text/Format.h"
@@ -196,15 +195,14 @@ View::Outcome ScrapView::remove(const Things &things, bool) const
     }
     if (!confirmed(folders ? severalThings : oneTool))
         return Outcome::declined;
-    bool allDeleted = true;
-    {
-        const HourGlass busy;
-        // What holds one record back holds back the next ones as well.
-        for (auto id = records.begin(); allDeleted && id != records.end(); ++id)
-            allDeleted = MainSubs::PurgeScrapped("Tool", *id);
-    }
-    msgBox({.text =
-                allDeleted ? "Selected Scrapped Tool(s) deleted." : "One or more Scrapped Tools could not be deleted"});
+    QStringList problems;
+    if (!deletedUnderBar(size_t(records.size()),
+                         [&](const Progress &progress) { problems = MainSubs::PurgeScrapped(records, progress); }))
+        return Outcome::declined;
+    for (const QString &problem : std::as_const(problems))
+        msgBox({.text = problem});
+    msgBox({.text = problems.isEmpty() ? "Selected Scrapped Tool(s) deleted."
+                                       : "One or more Scrapped Tools could not be deleted"});
     return Outcome::stale;
 }
 

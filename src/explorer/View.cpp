@@ -1,8 +1,10 @@
 #include "explorer/View.h"
 
+#include "db/Session.h"
 #include "explorer/CheckedOutView.h"
 #include "explorer/FolderView.h"
 #include "explorer/ScrapView.h"
+#include "platform/gui/ChangeBar.h"
 
 bool View::confirmed(const QString &question)
 {
@@ -11,6 +13,15 @@ bool View::confirmed(const QString &question)
                    .buttons = QMessageBox::Yes | QMessageBox::No,
                    .defaultButton = QMessageBox::No})
         == QMessageBox::Yes;
+}
+
+bool View::deletedUnderBar(size_t count, const std::function<void(const Progress &)> &deletion)
+{
+    const QString what = QStringLiteral("Deleting %1 item(s) and all that belongs to them...").arg(count);
+    if (ChangeBar::over(Session::database(), what, deletion))
+        return true;
+    inform("Stopped. Nothing was deleted.");
+    return false;
 }
 
 const QString View::oneTool = QStringLiteral("You are about to delete the selected tool.\n"

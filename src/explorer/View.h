@@ -2,6 +2,7 @@
 
 #include "common/ItemId.h"
 #include "platform/gui/MsgBox.h"
+#include "platform/system/Progress.h"
 
 #include <array>
 #include <optional>
@@ -98,6 +99,8 @@ public:
 protected:
     /// Asks a question whose answer is No unless the user says otherwise.
     static bool confirmed(const QString &question);
+    /// Deletes `count` things under a bar that can stop it. @returns false, having said so, after that.
+    static bool deletedUnderBar(size_t count, const std::function<void(const Progress &)> &deletion);
     // What is asked before tools are deleted
     static const QString oneTool, severalThings;
 };

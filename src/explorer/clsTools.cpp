@@ -30,9 +30,9 @@ FolderDeletion clsTools::deletionOf(Kind kind, const QList<qint32> &folders, con
 }
 
 QString clsTools::Delete(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools,
-                         const std::function<QString()> &stillAllowed)
+                         const std::function<QString()> &stillAllowed, const Progress &progress)
 {
-    return deletionOf(kind, folders, tools).run(stillAllowed);
+    return deletionOf(kind, folders, tools).run(stillAllowed, progress);
 }
 
 void clsTools::Find(const View &view, const QString &text, KeyedList &found)

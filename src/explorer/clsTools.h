@@ -2,6 +2,7 @@
 
 #include "platform/engine/Database.h"
 #include "platform/gui/KeyedList.h"
+#include "platform/system/Progress.h"
 
 #include <QElapsedTimer>
 #include <QHash>
@@ -29,8 +30,9 @@ public:
     /// Deletes the folders with their sub-folders, those folders' tools, and the tools with their loans, all or
     /// nothing. `stillAllowed` is asked first, inside the transaction; a text that it gives ends the deletion.
     /// @returns why it could not be done; empty when it was.
-    QString Delete(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools,
-                   const std::function<QString()> &stillAllowed = {});
+    QString Delete(
+        Kind kind, const QList<qint32> &folders, const QList<qint32> &tools,
+        const std::function<QString()> &stillAllowed = {}, const Progress &progress = [](double) {});
     static FolderDeletion deletionOf(Kind kind, const QList<qint32> &folders, const QList<qint32> &tools);
 
     /// Searches the view for descriptions that match the pattern `text` (* ? # and lists in brackets stand for

@@ -1,6 +1,10 @@
 #include "catalogue/FolderEditor.h"
 #include "catalogue/frmToolNewEdit.h"
+#include "platform/gui/ChangeBar.h"
 #include "tests/support/CribExplorer.h"
+#include "tests/support/EngineFile.h"
+
+#include <QScopedValueRollback>
 
 /// The explorer's commands: what each says, opens and deletes.
 class TestCommands : public QObject
@@ -151,6 +155,42 @@ private slots:
         QCOMPARE(m_crib->node("l4") == nullptr, folderGone);
     }
 
+    void stopTakesEverythingBack_data()
+    {
+        row("tools, by the button", 0, "l2", "r1 r2", Stop([](ChangeBar *bar) { bar->ui.cmdStop->click(); }));
+        row("one tool, by closing the bar", 0, "l2", "r1", Stop([](ChangeBar *bar) { bar->close(); }));
+        row("scrapped tools, by a key", 3, "C1250", "j16384 j16385",
+            Stop([](ChangeBar *bar) { QTest::keyClick(bar, Qt::Key_Escape); }));
+    }
+
+    void stopTakesEverythingBack()
+    {
+        const auto [view, node, items, stop] = fetched<int, QString, QString, Stop>();
+        m_crib->goTo(view, node, items);
+        const auto everything = [this] {
+            QStringList rows;
+            for (const char *table : {"Tools", "Types", "CheckOutIn", "Scrap"})
+                rows += m_crib->rows(QString("Select * from %1").arg(table));
+            return rows;
+        };
+        const QStringList before = everything();
+        const QScopedValueRollback atOnce(ChangeBar::millisecondsUntilShown, 0);
+        bool wasRefused = false;
+        ScriptedUser user(QMessageBox::Yes);
+        user.answers(QMessageBox::Ok).meanwhile([&] {
+            // A timer of another window wants to read; then the user has had enough.
+            QTimer::singleShot(0, this, [&, stop = stop] {
+                wasRefused = errorOf([this] { m_crib->rows("Select ID from Tools"); }) == EngineError::lockedFile;
+                stop(qobject_cast<ChangeBar *>(QApplication::activeModalWidget()));
+            });
+        });
+        explorer().ui.cmdDelete->click();
+        QCOMPARE(user.boxes().last(), remark("Stopped. Nothing was deleted."));
+        QVERIFY(wasRefused);
+        QCOMPARE(everything(), before);
+        QCOMPARE(explorer().ui.lstToolList->selectedRows().size(), size_t(items.count(' ') + 1));
+    }
+
     void whatOthersDoMeanwhileHolds_data()
     {
         row("lent before it is deleted", "r1", "", "UPDATE Tools SET Out=-1 WHERE ID=1",
@@ -293,6 +333,7 @@ private slots:
     }
 
 private:
+    using Stop = void (*)(ChangeBar *);
     std::optional<CribExplorer> m_crib;
 };
 

@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -108,6 +110,8 @@ void Database::setPatience(int milliseconds) { d->driver->setPatience(millisecon
 
 bool Database::isRemote() const { return d->driver->isRemote(); }
 
+bool Database::isBusy() const { return d->driver.isBeating; }
+
 const std::vector<dialect::Table> &Database::tables() const { return d->schema.tables; }
 
 const dialect::Table *Database::table(const QString &name) const { return std::as_const(d->schema).find(name); }
@@ -190,8 +194,35 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
+    Pulse *const pulse = m_database.d->pulse;
+    const auto goOnWorking = qScopeGuard([=] {
+        if (pulse)
+            pulse->m_phase = Pulse::Working;
+    });
+    if (pulse) {
+        pulse->m_phase = Pulse::Storing;
+        (*pulse)();
+    }
     m_database.d->driver->commit();
     m_open = false;
+}
+
+Pulse::Pulse(Database &database, std::function<void(Phase)> beat) : m_database(database), m_beat(std::move(beat))
+{
+    m_database.d->driver->setPulse([this] { (*this)(); });
+    m_database.d->pulse = this;
+}
+
+Pulse::~Pulse()
+{
+    m_database.d->pulse = nullptr;
+    m_database.d->driver->setPulse({});
+}
+
+void Pulse::operator()()
+{
+    const QScopedValueRollback beating(m_database.d->driver.isBeating, true);
+    m_beat(m_phase);
 }
 
 ReadScope::ReadScope(Database &database) : m_database(database)

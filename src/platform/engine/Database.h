@@ -6,6 +6,8 @@
 #include "platform/engine/driver/RowStore.h"
 #include "platform/engine/driver/TableDefinition.h"
 
+#include <functional>
+
 /// One open database, in a file or on a server, which takes statements in the suite's query dialect. Everything it
 /// refuses is thrown as an EngineError in the engine's own words.
 class Database
@@ -31,6 +33,9 @@ public:
 
     /// Whether others reach it over a network, so that each statement costs a journey.
     bool isRemote() const;
+
+    /// Whether a Pulse is being called: a change is not finished, and what is asked now ends in error 3260.
+    bool isBusy() const;
 
     // ---- tables
     /// Those of the database, as they were when it was opened or last changed here.
@@ -79,6 +84,7 @@ private:
     friend class Workspace;
     friend class Recordset;
     friend class Transaction;
+    friend class Pulse;
     friend class ReadScope;
     friend class SelectByNumber;
     friend class RowReader;
@@ -101,6 +107,28 @@ public:
 private:
     Database &m_database;
     bool m_open = true;
+};
+
+/// For the life of the object somebody is called many times a second while the database works, so that windows stay
+/// alive during a long change. It must not use the database.
+class Pulse
+{
+public:
+    enum Phase { Working, Storing };
+    /// What `beat` throws while the database works ends the statement that runs; the transaction around it is to be
+    /// given up then. From its first call with Storing on the transaction is being stored: it must throw no more.
+    Pulse(Database &database, std::function<void(Phase)> beat);
+    ~Pulse();
+    Q_DISABLE_COPY_MOVE(Pulse)
+
+    /// Calls it between statements, too, so that many small ones leave time for it.
+    void operator()();
+
+private:
+    friend class Transaction;
+    Database &m_database;
+    std::function<void(Phase)> m_beat;
+    Phase m_phase = Working;
 };
 
 /// Keeps the file open for reading for the life of the object, so that many small statements in a

@@ -28,8 +28,27 @@ struct Database::Private {
     /// Reads the tables anew, and forgets what was translated for them as they were.
     void reloadSchema();
 
+    /// The way to the driver. There is none while the driver calls the pulse: what a window does then must not come
+    /// between the steps of a statement.
+    class Access
+    {
+    public:
+        explicit Access(std::unique_ptr<Driver> driver) : m_driver(std::move(driver)) { }
+        Driver *operator->() const
+        {
+            if (isBeating)
+                throw EngineError(EngineError::lockedFile, QStringLiteral("The database is busy with a change."));
+            return m_driver.get();
+        }
+        bool isBeating = false;
+
+    private:
+        std::unique_ptr<Driver> m_driver;
+    };
+
     QString path; ///< as it was given to openDatabase()
-    std::unique_ptr<Driver> driver;
+    Access driver;
+    Pulse *pulse = nullptr;
     dialect::Schema schema;
     StatementCache cache;
     int readScopes = 0;

@@ -13,8 +13,8 @@ class Database;
 class RowReader
 {
 public:
-    /// `pulse` is called some hundreds of times a second during read(), also while the engine finds no row. What it
-    /// throws ends the reading. @throws EngineError as Workspace::openDatabase() does.
+    /// `pulse` is called many times a second during read(), also while the engine finds no row. What it throws ends the
+    /// reading. @throws EngineError as Workspace::openDatabase() does.
     RowReader(const Database &database, std::function<void()> pulse);
     ~RowReader();
     Q_DISABLE_COPY_MOVE(RowReader)

@@ -35,6 +35,35 @@ private slots:
         QCOMPARE(count(), 2);
     }
 
+    // A window that lives on during a change may end it, and comes no nearer to the database.
+    void aPulseEndsAChange()
+    {
+        (*m_database)->executeNative("CREATE TABLE [Many] (N INTEGER)");
+        (*m_database)
+            ->executeNative("INSERT INTO [Many] SELECT 1 FROM [Types] A, [Types] B, [Types] C, [Types] D, "
+                            "[Types] E, [Types] F, [Types] G, [Types] H, [Types] I");
+        bool ends = true;
+        int error = 0, storing = 0;
+        const Pulse pulse(**m_database, [&](Pulse::Phase phase) {
+            storing += phase == Pulse::Storing;
+            error = errorOf([this] { count(); });
+            if (std::exchange(ends, false))
+                throw std::runtime_error("enough");
+        });
+        const auto change = [this] {
+            Transaction transaction(**m_database);
+            (*m_database)->execute("DELETE FROM Many WHERE N = 1");
+            transaction.commit();
+        };
+        QVERIFY_EXCEPTION_THROWN(change(), std::runtime_error);
+        QCOMPARE(error, EngineError::lockedFile);
+        QCOMPARE((*m_database)->openRecordset("SELECT Count(*) FROM Many").field(0).toInteger(), 19683);
+        QCOMPARE(storing, 0);
+        change();
+        QVERIFY(storing > 0);
+        QVERIFY((*m_database)->openRecordset("SELECT * FROM Many").isEmpty());
+    }
+
     // A file has readers keep writers out; a server shows them one moment.
     void readersSeeOneMoment()
     {

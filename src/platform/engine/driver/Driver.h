@@ -45,8 +45,8 @@ public:
     /// Runs a SELECT; `visit` is given each row alone, and may end the reading by what it throws.
     virtual void read(Statement &statement, const std::vector<Value> &values, int columnCount,
                       const std::function<void(const RowStore &)> &visit, const dialect::Translation *translation) = 0;
-    /// `pulse` is called some hundreds of times a second while this database works, and must not use it. What it throws
-    /// ends the statement that runs.
+    /// `pulse` is called many times a second while this database works, and must not use it. What it throws ends the
+    /// statement that runs. An empty one ends that.
     virtual void setPulse(std::function<void()> pulse) = 0;
     /// How long a statement waits for what others hold, in milliseconds; two seconds until then.
     virtual void setPatience(int milliseconds) = 0;

@@ -74,13 +74,22 @@ class PostgresDriver::KnownStatement : public Driver::Statement
 {
 public:
     KnownStatement(const QString &sql, int number, std::shared_ptr<Dropped> dropped)
-        : sql(sql.toUtf8()), name('s' + QByteArray::number(number)), m_dropped(std::move(dropped))
+        : sql(sql.toUtf8()), m_dropped(std::move(dropped))
     {
+        setNumber(number);
     }
     ~KnownStatement() override { m_dropped->push_back({name, generation}); }
 
+    void setNumber(int number) { name = 's' + QByteArray::number(number); }
+    /// The server may know it or not.
+    void dropAs(int connection, int nextNumber)
+    {
+        m_dropped->push_back({name, connection});
+        setNumber(nextNumber);
+    }
+
     const QByteArray sql;
-    const QByteArray name;
+    QByteArray name;
     int generation = 0; ///< of the connection whose server knows it
 
 private:
@@ -198,7 +207,16 @@ ServerConnection::Answer PostgresDriver::travelOnce(KnownStatement &statement, c
     if (inTransaction)
         messages.push_back(text("RELEASE SAVEPOINT one"));
 
-    ServerConnection::Answer answer = m_connection.travel(messages, visit, rowByRow);
+    ServerConnection::Answer answer;
+    try {
+        answer = m_connection.travel(messages, visit, rowByRow);
+    } catch (...) { // somebody has seen enough
+        if (!known)
+            statement.dropAs(m_connection.generation(), ++m_statements);
+        if (std::exchange(m_snapshot, false))
+            m_connection.sendAlong("ROLLBACK");
+        throw;
+    }
     // A statement stays known even where it fails.
     if (!known && answer.done > preparing)
         statement.generation = m_connection.generation();
