@@ -468,7 +468,7 @@ void openChoices(Crib &)
 
 constexpr char printedLoans[] = "{CheckOutIn.ID} <= 30000";
 constexpr char loansOfOneTool[] = "{CheckOutIn.Tool_Id} = 7"; // some thirty
-constexpr auto reportName = "Bench.rpt";
+constexpr char reportName[] = "Bench.rpt";
 
 void writeTemplate(Crib &crib)
 {
@@ -493,12 +493,12 @@ void require(int code, const Report &report)
         qFatal("report error %d %s", code, qPrintable(report.lastDetail()));
 }
 
-template<const char *formula>
+template<const char *formula, const char *name = reportName>
 void showFirstPage(Crib &)
 {
     constexpr int slice = 20; // milliseconds
     Report report(&Session::database());
-    require(report.open(reportName, formula), report);
+    require(report.open(name, formula), report);
     do
         require(report.layout(slice), report);
     while (report.pageCount() == 0);
@@ -507,6 +507,14 @@ void showFirstPage(Crib &)
     painter.scale(1 / 15.0, 1 / 15.0); // twips
     require(report.paint(painter, 0), report);
 }
+
+// Shipped templates, over all there is.
+constexpr char everything[] = "";
+constexpr char lastLent[] = "LastLent.rpt";
+constexpr char loansByEmployee[] = "LoansByEmployee.rpt";
+constexpr char stockValue[] = "StockValue.rpt";
+constexpr char scrapCostByJob[] = "ScrapCostByJob.rpt";
+constexpr char scrapCostByMonth[] = "ScrapCostByMonth.rpt";
 
 void writePdf(Crib &crib)
 {
@@ -618,6 +626,17 @@ constexpr Case cases[] = {
      0.06,
      {},
      {showFirstPage<loansOfOneTool>, writeTemplate}},
+    {"last-lent", "last loans of 32,000 tools", "max", 1, 2, {}, {showFirstPage<everything, lastLent>}},
+    {"loans-by-employee", "1,000,000 loans by employee", "max", 2, 4, {}, {showFirstPage<everything, loansByEmployee>}},
+    {"stock-value", "value of 32,000 tools in stock", "max", 0.3, 0.6, {}, {showFirstPage<everything, stockValue>}},
+    {"scrap-by-job", "cost of 20,000 scraps by job", "max", 0.2, 0.4, {}, {showFirstPage<everything, scrapCostByJob>}},
+    {"scrap-by-month",
+     "cost of 20,000 scraps by month",
+     "max",
+     0.2,
+     0.4,
+     {},
+     {showFirstPage<everything, scrapCostByMonth>}},
     {"report-pdf", "whole report of 30,000 rows as PDF", "shop", 5, 12, {}, {writePdf, writeTemplate}},
     {"delete",
      "delete a subtree of 5,000 tools and their loans",
