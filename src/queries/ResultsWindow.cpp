@@ -13,11 +13,11 @@
 #include "queries/ResultsKind.h"
 #include "reports/ReportRun.h"
 
+#include <QAction>
 #include <QHash>
 #include <QHeaderView>
 #include <QPointer>
 #include <QScreen>
-#include <QShortcut>
 
 #include <cmath>
 #include <numeric>
@@ -123,7 +123,11 @@ ResultsWindow::ResultsWindow(const ResultsKind &kind, const Query &query, Record
     onUserAction(ui.dbcReport, &BoundCombo::chosen, this, &ResultsWindow::dbcReport_Change);
     onUserAction(ui.dbgCustFound, &BoundGrid::headingClicked, this, &ResultsWindow::headingClicked);
     onUserAction(ui.dbgCustFound, &BoundGrid::rowsSelected, this, &ResultsWindow::showTotals);
-    onUserAction(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &ResultsWindow::saveRows);
+    auto *save = new QAction("Save as CSV...", this);
+    save->setShortcut(QKeySequence::Save);
+    onUserAction(save, &QAction::triggered, this, &ResultsWindow::saveRows);
+    addAction(save);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
     onUserAction(ui.cmdPrintScr, &QPushButton::clicked, this, &ResultsWindow::cmdPrintScr_Click);
     onUserAction(ui.cmdPrintSel, &QPushButton::clicked, this, &ResultsWindow::cmdPrintSel_Click);
     onUserAction(ui.cmdRedo, &QPushButton::clicked, this, &ResultsWindow::cmdRedo_Click);
