@@ -144,15 +144,18 @@ private slots:
     void lastPartnersOfManyRows()
     {
         ReportCrib crib;
-        crib.fill(
-            "INSERT INTO Types (ID, Description) VALUES (1, 'x'); INSERT INTO Locations (ID, Description) VALUES "
-            "(1, 'x'); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 4000) INSERT INTO "
-            "Tools (ID, Description, Type, Location) SELECT i, 'x', 1, 1 FROM n; WITH RECURSIVE n(i) AS (SELECT 0 "
-            "UNION ALL SELECT i + 1 FROM n WHERE i < 8999) INSERT INTO CheckOutIn (Tool_Id, Active, DateOut) "
-            "SELECT i % 3500 + 1, 0, '20' || (10 + i * 7 % 13) || '-01-01 00:00:00' FROM n");
+        crib.fill("INSERT INTO Types (ID, Description) VALUES (1, 'x')");
+        crib.fill("INSERT INTO Locations (ID, Description) VALUES (1, 'x')");
+        crib.fill("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 4000) "
+                  "INSERT INTO [Tools] ([ID], [Description], [Type], [Location]) SELECT i, 'x', 1, 1 FROM n");
         std::vector<int> years(4001);
-        for (int i = 0; i < 9000; ++i)
-            years[i % 3500 + 1] = std::max(years[i % 3500 + 1], 2010 + i * 7 % 13);
+        QStringList loans;
+        for (int i = 0; i < 9000; ++i) {
+            const int tool = i % 3500 + 1, year = 2010 + i * 7 % 13;
+            years[tool] = std::max(years[tool], year);
+            loans.append(QString("(%1, 0, '%2-01-01 00:00:00')").arg(tool).arg(year));
+        }
+        crib.fill("INSERT INTO CheckOutIn (Tool_Id, Active, DateOut) VALUES " + loans.join(','));
         const QByteArray content =
             simpleTemplate("<from table=\"Tools\"/><join table=\"CheckOutIn\" on=\"CheckOutIn.Tool_Id = Tools.ID\" "
                            "last=\"{CheckOutIn.DateOut}\"/>",
