@@ -1,12 +1,11 @@
 #include "platform/engine/postgres/PostgresDriver.h"
 
 #include "platform/engine/dialect/SqlText.h"
+#include "platform/engine/postgres/Libpq.h"
 #include "platform/engine/postgres/PostgresLanguage.h"
 #include "platform/engine/postgres/ServerFunctions.h"
 
 #include <QDateTime>
-
-#include <libpq-fe.h>
 
 #include <algorithm>
 #include <charconv>
@@ -38,16 +37,17 @@ Number numberIn(const char *text, qsizetype size)
 void addRows(RowStore &rows, const PGresult *result)
 {
     enum Type : Oid { Boolean = 16, Int8 = 20, Int2 = 21, Int4 = 23, Float4 = 700, Float8 = 701, Numeric = 1700 };
-    for (int row = 0; row < PQntuples(result); ++row) {
+    const Libpq &pq = libpq();
+    for (int row = 0; row < pq.ntuples(result); ++row) {
         rows.beginRow();
         for (int column = 0; column < rows.columnCount(); ++column) {
-            const char *const cell = PQgetvalue(result, row, column);
-            const int size = PQgetlength(result, row, column);
-            if (PQgetisnull(result, row, column)) {
+            const char *const cell = pq.getvalue(result, row, column);
+            const int size = pq.getlength(result, row, column);
+            if (pq.getisnull(result, row, column)) {
                 rows.addNull();
                 continue;
             }
-            switch (PQftype(result, column)) {
+            switch (pq.ftype(result, column)) {
             case Boolean:
                 rows.addInteger(*cell == 't' ? 1 : 0);
                 break;
@@ -117,7 +117,7 @@ qint64 PostgresDriver::run(Statement &statement, const std::vector<Value> &value
                            const dialect::Translation *translation)
 {
     const auto visit = [&](const PGresult *result) {
-        counters.rowsFetched += PQntuples(result);
+        counters.rowsFetched += libpq().ntuples(result);
         if (rows)
             addRows(*rows, result);
     };
@@ -134,7 +134,7 @@ void PostgresDriver::read(Statement &statement, const std::vector<Value> &values
 {
     RowStore row(columnCount);
     const auto visitRow = [&](const PGresult *result) {
-        if (PQntuples(result) == 0) // the last result of such a reading
+        if (libpq().ntuples(result) == 0) // the last result of such a reading
             return;
         ++counters.rowsFetched;
         row.clear();

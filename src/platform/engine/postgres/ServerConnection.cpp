@@ -1,9 +1,9 @@
 #include "platform/engine/postgres/ServerConnection.h"
 
+#include "platform/engine/postgres/Libpq.h"
+
 #include <QElapsedTimer>
 #include <QLocale>
-
-#include <libpq-fe.h>
 
 #include <algorithm>
 #include <chrono>
@@ -85,7 +85,7 @@ private:
 
 std::optional<ServerError> errorOf(const PGresult *result)
 {
-    const ExecStatusType status = PQresultStatus(result);
+    const ExecStatusType status = libpq().resultStatus(result);
     if (status != PGRES_FATAL_ERROR && status != PGRES_BAD_RESPONSE)
         return {};
     return ServerError::of(result);
@@ -107,36 +107,36 @@ ServerConnection::ServerConnection(const QString &path, const ConnectionFile::Se
     try {
         connect();
     } catch (...) {
-        PQfinish(m_connection);
+        libpq().finish(m_connection);
         throw;
     }
 }
 
-ServerConnection::~ServerConnection() { PQfinish(m_connection); }
+ServerConnection::~ServerConnection() { libpq().finish(m_connection); }
 
 void ServerConnection::connect()
 {
-    PQfinish(m_connection);
+    libpq().finish(m_connection);
     const Parameters parameters(m_settings, m_patience);
-    m_connection = PQconnectStartParams(parameters.keywords(), parameters.values(), 0);
+    m_connection = libpq().connectStartParams(parameters.keywords(), parameters.values(), 0);
     // A server that refuses tells its code, which says why in any language, only where that was asked for before.
-    PQsetErrorVerbosity(m_connection, PQERRORS_VERBOSE);
-    if (PQstatus(m_connection) != CONNECTION_BAD)
-        PQreset(m_connection);
+    libpq().setErrorVerbosity(m_connection, PQERRORS_VERBOSE);
+    if (libpq().status(m_connection) != CONNECTION_BAD)
+        libpq().reset(m_connection);
     m_unread = 0;
     m_gaveUp = false;
     ++m_generation;
     ++m_counters.journeys;
-    if (PQstatus(m_connection) != CONNECTION_OK)
+    if (libpq().status(m_connection) != CONNECTION_OK)
         throw connectionRefused(m_path, m_connection);
-    if (PQserverVersion(m_connection) < oldestServer * 10'000)
+    if (libpq().serverVersion(m_connection) < oldestServer * 10'000)
         throw connectionRefused(m_path,
                                 QStringLiteral("the server is too old, version %1 is needed").arg(oldestServer));
     // What the server remarks is for no window and for no command's output.
-    PQsetNoticeProcessor(
+    libpq().setNoticeProcessor(
         m_connection, [](void *, const char *) {}, nullptr);
-    PQenterPipelineMode(m_connection);
-    PQsetnonblocking(m_connection, 1);
+    libpq().enterPipelineMode(m_connection);
+    libpq().setnonblocking(m_connection, 1);
 }
 
 void ServerConnection::setPatience(int milliseconds)
@@ -147,12 +147,12 @@ void ServerConnection::setPatience(int milliseconds)
         execute("SET lock_timeout = " + QByteArray::number(milliseconds));
 }
 
-bool ServerConnection::isLost() const { return m_gaveUp || PQstatus(m_connection) != CONNECTION_OK; }
+bool ServerConnection::isLost() const { return m_gaveUp || libpq().status(m_connection) != CONNECTION_OK; }
 
 bool ServerConnection::noticesLoss()
 {
     skipUnread();
-    return isLost() || !PQconsumeInput(m_connection) || isLost();
+    return isLost() || !libpq().consumeInput(m_connection) || isLost();
 }
 
 void ServerConnection::send(const Message &message)
@@ -161,18 +161,18 @@ void ServerConnection::send(const Message &message)
     std::vector<const char *> pointers;
     switch (message.kind) {
     case Message::Text:
-        PQsendQueryParams(m_connection, message.sql.constData(), 0, nullptr, nullptr, nullptr, nullptr, 0);
+        libpq().sendQueryParams(m_connection, message.sql.constData(), 0, nullptr, nullptr, nullptr, nullptr, 0);
         break;
     case Message::Prepare:
-        PQsendPrepare(m_connection, message.name.constData(), message.sql.constData(), 0, nullptr);
+        libpq().sendPrepare(m_connection, message.name.constData(), message.sql.constData(), 0, nullptr);
         break;
     case Message::Run:
         for (const Value &value : *message.values)
             texts.push_back(value.isNull() ? QByteArray() : textOf(value));
         for (size_t i = 0; i < texts.size(); ++i)
             pointers.push_back((*message.values)[i].isNull() ? nullptr : texts[i].constData());
-        PQsendQueryPrepared(m_connection, message.name.constData(), int(pointers.size()), pointers.data(), nullptr,
-                            nullptr, 0);
+        libpq().sendQueryPrepared(m_connection, message.name.constData(), int(pointers.size()), pointers.data(),
+                                  nullptr, nullptr, 0);
         break;
     }
 }
@@ -183,7 +183,7 @@ ServerConnection::Answer ServerConnection::travel(std::span<const Message> messa
     skipUnread();
     for (const Message &message : messages)
         send(message);
-    PQpipelineSync(m_connection);
+    libpq().pipelineSync(m_connection);
     ++m_counters.journeys;
     Answer answer;
     try {
@@ -200,7 +200,7 @@ ServerConnection::Answer ServerConnection::travel(std::span<const Message> messa
 void ServerConnection::sendAlong(const QByteArray &sql)
 {
     send({Message::Text, sql, {}, nullptr});
-    PQpipelineSync(m_connection);
+    libpq().pipelineSync(m_connection);
     ++m_unread;
 }
 
@@ -211,18 +211,18 @@ void ServerConnection::receive(std::span<const Message> messages, const VisitRes
     for (const Message &message : messages) {
         const bool visited = message.kind == Message::Run && visit;
         if (visited && rowByRow)
-            PQsetSingleRowMode(m_connection);
+            libpq().setSingleRowMode(m_connection);
         bool failed = false;
-        while (const Result result{next(m_pulse), PQclear}) {
-            const ExecStatusType status = PQresultStatus(result.get());
+        while (const Result result{next(m_pulse), libpq().clear}) {
+            const ExecStatusType status = libpq().resultStatus(result.get());
             if (std::optional<ServerError> error = errorOf(result.get()); error && !answer.error)
                 answer.error = std::move(error);
             failed = failed || status == PGRES_FATAL_ERROR || status == PGRES_PIPELINE_ABORTED;
             if (visited && (status == PGRES_TUPLES_OK || status == PGRES_SINGLE_TUPLE))
                 visit(result.get());
             if (message.kind == Message::Run)
-                answer.changed = QByteArray(PQcmdTuples(result.get())).toLongLong();
-            answer.did = PQcmdStatus(result.get());
+                answer.changed = QByteArray(libpq().cmdTuples(result.get())).toLongLong();
+            answer.did = libpq().cmdStatus(result.get());
             if (isLost())
                 return;
         }
@@ -240,15 +240,15 @@ PGresult *ServerConnection::next(const std::function<void()> &pulse)
     QElapsedTimer silent;
     silent.start();
     for (qint64 limit = silence; !isLost();) {
-        const short events = PQflush(m_connection) > 0 ? POLLIN | POLLOUT : POLLIN;
+        const short events = libpq().flush(m_connection) > 0 ? POLLIN | POLLOUT : POLLIN;
         if (pulse)
             pulse();
-        if (!PQisBusy(m_connection))
-            return PQgetResult(m_connection);
-        pollfd socket{decltype(pollfd::fd)(PQsocket(m_connection)), events, 0};
+        if (!libpq().isBusy(m_connection))
+            return libpq().getResult(m_connection);
+        pollfd socket{decltype(pollfd::fd)(libpq().socket(m_connection)), events, 0};
         const int wait = pulse ? betweenPulses : int(std::min(silence, longestSilence));
         if (poll(&socket, 1, wait) > 0) {
-            PQconsumeInput(m_connection);
+            libpq().consumeInput(m_connection);
             silent.start();
             limit = silence;
         } else if (silent.elapsed() >= longestSilence) {
@@ -265,15 +265,15 @@ PGresult *ServerConnection::next(const std::function<void()> &pulse)
 bool ServerConnection::livesStill() const
 {
     const Parameters parameters(m_settings, m_patience);
-    return PQpingParams(parameters.keywords(), parameters.values(), 0) != PQPING_NO_RESPONSE;
+    return libpq().pingParams(parameters.keywords(), parameters.values(), 0) != PQPING_NO_RESPONSE;
 }
 
 void ServerConnection::cancel()
 {
-    const std::shared_ptr<PGcancel> handle(PQgetCancel(m_connection), PQfreeCancel);
+    const std::shared_ptr<PGcancel> handle(libpq().getCancel(m_connection), libpq().freeCancel);
     std::packaged_task<void()> request([handle] {
         char why[256];
-        PQcancel(handle.get(), why, sizeof why);
+        libpq().cancel(handle.get(), why, sizeof why);
     });
     const std::future<void> done = request.get_future();
     std::thread(std::move(request)).detach(); // nothing else ends the waiting for a server that is frozen
@@ -284,8 +284,8 @@ void ServerConnection::skip(std::optional<ServerError> *error)
 {
     // A null result ends those of one message; a second one says that nothing more comes.
     for (int nulls = 0; !isLost() && nulls < 2;) {
-        const Result result{next(), PQclear};
-        if (result && PQresultStatus(result.get()) == PGRES_PIPELINE_SYNC)
+        const Result result{next(), libpq().clear};
+        if (result && libpq().resultStatus(result.get()) == PGRES_PIPELINE_SYNC)
             return;
         if (result && error && !*error)
             *error = errorOf(result.get());
@@ -303,51 +303,51 @@ std::optional<ServerError> ServerConnection::execute(const QByteArray &sql, cons
 {
     skipUnread();
     ++m_counters.journeys;
-    PQexitPipelineMode(m_connection);
-    PQsendQuery(m_connection, sql.constData());
+    libpq().exitPipelineMode(m_connection);
+    libpq().sendQuery(m_connection, sql.constData());
     std::optional<ServerError> error;
-    while (const Result result{next(), PQclear}) {
-        if (PQresultStatus(result.get()) == PGRES_COPY_IN) {
-            PQputCopyData(m_connection, copied.constData(), int(copied.size()));
-            PQputCopyEnd(m_connection, nullptr);
+    while (const Result result{next(), libpq().clear}) {
+        if (libpq().resultStatus(result.get()) == PGRES_COPY_IN) {
+            libpq().putCopyData(m_connection, copied.constData(), int(copied.size()));
+            libpq().putCopyEnd(m_connection, nullptr);
         }
         if (!error)
             error = errorOf(result.get());
     }
-    PQenterPipelineMode(m_connection);
+    libpq().enterPipelineMode(m_connection);
     return error;
 }
 
 QStringList ServerConnection::columnNames(const QByteArray &name)
 {
     skipUnread();
-    PQsendDescribePrepared(m_connection, name.constData());
-    PQpipelineSync(m_connection);
+    libpq().sendDescribePrepared(m_connection, name.constData());
+    libpq().pipelineSync(m_connection);
     ++m_counters.journeys;
     QStringList names;
-    while (const Result result{next(), PQclear})
-        for (int column = 0; column < PQnfields(result.get()); ++column)
-            names.append(QString::fromUtf8(PQfname(result.get(), column)));
+    while (const Result result{next(), libpq().clear})
+        for (int column = 0; column < libpq().nfields(result.get()); ++column)
+            names.append(QString::fromUtf8(libpq().fname(result.get(), column)));
     skip();
     return names;
 }
 
-int ServerConnection::socket() const { return PQsocket(m_connection); }
+int ServerConnection::socket() const { return libpq().socket(m_connection); }
 
 void ServerConnection::noteChanges()
 {
-    while (PGnotify *notice = PQnotifies(m_connection)) {
+    while (PGnotify *notice = libpq().notifies(m_connection)) {
         const QString table = QString::fromUtf8(notice->extra);
-        if (notice->be_pid != PQbackendPID(m_connection) && !m_changes.contains(table))
+        if (notice->be_pid != libpq().backendPID(m_connection) && !m_changes.contains(table))
             m_changes.append(table);
-        PQfreemem(notice);
+        libpq().freemem(notice);
     }
 }
 
 QStringList ServerConnection::changesOfOthers()
 {
     skipUnread();
-    PQconsumeInput(m_connection);
+    libpq().consumeInput(m_connection);
     noteChanges();
     return std::exchange(m_changes, {});
 }

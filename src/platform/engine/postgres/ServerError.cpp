@@ -1,8 +1,8 @@
 #include "platform/engine/postgres/ServerError.h"
 
-#include <QRegularExpression>
+#include "platform/engine/postgres/Libpq.h"
 
-#include <libpq-fe.h>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -23,7 +23,10 @@ constexpr Refusal refusals[] = {
 
 constexpr const char *locks[] = {"55P03", "40"};
 
-QString fieldOf(const PGresult *result, int field) { return QString::fromUtf8(PQresultErrorField(result, field)); }
+QString fieldOf(const PGresult *result, int field)
+{
+    return QString::fromUtf8(libpq().resultErrorField(result, field));
+}
 
 EngineError withReason(const EngineError &error, const QString &reason)
 {
@@ -46,9 +49,12 @@ EngineError relationBroken(const ServerError &error, const dialect::ForeignKey &
 
 ServerError ServerError::of(const PGresult *result)
 {
-    return {PQresultErrorField(result, PG_DIAG_SQLSTATE), fieldOf(result, PG_DIAG_MESSAGE_PRIMARY),
-            fieldOf(result, PG_DIAG_TABLE_NAME),          fieldOf(result, PG_DIAG_COLUMN_NAME),
-            fieldOf(result, PG_DIAG_CONSTRAINT_NAME),     fieldOf(result, PG_DIAG_MESSAGE_DETAIL)};
+    return {libpq().resultErrorField(result, PG_DIAG_SQLSTATE),
+            fieldOf(result, PG_DIAG_MESSAGE_PRIMARY),
+            fieldOf(result, PG_DIAG_TABLE_NAME),
+            fieldOf(result, PG_DIAG_COLUMN_NAME),
+            fieldOf(result, PG_DIAG_CONSTRAINT_NAME),
+            fieldOf(result, PG_DIAG_MESSAGE_DETAIL)};
 }
 
 EngineError ServerError::inEnginesWords(const dialect::Translation *translation, const dialect::ForeignKey &key) const
@@ -90,10 +96,10 @@ EngineError connectionRefused(const QString &path, const PGconn *connection)
     // What the server says begins with its code, and ends with a line for its makers.
     static const QRegularExpression code(QStringLiteral(":  ([0-9A-Z]{5}): "));
     static const QRegularExpression place(QStringLiteral("\\n[^\\n]*, \\w+\\.c:\\d+"));
-    QString reason = QString::fromUtf8(PQerrorMessage(connection)).remove(place);
+    QString reason = QString::fromUtf8(libpq().errorMessage(connection)).remove(place);
     const QString state = code.match(reason).captured(1);
     reason = reason.replace(code, QStringLiteral(": ")).simplified();
-    if (PQconnectionNeedsPassword(connection) || state.startsWith(u"28"))
+    if (libpq().connectionNeedsPassword(connection) || state.startsWith(u"28"))
         return withReason(EngineError::of(EngineError::wrongAccount), reason);
     if (state == u"53300")
         return withReason(EngineError::of(EngineError::tooManyUsers), reason);
