@@ -1,5 +1,30 @@
 #include "db/ShippedReports.h"
 
+namespace {
+
+/// What each list of tools offers, behind what is its own.
+std::vector<Schema::ShippedReport> withThoseOfTools(std::vector<Schema::ShippedReport> reports)
+{
+    reports.insert(
+        reports.end(),
+        {{.name = "Tool Labels", .fileName = "ToolLabels.rpt", .description = "A label with a bar code for each tool"},
+         {.name = "Tool Labels 62 mm",
+          .fileName = "ToolLabels62mm.rpt",
+          .description = "The same for a label printer with a roll of 62 mm"},
+         {.name = "Tool Labels 29 mm",
+          .fileName = "ToolLabels29mm.rpt",
+          .description = "The same for a label printer with a roll of 29 mm"},
+         {.name = "Value of the Stock",
+          .fileName = "StockValue.rpt",
+          .description = "What the tools of each location are worth"},
+         {.name = "Last Lent",
+          .fileName = "LastLent.rpt",
+          .description = "When tools were last lent, those never lent first"}});
+    return reports;
+}
+
+}
+
 const std::vector<Schema::ReportModule> &Schema::reportModules()
 {
     // The first six modules are those of the results windows, the last two are offered by the import dialog only.
@@ -40,47 +65,18 @@ const std::vector<Schema::ReportModule> &Schema::reportModules()
          .reports = {{.name = "Junk Tools", .fileName = "JunkTools.rpt", .description = "Scrapped tools of each job"}}},
         {.name = "Tools Type",
          .tables = {"Tools", "Types", "Locations"},
-         .reports = {{.name = "Tools by Type",
-                      .fileName = "ToolsByType.rpt",
-                      .description = "Tools of each type, with their price"},
-                     {.name = "Tool Labels",
-                      .fileName = "ToolLabels.rpt",
-                      .description = "A label with a bar code for each tool"},
-                     {.name = "Tool Labels 62 mm",
-                      .fileName = "ToolLabels62mm.rpt",
-                      .description = "The same for a label printer with a roll of 62 mm"},
-                     {.name = "Tool Labels 29 mm",
-                      .fileName = "ToolLabels29mm.rpt",
-                      .description = "The same for a label printer with a roll of 29 mm"},
-                     {.name = "Value of the Stock",
-                      .fileName = "StockValue.rpt",
-                      .description = "What the tools of each location are worth"},
-                     {.name = "Last Lent",
-                      .fileName = "LastLent.rpt",
-                      .description = "When tools were last lent, those never lent first"}}},
+         .reports = withThoseOfTools({{.name = "Tools by Type",
+                                       .fileName = "ToolsByType.rpt",
+                                       .description = "Tools of each type, with their price"}})},
         {.name = "Tools Loc",
          .tables = {"Tools", "Types", "Locations"},
-         .reports = {{.name = "Tools by Location",
-                      .fileName = "ToolsByLocation.rpt",
-                      .description = "Tools of each location, with their price"},
-                     {.name = "Count Sheet",
-                      .fileName = "CountSheet.rpt",
-                      .description = "Tools of each location, to be ticked off with a bar code reader"},
-                     {.name = "Tool Labels",
-                      .fileName = "ToolLabels.rpt",
-                      .description = "A label with a bar code for each tool"},
-                     {.name = "Tool Labels 62 mm",
-                      .fileName = "ToolLabels62mm.rpt",
-                      .description = "The same for a label printer with a roll of 62 mm"},
-                     {.name = "Tool Labels 29 mm",
-                      .fileName = "ToolLabels29mm.rpt",
-                      .description = "The same for a label printer with a roll of 29 mm"},
-                     {.name = "Value of the Stock",
-                      .fileName = "StockValue.rpt",
-                      .description = "What the tools of each location are worth"},
-                     {.name = "Last Lent",
-                      .fileName = "LastLent.rpt",
-                      .description = "When tools were last lent, those never lent first"}}},
+         .reports =
+             withThoseOfTools({{.name = "Tools by Location",
+                                .fileName = "ToolsByLocation.rpt",
+                                .description = "Tools of each location, with their price"},
+                               {.name = "Count Sheet",
+                                .fileName = "CountSheet.rpt",
+                                .description = "Tools of each location, to be ticked off with a bar code reader"}})},
         {.name = "Employee",
          .tables = {"Employee"},
          .reports = {{.name = "Employees", .fileName = "Employees.rpt", .description = "List of the employees"},
