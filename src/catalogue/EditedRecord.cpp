@@ -10,15 +10,6 @@ struct ChangedElsewhere {
     QString contents;
 };
 
-bool mayOverwrite()
-{
-    return msgBox({.text = "This record was changed at another place since. Overwrite it?",
-                   .icon = QMessageBox::Question,
-                   .buttons = QMessageBox::Yes | QMessageBox::No,
-                   .defaultButton = QMessageBox::No})
-        == QMessageBox::Yes;
-}
-
 }
 
 QString EditedRecord::contents(const Recordset &record) const
@@ -49,7 +40,7 @@ AtomicChange EditedRecord::save(const QString &gone, const std::function<void()>
                 steps();
             });
         } catch (const ChangedElsewhere &changed) {
-            if (!mayOverwrite())
+            if (!confirmed("This record was changed at another place since. Overwrite it?"))
                 return {AtomicChange::Refused};
             // The answer is about what stands there now; another change is asked about again.
             m_contents = changed.contents;

@@ -6,15 +6,6 @@
 #include "explorer/ScrapView.h"
 #include "platform/gui/ChangeBar.h"
 
-bool View::confirmed(const QString &question)
-{
-    return msgBox({.text = question,
-                   .icon = QMessageBox::Question,
-                   .buttons = QMessageBox::Yes | QMessageBox::No,
-                   .defaultButton = QMessageBox::No})
-        == QMessageBox::Yes;
-}
-
 bool View::deletedUnderBar(size_t count, const std::function<void(const Progress &)> &deletion)
 {
     const QString what = QStringLiteral("Deleting %1 item(s) and all that belongs to them...").arg(count);

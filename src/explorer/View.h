@@ -97,8 +97,6 @@ public:
     virtual void find(clsTools &search, const QString &pattern) const = 0;
 
 protected:
-    /// Asks a question whose answer is No unless the user says otherwise.
-    static bool confirmed(const QString &question);
     /// Deletes `count` things under a bar that can stop it. @returns false, having said so, after that.
     static bool deletedUnderBar(size_t count, const std::function<void(const Progress &)> &deletion);
     // What is asked before tools are deleted

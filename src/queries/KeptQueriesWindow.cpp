@@ -81,11 +81,7 @@ void KeptQueriesWindow::cmdDelete_Click()
     if (!ui.lstNames->currentItem())
         return;
     const QString name = ui.lstNames->currentItem()->text();
-    if (msgBox({.text = "Delete the query \"" + name + "\"?",
-                .icon = QMessageBox::Question,
-                .buttons = QMessageBox::Yes | QMessageBox::No,
-                .defaultButton = QMessageBox::No})
-        != QMessageBox::Yes)
+    if (!confirmed("Delete the query \"" + name + "\"?"))
         return;
     m_queries.remove(name);
     showNames();
@@ -103,11 +99,7 @@ void KeptQueriesWindow::cmdKeep_Click()
         if (m_periods[i])
             m_criteria[i].period = m_periods[i]->currentIndex() > 0 ? m_periods[i]->currentText() : QString();
     if (!m_queries.keep(name, m_criteria, false)) {
-        if (msgBox({.text = "There is a query \"" + name + "\" already. Replace it?",
-                    .icon = QMessageBox::Question,
-                    .buttons = QMessageBox::Yes | QMessageBox::No,
-                    .defaultButton = QMessageBox::No})
-            != QMessageBox::Yes)
+        if (!confirmed("There is a query \"" + name + "\" already. Replace it?"))
             return;
         m_queries.keep(name, m_criteria, true);
     }

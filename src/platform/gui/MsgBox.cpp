@@ -33,3 +33,12 @@ QMessageBox::StandardButton msgBox(const MsgBoxCall &call)
 }
 
 void inform(const QString &text) { msgBox({.text = text, .icon = QMessageBox::Information}); }
+
+bool confirmed(const QString &question)
+{
+    return msgBox({.text = question,
+                   .icon = QMessageBox::Question,
+                   .buttons = QMessageBox::Yes | QMessageBox::No,
+                   .defaultButton = QMessageBox::No})
+        == QMessageBox::Yes;
+}

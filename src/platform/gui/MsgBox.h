@@ -21,6 +21,9 @@ QMessageBox::StandardButton msgBox(const MsgBoxCall &call);
 /// The usual remark: information icon, OK.
 void inform(const QString &text);
 
+/// The usual question: whether it was answered with Yes. Enter, and closing it, answer No.
+bool confirmed(const QString &question);
+
 using MsgBoxPresenter = std::function<QMessageBox::StandardButton(const MsgBoxCall &)>;
 /// Replaces what puts boxes on the screen; an empty function brings the real boxes back.
 void setMsgBoxPresenter(MsgBoxPresenter presenter);
