@@ -516,19 +516,11 @@ Answer Desk::after(const Answer &ended, Answer answer)
 
 Answer Desk::endVisit()
 {
+    m_lastLoans = loansForSheet();
     const Visit ended = std::exchange(m_visit, {});
-    qsizetype out = 0, back = 0;
-    QList<qint64> loans;
-    for (const Deed &deed : ended.deeds) {
-        if (deed.isLoan()) {
-            ++out;
-            loans.append(deed.loan);
-        } else if (deed.isReturn()) {
-            ++back;
-        }
-    }
-    if (!loans.isEmpty())
-        m_lastLoans = loans;
+    const auto out = std::ranges::count_if(ended.deeds, &Deed::isLoan);
+    const auto back =
+        std::ranges::count_if(ended.deeds, [](const Deed &deed) { return deed.isReturn() && !deed.isLoan(); });
     QString words =
         (ended.person.isEmpty() ? QString("Done") : ended.person) + QString(": %1 out, %2 back.").arg(out).arg(back);
     if (!ended.tools.isEmpty())
@@ -582,15 +574,17 @@ Answer Desk::undo()
         m_visit.deeds.removeLast();
         return {Answer::Done, deed.tool + " is not counted after all."};
     }
-    const QString noted = deed.isMove() ? Places().path(deed.movedFrom) : deed.returnedFrom.who;
+    std::optional<Places> places;
+    if (deed.isMove())
+        places.emplace();
     try {
         AtomicChange::make([&] {
             if (deed.isLoan())
                 Lending::undoLoan(deed.toolId, deed.loan);
             if (deed.isReturn())
                 Lending::undoReturn(deed.returned);
-            if (deed.isMove())
-                Places().move(deed.toolId, deed.movedTo, deed.movedFrom);
+            if (places)
+                places->move(deed.toolId, deed.movedTo, deed.movedFrom);
         });
     } catch (const Refusal &refusal) {
         m_visit.deeds.removeLast(); // it will not be possible later either; the one before may be
@@ -601,7 +595,7 @@ Answer Desk::undo()
     const QString key = QString::number(deed.toolId);
     if (auto mark = m_stockTake ? m_stockTake->markOf(key) : std::nullopt) {
         mark->result = deed.isMove() ? StockTake::Elsewhere : StockTake::Out;
-        mark->note = noted;
+        mark->note = places ? places->path(deed.movedFrom) : deed.returnedFrom.who;
         m_stockTake->put(key, *mark);
         refreshCount();
     }

@@ -7,6 +7,17 @@
 
 // What the desk does in a count of a location.
 
+namespace {
+
+QString belongsTo(const QString &place) { return "belongs to " + place + ". Store it here, or leave it."; }
+
+QString outOnLoan(const ToolAtHand &tool)
+{
+    return "out on loan to " + tool.loan.holder() + ". Take it back, or leave it.";
+}
+
+}
+
 Answer Desk::count()
 {
     if (std::exchange(m_isShowingResult, false))
@@ -67,18 +78,12 @@ Answer Desk::counted(const Code &code, const std::optional<ToolAtHand> &tool, St
     switch (result) {
     case StockTake::Elsewhere:
         mark.note = Places().path(tool->location);
-        answer = {Answer::Attention,
-                  name + " belongs to " + mark.note + ". Store it here, or leave it.",
-                  {},
-                  Answer::SoundElsewhere};
+        answer = {Answer::Attention, name + ' ' + belongsTo(mark.note), {}, Answer::SoundElsewhere};
         offer = Offer::StoreHere;
         break;
     case StockTake::Out:
         mark.note = tool->loan.holder();
-        answer = {Answer::Attention,
-                  name + " is out on loan to " + mark.note + ". Take it back, or leave it.",
-                  {},
-                  Answer::SoundOut};
+        answer = {Answer::Attention, name + " is " + outOnLoan(*tool), {}, Answer::SoundOut};
         offer = Offer::TakeBack;
         break;
     case StockTake::Scrapped:
@@ -105,10 +110,10 @@ Answer Desk::countedBefore(const ToolAtHand &tool)
     const Places places;
     if (tool.isOut) {
         m_offer = Offer::TakeBack;
-        words += ", out on loan to " + tool.loan.holder() + ". Take it back, or leave it.";
+        words += ", " + outOnLoan(tool);
     } else if (!places.within(m_stockTake->here()).contains(tool.location)) {
         m_offer = Offer::StoreHere;
-        words += ", and belongs to " + places.path(tool.location) + ". Store it here, or leave it.";
+        words += ", and " + belongsTo(places.path(tool.location));
     } else {
         words += '.';
     }
@@ -150,10 +155,7 @@ Answer Desk::doOffered(const Question &question)
         const QString words = tool.name() + " is back, from " + tool.loan.holder() + '.';
         if (!isElsewhere)
             return {Answer::Done, words};
-        return {Answer::Attention,
-                words + " It belongs to " + mark.note + ". Store it here, or leave it.",
-                {},
-                Answer::SoundElsewhere};
+        return {Answer::Attention, words + " It " + belongsTo(mark.note), {}, Answer::SoundElsewhere};
     }
     AtomicChange::make([&] { places.move(tool.id, tool.location, here); });
     const Deed deed{.when = Clock::now(),

@@ -303,7 +303,7 @@ void DeskWindow::showState()
     ui.lblWho->setText(who.isEmpty() ? QString("Nobody") : who);
     constexpr const char *directions[] = {"Out and In", "Out only", "In only"};
     ui.lblDirection->setText(directions[m_desk.direction()]);
-    for (const char *name : {"cmdOut", "cmdIn", "cmdUndo", "cmdDone", "cmdCount"})
+    for (const char *name : {"cmdOut", "cmdIn", "cmdUndo", "cmdDone", "cmdCount", "cmdAside"})
         setCaption(name, button(name)->accessibleName().toLatin1());
     button("cmdOut")->setDown(m_desk.direction() == Desk::OutOnly);
     button("cmdIn")->setDown(m_desk.direction() == Desk::InOnly);
@@ -318,7 +318,6 @@ void DeskWindow::showState()
                                                              : "Store Here");
     setCaption("cmdLeave", m_desk.isShowingResult() ? "CSV" : "Leave");
     button("cmdAside")->setVisible(m_desk.isShowingResult());
-    setCaption("cmdAside", "Put Aside");
     if (m_page != Page::Choices)
         showPage(!count ? Page::Deeds : m_desk.isShowingResult() ? Page::Result : Page::Missing);
 }

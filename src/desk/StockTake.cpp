@@ -228,7 +228,8 @@ void StockTake::refresh(Reading reading)
     const QList<qint32> within = places.within(m_here);
     m_within = {within.begin(), within.end()};
     m_hereName = places.path(m_here, m_location);
-    const QString condition = " from Tools where Location in (" + joined(places.within(m_location)) + ')';
+    const QList<qint32> counted = places.within(m_location);
+    const QString condition = " from Tools where Location in (" + joined(counted) + ')';
     std::vector<qint64> asRead;
     // Each is answered from an index alone; together they would ask for every tool's row.
     for (const QString &statement : {"Select ID,Location" + condition, QString("Select ID from Tools where Out=-1")}) {
@@ -241,7 +242,7 @@ void StockTake::refresh(Reading reading)
         readTools(places, condition + " and Out=0");
         m_asRead = std::move(asRead);
     }
-    judgeAnew(places);
+    judgeAnew(places, counted);
     findMissing();
 }
 
@@ -263,7 +264,7 @@ void StockTake::readTools(const Places &places, const QString &condition)
 }
 
 // What was asked about a tool may be done since: in the explorer, or by a desk that was killed before it noted it.
-void StockTake::judgeAnew(const Places &places)
+void StockTake::judgeAnew(const Places &places, const QList<qint32> &counted)
 {
     const auto isOpen = [](const Mark &mark) { return mark.result == Elsewhere || mark.result == Out; };
     QList<qint32> open;
@@ -272,7 +273,6 @@ void StockTake::judgeAnew(const Places &places)
             open.append(it.key().toInt());
     if (open.isEmpty())
         return;
-    const QList<qint32> counted = places.within(m_location);
     Recordset rows = openRecordset("Select ID,Location from Tools where Out=0 and ID in (" + joined(open) + ')');
     for (; !rows.atEnd(); rows.moveNext()) {
         Mark &mark = m_marks[rows.field(0).toText()];

@@ -105,7 +105,7 @@ private:
     void setMark(const QString &key, const std::optional<Mark> &mark);
     void readTools(const Places &places, const QString &condition);
     void findMissing();
-    void judgeAnew(const Places &places);
+    void judgeAnew(const Places &places, const QList<qint32> &counted);
 
     qint32 m_location = 0;
     qint32 m_here = 0;
