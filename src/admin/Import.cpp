@@ -82,15 +82,16 @@ bool Import::isStorable(NewCrib &crib, const ImportTable &tools, const std::vect
         const qint64 number = std::get<qint64>(tool[columnCalled(tools, reference.column)]);
         if (reference.known.contains(number))
             continue;
-        const bool isMended = m_options.mend && number >= lowestFolder;
-        if (isMended && !reference.lacking.contains(number))
+        if (isMended(number) && !reference.lacking.contains(number))
             addFolder(crib, reference.table, number);
         const QString &description = std::get<QString>(tool[columnCalled(tools, "Description")]);
         reference.lacking[number] << QString("tool %1 \"%2\"").arg(std::get<qint64>(tool[0])).arg(description);
-        isStorable &= isMended;
+        isStorable &= isMended(number);
     }
     return isStorable;
 }
+
+bool Import::isMended(qint64 number) const { return m_options.mend && number >= lowestFolder; }
 
 void Import::addFolder(NewCrib &crib, const QString &name, qint64 number)
 {
@@ -108,7 +109,7 @@ void Import::requireReferences()
     QStringList tools, homeless;
     for (const Reference &reference : m_references) {
         for (const auto &[number, lacking] : reference.lacking) {
-            if (m_options.mend && number >= lowestFolder)
+            if (isMended(number))
                 m_notes << QString("%1 %2 did not exist; it was added at the top for %3 of the tools.")
                                .arg(reference.table, QString::number(number), QString::number(lacking.size()));
             for (const QString &tool : lacking)

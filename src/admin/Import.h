@@ -42,6 +42,8 @@ private:
 
     void copyTable(NewCrib &crib, const ImportTable &table);
     bool isStorable(NewCrib &crib, const ImportTable &tools, const std::vector<JetValue> &tool);
+    /// Whether a folder of this number, which the old file lacks, is added.
+    bool isMended(qint64 number) const;
     void addFolder(NewCrib &crib, const QString &name, qint64 number);
     void requireReferences();
     void requireEqual(const ImportTable &table, const Tally &old, const Tally &stored) const;

@@ -232,10 +232,15 @@ void TemplateReader::readBand(Band &band, int level, bool mayHaveCharts)
     readChildren(elements);
 }
 
-void TemplateReader::readLine(Band &band, int level)
+void TemplateReader::requireRoom(const Band &band) const
 {
     if (band.lines.size() == maxLines)
         fail(QStringLiteral("more than %1 lines").arg(maxLines));
+}
+
+void TemplateReader::readLine(Band &band, int level)
+{
+    requireRoom(band);
     BandLine line;
     line.size = number("size", 5, 24, m_template.size);
     line.when = formula(text("when"));
@@ -253,8 +258,7 @@ void TemplateReader::readLine(Band &band, int level)
 
 void TemplateReader::readChart(Band &band, int level)
 {
-    if (band.lines.size() == maxLines)
-        fail(QStringLiteral("more than %1 lines").arg(maxLines));
+    requireRoom(band);
     Chart chart;
     chart.level = level + 1;
     chart.line = m_line;
@@ -284,8 +288,7 @@ void TemplateReader::readChart(Band &band, int level)
 
 void TemplateReader::readRule(Band &band)
 {
-    if (band.lines.size() == maxLines)
-        fail(QStringLiteral("more than %1 lines").arg(maxLines));
+    requireRoom(band);
     BandLine rule;
     rule.isRule = true;
     band.lines.append(rule);

@@ -47,6 +47,7 @@ private:
     void readDetail();
     /// Of the group `level`, or of the report.
     void readBand(Band &band, int level, bool mayHaveCharts = false);
+    void requireRoom(const Band &band) const;
     void readLine(Band &band, int level);
     void readRule(Band &band);
     void readChart(Band &band, int level);
